@@ -1,0 +1,42 @@
+# A room of the house: one folder of src/, one static library, linked to the rooms it may use.
+#
+#   vant_room(net ROOMS platform model LINK Qt6::Network)
+#   vant_room(ui QML_URI Vant.Ui ROOMS platform LINK Qt6::Quick)
+#
+# With QML_URI the room is a QML module too; executables take it in with vant_import_rooms.
+function(vant_room name)
+    cmake_parse_arguments(ROOM "" "QML_URI" "ROOMS;LINK" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+    set(target vant_${name})
+    qt_add_library(${target} STATIC ${sources})
+    target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+    target_compile_definitions(${target} PUBLIC QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
+    list(TRANSFORM ROOM_ROOMS PREPEND vant_)
+    target_link_libraries(${target} PUBLIC Qt6::Core ${ROOM_LINK} ${ROOM_ROOMS})
+    vant_warnings(${target})
+    if(ROOM_QML_URI)
+        # Compiled ahead where start-up counts; elsewhere the build counts.
+        set(cachegen)
+        if(CMAKE_BUILD_TYPE STREQUAL "Debug")
+            set(cachegen NO_CACHEGEN)
+        endif()
+        file(GLOB qml CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.qml)
+        qt_add_qml_module(${target}
+            URI ${ROOM_QML_URI}
+            VERSION 1.0
+            RESOURCE_PREFIX /qt/qml
+            QML_FILES ${qml}
+            NO_PLUGIN_OPTIONAL
+            ${cachegen})
+        # The generated registration includes headers by their bare name.
+        target_include_directories(${target} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+    endif()
+endfunction()
+
+# Takes the QML modules of the rooms into an executable.
+function(vant_import_rooms target)
+    foreach(room ui login web app)
+        target_link_libraries(${target} PRIVATE vant_${room}plugin)
+        list(APPEND plugins vant_${room}plugin)
+    endforeach()
+endfunction()
