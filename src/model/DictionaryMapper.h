@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QMetaObject>
+
+#include <optional>
+
+//! Fills records from the server's objects by name; the one mapper of the program.
+namespace DictionaryMapper {
+
+//! Sets every property of the gadget whose name is a key of the dictionary. Numbers become strings and strings numbers
+//! where the property asks for it; null, objects and text that is no number leave the property as it is.
+void fill(void *gadget, const QMetaObject &metaObject, const QJsonObject &dictionary);
+
+template <typename Record>
+Record model(const QJsonObject &dictionary)
+{
+    Record record;
+    fill(&record, Record::staticMetaObject, dictionary);
+    return record;
+}
+
+//! A server's number that may come as a string; nothing when it is neither.
+std::optional<qint64> integer(const QJsonValue &value);
+
+}

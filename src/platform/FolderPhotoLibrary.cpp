@@ -1,0 +1,63 @@
+#include "platform/FolderPhotoLibrary.h"
+
+#include <QBuffer>
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QImageReader>
+#include <QPointer>
+#include <QSaveFile>
+#include <QThreadPool>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString freeName(const QDir &folder, const QString &suffix)
+{
+    const QString stem = QDateTime::currentDateTime().toString(u"'IMG_'yyyyMMdd_HHmmss_zzz");
+    QString name = stem + u'.' + suffix;
+    for (int n = 1; folder.exists(name); ++n)
+        name = QStringLiteral("%1_%2.%3").arg(stem).arg(n).arg(suffix);
+    return folder.filePath(name);
+}
+
+// Null: written.
+QString write(const QString &folderPath, QByteArray encoded)
+{
+    QBuffer buffer(&encoded);
+    QImageReader reader(&buffer);
+    const QString format = QString::fromLatin1(reader.format());
+    if (reader.read().isNull())
+        return QStringLiteral("not an image: %1").arg(reader.errorString());
+
+    const QDir folder(folderPath);
+    folder.mkpath(u"."_s);
+    QSaveFile file(freeName(folder, format == u"jpeg" ? u"jpg"_s : format));
+    if (!file.open(QIODevice::WriteOnly) || file.write(encoded) != encoded.size()
+        || !file.commit())
+        return file.errorString();
+    return {};
+}
+
+}
+
+FolderPhotoLibrary::FolderPhotoLibrary(const QString &folder)
+    : m_folder(folder)
+{
+}
+
+void FolderPhotoLibrary::writeImageToSavedPhotosAlbum(const QByteArray &encoded, Saved saved)
+{
+    QThreadPool::globalInstance()->start(
+        [self = QPointer(this), folder = m_folder, encoded, saved = std::move(saved)] {
+            const QString error = write(folder, encoded);
+            QMetaObject::invokeMethod(
+                qApp,
+                [self, error, saved] {
+                    if (self)
+                        saved(error);
+                },
+                Qt::QueuedConnection);
+        });
+}

@@ -1,0 +1,85 @@
+#include "platform/HTTPCookieStorage.h"
+
+#include "platform/CookieProperties.h"
+#include "platform/Logging.h"
+#include "platform/PrivateFile.h"
+
+#include <QDateTime>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+HTTPCookieStorage::HTTPCookieStorage(const QString &filePath)
+    : m_filePath(filePath)
+{
+    load();
+}
+
+void HTTPCookieStorage::setCookie(const QNetworkCookie &cookie)
+{
+    // The base's own update goes by name, domain and path, as a Set-Cookie header does.
+    insertCookie(cookie);
+}
+
+void HTTPCookieStorage::removeCookie(const QNetworkCookie &cookie)
+{
+    deleteCookie(cookie);
+}
+
+bool HTTPCookieStorage::insertCookie(const QNetworkCookie &cookie)
+{
+    // The base deletes the old value first, which is no removal; an expired cookie is.
+    m_inserting = true;
+    const bool inserted = QNetworkCookieJar::insertCookie(cookie);
+    m_inserting = false;
+    scheduleSave();
+    if (!inserted)
+        Q_EMIT cookieRemoved(cookie);
+    return inserted;
+}
+
+bool HTTPCookieStorage::deleteCookie(const QNetworkCookie &cookie)
+{
+    const bool deleted = QNetworkCookieJar::deleteCookie(cookie);
+    if (deleted && !m_inserting) {
+        scheduleSave();
+        Q_EMIT cookieRemoved(cookie);
+    }
+    return deleted;
+}
+
+void HTTPCookieStorage::load()
+{
+    const auto content = PrivateFile::read(m_filePath);
+    if (!content)
+        return;
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    QList<QNetworkCookie> cookies;
+    for (const QJsonValue &properties : QJsonDocument::fromJson(*content).array()) {
+        const QNetworkCookie cookie
+            = CookieProperties::cookie(properties.toObject().toVariantMap());
+        if (!cookie.name().isEmpty() && cookie.expirationDate() > now)
+            cookies << cookie;
+    }
+    setAllCookies(cookies);
+}
+
+void HTTPCookieStorage::scheduleSave()
+{
+    // One write for all cookies of an answer.
+    if (std::exchange(m_saveScheduled, true))
+        return;
+    QMetaObject::invokeMethod(this, &HTTPCookieStorage::save, Qt::QueuedConnection);
+}
+
+void HTTPCookieStorage::save()
+{
+    m_saveScheduled = false;
+    QJsonArray kept;
+    for (const QNetworkCookie &cookie : allCookies()) {
+        if (!cookie.isSessionCookie())
+            kept << QJsonObject::fromVariantMap(CookieProperties::of(cookie));
+    }
+    if (!PrivateFile::write(m_filePath, QJsonDocument(kept).toJson()))
+        qCWarning(lcPlatform) << "cookies could not be written to" << m_filePath;
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QNetworkCookie>
+#include <QNetworkCookieJar>
+
+//! The cookies that all requests of the shell share; persistent ones survive a restart in a file of mode 0600.
+//! Owned by the application and given to every network access manager.
+class HTTPCookieStorage : public QNetworkCookieJar
+{
+    Q_OBJECT
+
+public:
+    explicit HTTPCookieStorage(const QString &filePath);
+
+    QList<QNetworkCookie> cookies() const { return allCookies(); }
+    void setCookie(const QNetworkCookie &cookie);
+    void removeCookie(const QNetworkCookie &cookie);
+
+Q_SIGNALS:
+    void cookieRemoved(const QNetworkCookie &cookie);
+
+protected:
+    bool insertCookie(const QNetworkCookie &cookie) override;
+    bool deleteCookie(const QNetworkCookie &cookie) override;
+
+private:
+    void load();
+    void scheduleSave();
+    void save();
+
+    QString m_filePath;
+    bool m_saveScheduled = false;
+    bool m_inserting = false;
+};

@@ -1,0 +1,74 @@
+#include "platform/HTTPSessionManager.h"
+
+#include "platform/HTTPQuery.h"
+
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+
+HTTPSessionManager::HTTPSessionManager(QNetworkAccessManager *network)
+    : m_network(network)
+{
+}
+
+void HTTPSessionManager::setValueForHTTPHeaderField(
+    const QByteArray &value, const QByteArray &field)
+{
+    m_headers.append({field, value});
+}
+
+void HTTPSessionManager::setAcceptableContentTypes(const QSet<QByteArray> &types)
+{
+    m_acceptableContentTypes = types;
+}
+
+void HTTPSessionManager::setTimeoutInterval(std::chrono::milliseconds timeout)
+{
+    m_timeout = timeout;
+}
+
+void HTTPSessionManager::setCachePolicy(CachePolicy policy)
+{
+    m_cachePolicy = policy;
+}
+
+QNetworkRequest HTTPSessionManager::request(const QUrl &url) const
+{
+    QNetworkRequest request(url);
+    request.setTransferTimeout(int(m_timeout.count()));
+    if (m_cachePolicy == CachePolicy::ReturnCacheDataElseLoad)
+        request.setAttribute(
+            QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::PreferCache);
+    for (const auto &[field, value] : m_headers)
+        request.setRawHeader(field, value);
+    return request;
+}
+
+HTTPTask *HTTPSessionManager::track(
+    QNetworkReply *reply, HTTPSuccess success, HTTPFailure failure) const
+{
+    return new HTTPTask(reply, m_acceptableContentTypes, std::move(success), std::move(failure));
+}
+
+HTTPTask *HTTPSessionManager::GET(const QString &address, const HTTPParameters &parameters,
+    HTTPSuccess success, HTTPFailure failure) const
+{
+    return track(m_network->get(request(HTTPQuery::urlWithQuery(address, parameters))),
+        std::move(success), std::move(failure));
+}
+
+HTTPTask *HTTPSessionManager::POST(const QString &address, const HTTPParameters &parameters,
+    HTTPSuccess success, HTTPFailure failure) const
+{
+    QNetworkRequest post = request(QUrl(address));
+    post.setHeader(QNetworkRequest::ContentTypeHeader, "application/x-www-form-urlencoded");
+    return track(m_network->post(post, HTTPQuery::encoded(parameters)), std::move(success),
+        std::move(failure));
+}
+
+HTTPTask *HTTPSessionManager::PUT(
+    const QString &address, QIODevice *body, HTTPSuccess success, HTTPFailure failure) const
+{
+    return track(
+        m_network->put(request(QUrl(address)), body), std::move(success), std::move(failure));
+}

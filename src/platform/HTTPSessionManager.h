@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/HTTPTask.h"
+
+#include <chrono>
+
+class QIODevice;
+class QNetworkAccessManager;
+class QNetworkRequest;
+
+//! The way to a server: how requests are written and which answers are acceptable.
+//!
+//! A cheap value that is made for each request; connections, cookies and certificates belong to the network access
+//! manager behind it, which all share. Parameters travel as query (GET) or as form body (POST).
+class HTTPSessionManager
+{
+public:
+    enum class CachePolicy { UseProtocol, ReturnCacheDataElseLoad };
+
+    explicit HTTPSessionManager(QNetworkAccessManager *network);
+
+    void setValueForHTTPHeaderField(const QByteArray &value, const QByteArray &field);
+    //! Content types an answer with a body may have; none set: any.
+    void setAcceptableContentTypes(const QSet<QByteArray> &types);
+    void setTimeoutInterval(std::chrono::milliseconds timeout);
+    void setCachePolicy(CachePolicy policy);
+
+    //! An answer of status 200 to 299 with an acceptable content type is success, all else failure.
+    HTTPTask *GET(const QString &address, const HTTPParameters &parameters, HTTPSuccess success,
+        HTTPFailure failure) const;
+    HTTPTask *POST(const QString &address, const HTTPParameters &parameters, HTTPSuccess success,
+        HTTPFailure failure) const;
+    //! Sends what the device holds from its position on; the device stays the caller's and must outlive the task.
+    HTTPTask *PUT(
+        const QString &address, QIODevice *body, HTTPSuccess success, HTTPFailure failure) const;
+
+private:
+    QNetworkRequest request(const QUrl &url) const;
+    HTTPTask *track(QNetworkReply *reply, HTTPSuccess success, HTTPFailure failure) const;
+
+    QNetworkAccessManager *m_network;
+    QList<std::pair<QByteArray, QByteArray>> m_headers;
+    QSet<QByteArray> m_acceptableContentTypes;
+    std::chrono::milliseconds m_timeout {60'000};
+    CachePolicy m_cachePolicy = CachePolicy::UseProtocol;
+};

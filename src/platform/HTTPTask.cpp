@@ -1,0 +1,86 @@
+#include "platform/HTTPTask.h"
+
+#include <QNetworkReply>
+
+namespace {
+
+constexpr int firstSuccessStatus = 200;
+constexpr int lastSuccessStatus = 299;
+// The transport's own numbers end below 500.
+constexpr int unacceptableStatus = 1001;
+constexpr int unacceptableContentType = 1002;
+constexpr int bodyTooLarge = 1003;
+
+QByteArray mimeTypeOf(const HTTPResponse &response)
+{
+    const QByteArray type = response.header("Content-Type");
+    return type.left(type.indexOf(';')).trimmed().toLower();
+}
+
+}
+
+HTTPTask::HTTPTask(QNetworkReply *reply, const QSet<QByteArray> &acceptableContentTypes,
+    HTTPSuccess success, HTTPFailure failure)
+    : QObject(reply->manager())
+    , m_reply(reply)
+    , m_acceptableContentTypes(acceptableContentTypes)
+    , m_success(std::move(success))
+    , m_failure(std::move(failure))
+{
+    m_reply->setParent(this);
+    connect(m_reply, &QNetworkReply::uploadProgress, this, &HTTPTask::uploadProgress);
+    connect(m_reply, &QNetworkReply::readyRead, this, &HTTPTask::readBody);
+    // Queued: a reply that fails at once must not answer before the caller holds the task.
+    connect(m_reply, &QNetworkReply::finished, this, &HTTPTask::finish, Qt::QueuedConnection);
+}
+
+void HTTPTask::cancel()
+{
+    m_reply->abort();
+}
+
+void HTTPTask::readBody()
+{
+    m_body += m_reply->readAll();
+    if (m_body.size() > maximumBodySize)
+        m_reply->abort();
+}
+
+HTTPError HTTPTask::errorOf(const HTTPResponse &response) const
+{
+    const bool refused = response.statusCode != 0
+        && (response.statusCode < firstSuccessStatus || response.statusCode > lastSuccessStatus);
+    if (refused)
+        return {unacceptableStatus, QStringLiteral("status %1").arg(response.statusCode)};
+    if (response.body.size() > maximumBodySize)
+        return {bodyTooLarge, QStringLiteral("body above %1 bytes").arg(maximumBodySize)};
+    if (m_reply->error() != QNetworkReply::NoError)
+        return {int(m_reply->error()), m_reply->errorString()};
+    if (!m_acceptableContentTypes.isEmpty() && !response.body.isEmpty()
+        && !m_acceptableContentTypes.contains(mimeTypeOf(response)))
+        return {unacceptableContentType,
+            QStringLiteral("content type %1")
+                .arg(QString::fromLatin1(response.header("Content-Type")))};
+    return {};
+}
+
+void HTTPTask::finish()
+{
+    HTTPResponse response {
+        m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), {}, {}};
+    for (const auto &[name, value] : m_reply->rawHeaderPairs()) {
+        // The toolkit joins cookies by line ends.
+        for (const QByteArray &single : value.split('\n'))
+            response.headers.append({name, single});
+    }
+    if (m_reply->isOpen())
+        readBody();
+    response.body = std::move(m_body);
+
+    const HTTPError error = errorOf(response);
+    deleteLater();
+    if (error.code == 0)
+        m_success(response);
+    else
+        m_failure(response, error);
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/HTTPTypes.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QSet>
+
+class QNetworkReply;
+
+//! One request on its way. Made by HTTPSessionManager, deletes itself after the answer has been delivered.
+//! Exactly one of success and failure is called, on the main thread, never from inside the call that started it;
+//! a cancelled task ends with failure. Only a network access manager that dies first takes its tasks with it unanswered.
+class HTTPTask : public QObject
+{
+    Q_OBJECT
+
+public:
+    //! An answer with a larger body (unpacked) is a failure, cut off as soon as that shows.
+    static constexpr qint64 maximumBodySize = 64 * 1024 * 1024;
+
+    HTTPTask(QNetworkReply *reply, const QSet<QByteArray> &acceptableContentTypes,
+        HTTPSuccess success, HTTPFailure failure);
+
+    void cancel();
+
+Q_SIGNALS:
+    //! Bytes sent of the body, and its size.
+    void uploadProgress(qint64 sent, qint64 total);
+
+private:
+    void readBody();
+    void finish();
+    HTTPError errorOf(const HTTPResponse &response) const;
+
+    QNetworkReply *m_reply;
+    QByteArray m_body;
+    QSet<QByteArray> m_acceptableContentTypes;
+    HTTPSuccess m_success;
+    HTTPFailure m_failure;
+};

@@ -1,0 +1,91 @@
+#include "platform/KeyChainStore.h"
+
+#include "platform/Logging.h"
+#include "platform/PrivateFile.h"
+
+#include <QSettings>
+#include <qt6keychain/keychain.h>
+
+using namespace QKeychain;
+
+namespace {
+
+// The service not running, refusing, or locked for good all come down to this: the file answers instead.
+bool serviceFailed(const Job *job)
+{
+    return job->error() != NoError && job->error() != EntryNotFound;
+}
+
+void reportFallback(const Job *job)
+{
+    qCInfo(lcPlatform) << "keyring not usable, items are kept in a private file:"
+                       << job->errorString();
+}
+
+}
+
+KeyChainStore::KeyChainStore(const QString &profileName, const QString &fallbackFile)
+    : m_profileName(profileName)
+    , m_fallback(std::make_unique<QSettings>(fallbackFile, QSettings::IniFormat))
+{
+    PrivateFile::makeParentFolder(fallbackFile);
+}
+
+KeyChainStore::~KeyChainStore() = default;
+
+QString KeyChainStore::itemName(const QString &key) const
+{
+    return m_profileName.isEmpty() ? key : key + u'@' + m_profileName;
+}
+
+void KeyChainStore::load(const QString &key, Loaded loaded)
+{
+    auto *job = new ReadPasswordJob(itemName(key), this);
+    job->setKey(itemName(key));
+    connect(job, &Job::finished, this, [this, job, key, loaded = std::move(loaded)] {
+        std::optional<QByteArray> data;
+        if (job->error() == NoError) {
+            data = job->binaryData();
+        } else if (serviceFailed(job)) {
+            reportFallback(job);
+            const QVariant stored = m_fallback->value(key);
+            if (stored.isValid())
+                data = stored.toByteArray();
+        }
+        loaded(data);
+    });
+    job->start();
+}
+
+void KeyChainStore::save(const QString &key, const QByteArray &data, Done done)
+{
+    auto *job = new WritePasswordJob(itemName(key), this);
+    job->setKey(itemName(key));
+    job->setBinaryData(data);
+    connect(job, &Job::finished, this, [this, job, key, data, done = std::move(done)] {
+        bool stored = job->error() == NoError;
+        if (serviceFailed(job)) {
+            m_fallback->setValue(key, data);
+            m_fallback->sync();
+            stored = m_fallback->status() == QSettings::NoError;
+        }
+        if (done)
+            done(stored);
+    });
+    job->start();
+}
+
+void KeyChainStore::deleteKeyData(const QString &key, Done done)
+{
+    auto *job = new DeletePasswordJob(itemName(key), this);
+    job->setKey(itemName(key));
+    connect(job, &Job::finished, this, [this, job, key, done = std::move(done)] {
+        if (serviceFailed(job)) {
+            m_fallback->remove(key);
+            m_fallback->sync();
+        }
+        if (done)
+            done(true);
+    });
+    job->start();
+}

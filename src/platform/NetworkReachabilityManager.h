@@ -1,0 +1,14 @@
+#pragma once
+
+//! Whether the device has a network. Unknown counts as reachable everywhere.
+class NetworkReachabilityManager
+{
+public:
+    enum class Status { Unknown = -1, NotReachable = 0, ReachableViaWWAN = 1, ReachableViaWiFi = 2 };
+
+    virtual ~NetworkReachabilityManager() = default;
+
+    virtual Status networkReachabilityStatus() const = 0;
+
+    bool isReachable() const { return networkReachabilityStatus() != Status::NotReachable; }
+};

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QVariant>
+
+#include <functional>
+
+//! In-process notifications by name: whoever posts need not know who listens.
+//! One for the process; observers are called at once, in the order they were added.
+class NotificationCenter : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Observer = std::function<void(const QVariant &object)>;
+
+    //! Calls the observer for every notification of that name for as long as the context lives.
+    void addObserver(const QString &name, QObject *context, Observer observer);
+    void postNotificationName(const QString &name, const QVariant &object = {});
+
+Q_SIGNALS:
+    void posted(const QString &name, const QVariant &object);
+};

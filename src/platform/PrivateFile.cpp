@@ -1,0 +1,36 @@
+#include "platform/PrivateFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+void PrivateFile::makeParentFolder(const QString &filePath)
+{
+    const QDir folder = QFileInfo(filePath).absoluteDir();
+    if (folder.exists())
+        return;
+    QDir().mkpath(folder.absolutePath());
+    QFile::setPermissions(
+        folder.absolutePath(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+bool PrivateFile::write(const QString &filePath, const QByteArray &content)
+{
+    makeParentFolder(filePath);
+    QSaveFile file(filePath);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    // Before the first byte, so that no other user ever finds it readable.
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    file.write(content);
+    return file.commit();
+}
+
+std::optional<QByteArray> PrivateFile::read(const QString &filePath)
+{
+    QFile file(filePath);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return file.readAll();
+}

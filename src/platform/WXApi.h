@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QObject>
+#include <QUrl>
+
+//! The answer to an authorisation request; an empty code means refused or cancelled.
+struct SendAuthResp
+{
+    QString code;
+    QString state;
+
+    bool operator==(const SendAuthResp &) const = default;
+};
+
+//! WeChat's open interface: asks for an authorisation, and takes the answer from a URL callback.
+class WXApi : public QObject
+{
+    Q_OBJECT
+
+public:
+    virtual bool registerApp(const QString &appId, const QString &universalLink) = 0;
+    //! Asks for an authorisation; false when it cannot be asked for on this device.
+    virtual bool sendAuthReq(const QString &scope, const QString &state) = 0;
+    //! Whether the URL was a callback of this interface; its answer follows by onResp.
+    virtual bool handleOpenURL(const QUrl &url) = 0;
+    virtual bool handleOpenUniversalLink(const QUrl &link) = 0;
+
+Q_SIGNALS:
+    void onResp(const SendAuthResp &response);
+};

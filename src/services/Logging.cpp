@@ -1,0 +1,3 @@
+#include "services/Logging.h"
+
+Q_LOGGING_CATEGORY(lcServices, "vant.services", QtInfoMsg)

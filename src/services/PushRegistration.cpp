@@ -1,0 +1,83 @@
+#include "services/PushRegistration.h"
+
+#include "model/LoginModel.h"
+#include "platform/NotificationCenter.h"
+#include "platform/PushClient.h"
+#include "platform/UserDefaults.h"
+#include "services/Logging.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString outcomeKey = QStringLiteral("GTPushCid");
+
+}
+
+PushRegistration::PushRegistration(PushClient *client,
+    const DeploymentConfiguration::Push &credentials, LoginModel *loginModel,
+    UserDefaults *defaults, NotificationCenter *notifications)
+    : m_client(client)
+    , m_credentials(credentials)
+    , m_loginModel(loginModel)
+    , m_defaults(defaults)
+    , m_notifications(notifications)
+{
+    connect(client, &PushClient::didRegisterClient, this, &PushRegistration::didRegisterClient);
+    connect(client, &PushClient::didOccurError, this, &PushRegistration::didOccurError);
+    connect(client, &PushClient::willPresentNotification, this,
+        &PushRegistration::willPresentNotification);
+    connect(client, &PushClient::didReceiveNotification, this,
+        &PushRegistration::didReceiveNotification);
+}
+
+void PushRegistration::start()
+{
+    startSdk();
+    m_client->registerRemoteNotification(PushClient::Badge | PushClient::Sound | PushClient::Alert);
+}
+
+void PushRegistration::bindGeTuiAgain()
+{
+    isBindGeTuiAgain = true;
+    startSdk();
+}
+
+void PushRegistration::startSdk()
+{
+    m_client->startSdk(m_credentials.appId, m_credentials.appKey, m_credentials.appSecret);
+}
+
+void PushRegistration::resetBadge()
+{
+    m_client->resetBadge();
+}
+
+void PushRegistration::didRegisterClient(const QString &clientId)
+{
+    m_loginModel->setC_id(clientId);
+    m_defaults->setObject(u"getCidSuccess"_s, outcomeKey);
+    m_defaults->synchronize();
+    if (isBindGeTuiAgain)
+        m_notifications->postNotificationName(u"STOPNSTimer"_s);
+}
+
+void PushRegistration::didOccurError(const QString &error)
+{
+    qCInfo(lcServices) << "push registration failed:" << error;
+    m_defaults->setObject(u"getCidFailed"_s, outcomeKey);
+    m_defaults->synchronize();
+}
+
+void PushRegistration::willPresentNotification(const QVariantMap &userInfo)
+{
+    m_loginModel->messageCount = 0;
+    isAppBackground = false;
+    m_notifications->postNotificationName(u"GeTuiPushLoadNewWeb"_s, userInfo);
+}
+
+void PushRegistration::didReceiveNotification(const QVariantMap &userInfo)
+{
+    isAppBackground = true;
+    m_notifications->postNotificationName(u"backGeTuiPushLoadNewWeb"_s, userInfo);
+}

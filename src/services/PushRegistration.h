@@ -1,0 +1,48 @@
+#pragma once
+
+#include "model/DeploymentConfiguration.h"
+
+#include <QObject>
+
+class LoginModel;
+class NotificationCenter;
+class PushClient;
+class UserDefaults;
+
+//! Registers this device with the push service and passes on what the service reports. Owned by the application.
+//!
+//! The client id is stored when it comes and bound to a user at the next login only. Notifications become
+//! "GeTuiPushLoadNewWeb" (in the foreground) and "backGeTuiPushLoadNewWeb" (tapped), with their user info.
+class PushRegistration : public QObject
+{
+    Q_OBJECT
+
+public:
+    PushRegistration(PushClient *client, const DeploymentConfiguration::Push &credentials,
+        LoginModel *loginModel, UserDefaults *defaults, NotificationCenter *notifications);
+
+    //! The registration at launch.
+    void start();
+    //! Starts the service again; the next client id posts "STOPNSTimer".
+    void bindGeTuiAgain();
+    void resetBadge();
+    //! A tapped notification, from the service or from the desktop.
+    void didReceiveNotification(const QVariantMap &userInfo);
+
+    //! The last notification was tapped from outside the program.
+    bool isAppBackground = false;
+    //! bindGeTuiAgain has been used.
+    bool isBindGeTuiAgain = false;
+
+private:
+    void startSdk();
+    void didRegisterClient(const QString &clientId);
+    void didOccurError(const QString &error);
+    void willPresentNotification(const QVariantMap &userInfo);
+
+    PushClient *m_client;
+    DeploymentConfiguration::Push m_credentials;
+    LoginModel *m_loginModel;
+    UserDefaults *m_defaults;
+    NotificationCenter *m_notifications;
+};

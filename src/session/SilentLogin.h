@@ -1,0 +1,49 @@
+#pragma once
+
+#include "session/LoginResult.h"
+
+#include <QJsonValue>
+#include <QObject>
+
+#include <functional>
+#include <vector>
+
+class PushBinding;
+class SsoCookies;
+
+//! The login with the stored token, without a screen. One runs at a time: who asks while one is under way gets its
+//! answer, so that a stale token can never make a loop of requests.
+class SilentLogin : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class Outcome {
+        SignedIn, //!< stored; cookies saved, push bound where the client id is known
+        Refused, //!< the account's type may not use this edition
+        Failed, //!< no success; the server's text says why
+    };
+    using Finished = std::function<void(Outcome outcome, const QString &errorDescription)>;
+
+    SilentLogin(LoginModel *loginModel, RequestInterface *requests, SsoCookies *cookies,
+        LoginResult *result, PushBinding *binding);
+
+    void start(LoginResult::Refresh refresh, Finished finished);
+
+private:
+    struct Waiting
+    {
+        LoginResult::Refresh refresh;
+        Finished finished;
+    };
+
+    void handleAnswer(int status, const QJsonValue &data, const QString &errorDescription);
+    void finish(Outcome outcome, const QString &errorDescription, const QJsonObject &data);
+
+    LoginModel *m_loginModel;
+    RequestInterface *m_requests;
+    SsoCookies *m_cookies;
+    LoginResult *m_result;
+    PushBinding *m_binding;
+    std::vector<Waiting> m_waiting;
+};

@@ -1,0 +1,64 @@
+#include "session/SsoCookies.h"
+
+#include "platform/CookieProperties.h"
+#include "platform/HTTPCookieStorage.h"
+#include "platform/UserDefaults.h"
+
+#include <algorithm>
+
+namespace {
+
+const QString savedKey = QStringLiteral("vantCookies");
+
+bool isSessionCookie(const QNetworkCookie &cookie)
+{
+    return cookie.name() == "mo" || cookie.name() == "tmo";
+}
+
+}
+
+SsoCookies::SsoCookies(HTTPCookieStorage *storage, UserDefaults *defaults)
+    : m_storage(storage)
+    , m_defaults(defaults)
+{
+}
+
+void SsoCookies::handleCookie()
+{
+    QVariantList saved;
+    for (const QNetworkCookie &cookie : m_storage->cookies()) {
+        if (isSessionCookie(cookie))
+            saved << CookieProperties::of(cookie);
+    }
+    m_defaults->setObject(saved, savedKey);
+    m_defaults->synchronize();
+}
+
+void SsoCookies::configCookies()
+{
+    const QList<QNetworkCookie> live = m_storage->cookies();
+    if (std::any_of(live.cbegin(), live.cend(), isSessionCookie))
+        return;
+    for (const QVariant &properties : m_defaults->objectForKey(savedKey).toList())
+        m_storage->setCookie(CookieProperties::cookie(properties.toMap()));
+}
+
+void SsoCookies::clearStorage()
+{
+    for (const QNetworkCookie &cookie : m_storage->cookies()) {
+        if (isSessionCookie(cookie))
+            m_storage->removeCookie(cookie);
+    }
+}
+
+void SsoCookies::removeSaved()
+{
+    m_defaults->removeObjectForKey(savedKey);
+    m_defaults->synchronize();
+}
+
+void SsoCookies::clearCookies()
+{
+    removeSaved();
+    clearStorage();
+}
