@@ -7,20 +7,13 @@
 
 namespace {
 
-QVariant stringFrom(const QJsonValue &value)
-{
-    if (value.isString())
-        return value.toString();
-    if (value.isDouble() || value.isBool())
-        return value.isBool() ? QString::number(int(value.toBool())) : value.toVariant().toString();
-    return {};
-}
-
 QVariant converted(const QJsonValue &value, QMetaType wanted)
 {
     switch (wanted.id()) {
     case QMetaType::QString:
-        return stringFrom(value);
+        if (const QString text = DictionaryMapper::text(value); !text.isNull())
+            return text;
+        return {};
     case QMetaType::Bool:
         if (const auto number = DictionaryMapper::integer(value))
             return *number != 0;
@@ -35,6 +28,19 @@ QVariant converted(const QJsonValue &value, QMetaType wanted)
     }
 }
 
+}
+
+QString DictionaryMapper::text(const QJsonValue &value)
+{
+    if (value.isBool())
+        return QString::number(int(value.toBool()));
+    if (value.isDouble())
+        return value.toVariant().toString();
+    if (!value.isString())
+        return {};
+    // The reader of JSON gives an empty text as a null one.
+    const QString text = value.toString();
+    return text.isNull() ? QStringLiteral("") : text;
 }
 
 std::optional<qint64> DictionaryMapper::integer(const QJsonValue &value)
@@ -63,7 +69,11 @@ void DictionaryMapper::fill(
         if (found == dictionary.constEnd())
             continue;
         const QVariant value = converted(found.value(), property.metaType());
-        if (value.isValid())
-            property.writeOnGadget(gadget, value);
+        if (!value.isValid())
+            continue;
+        // A member's own write skips what compares equal, as an empty text does to the null one.
+        if (value.toString().isEmpty())
+            property.writeOnGadget(gadget, QStringLiteral(" "));
+        property.writeOnGadget(gadget, value);
     }
 }

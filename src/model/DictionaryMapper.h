@@ -20,6 +20,9 @@ Record model(const QJsonObject &dictionary)
     return record;
 }
 
+//! A server's text that may come as a number or a boolean; null when it is neither.
+QString text(const QJsonValue &value);
+
 //! A server's number that may come as a string; nothing when it is neither.
 std::optional<qint64> integer(const QJsonValue &value);
 

@@ -12,6 +12,8 @@
 
 bool DesktopUrlOpener::canOpenURL(const QUrl &url) const
 {
+    if (url.scheme().isEmpty())
+        return false;
     const std::unique_ptr<GAppInfo, decltype(&g_object_unref)> handler(
         g_app_info_get_default_for_uri_scheme(url.scheme().toUtf8().constData()), &g_object_unref);
     return handler != nullptr;

@@ -5,6 +5,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QImageReader>
+#include <QMutex>
 #include <QPointer>
 #include <QSaveFile>
 #include <QThreadPool>
@@ -31,6 +32,9 @@ QString write(const QString &folderPath, QByteArray encoded)
     if (reader.read().isNull())
         return QStringLiteral("not an image: %1").arg(reader.errorString());
 
+    // A free name stays free only until the next picture has taken it.
+    static QMutex naming;
+    const QMutexLocker locker(&naming);
     const QDir folder(folderPath);
     folder.mkpath(u"."_s);
     QSaveFile file(freeName(folder, format == u"jpeg" ? u"jpg"_s : format));

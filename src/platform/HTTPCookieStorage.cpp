@@ -9,10 +9,26 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+namespace {
+
+bool hasExpired(const QNetworkCookie &cookie)
+{
+    return !cookie.isSessionCookie() && cookie.expirationDate() <= QDateTime::currentDateTimeUtc();
+}
+
+}
+
 HTTPCookieStorage::HTTPCookieStorage(const QString &filePath)
     : m_filePath(filePath)
 {
     load();
+}
+
+QList<QNetworkCookie> HTTPCookieStorage::cookies() const
+{
+    QList<QNetworkCookie> live = allCookies();
+    live.removeIf(hasExpired);
+    return live;
 }
 
 void HTTPCookieStorage::setCookie(const QNetworkCookie &cookie)
@@ -53,12 +69,11 @@ void HTTPCookieStorage::load()
     const auto content = PrivateFile::read(m_filePath);
     if (!content)
         return;
-    const QDateTime now = QDateTime::currentDateTimeUtc();
     QList<QNetworkCookie> cookies;
     for (const QJsonValue &properties : QJsonDocument::fromJson(*content).array()) {
         const QNetworkCookie cookie
             = CookieProperties::cookie(properties.toObject().toVariantMap());
-        if (!cookie.name().isEmpty() && cookie.expirationDate() > now)
+        if (!cookie.name().isEmpty() && !cookie.isSessionCookie() && !hasExpired(cookie))
             cookies << cookie;
     }
     setAllCookies(cookies);
@@ -76,7 +91,7 @@ void HTTPCookieStorage::save()
 {
     m_saveScheduled = false;
     QJsonArray kept;
-    for (const QNetworkCookie &cookie : allCookies()) {
+    for (const QNetworkCookie &cookie : cookies()) {
         if (!cookie.isSessionCookie())
             kept << QJsonObject::fromVariantMap(CookieProperties::of(cookie));
     }

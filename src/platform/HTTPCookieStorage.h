@@ -12,7 +12,8 @@ class HTTPCookieStorage : public QNetworkCookieJar
 public:
     explicit HTTPCookieStorage(const QString &filePath);
 
-    QList<QNetworkCookie> cookies() const { return allCookies(); }
+    //! All that have not expired.
+    QList<QNetworkCookie> cookies() const;
     void setCookie(const QNetworkCookie &cookie);
     void removeCookie(const QNetworkCookie &cookie);
 

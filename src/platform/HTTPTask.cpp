@@ -14,7 +14,7 @@ constexpr int bodyTooLarge = 1003;
 QByteArray mimeTypeOf(const HTTPResponse &response)
 {
     const QByteArray type = response.header("Content-Type");
-    return type.left(type.indexOf(';')).trimmed().toLower();
+    return type.split(';').constFirst().trimmed().toLower();
 }
 
 }

@@ -28,7 +28,6 @@ KeyChainStore::KeyChainStore(const QString &profileName, const QString &fallback
     : m_profileName(profileName)
     , m_fallback(std::make_unique<QSettings>(fallbackFile, QSettings::IniFormat))
 {
-    PrivateFile::makeParentFolder(fallbackFile);
 }
 
 KeyChainStore::~KeyChainStore() = default;
@@ -65,6 +64,7 @@ void KeyChainStore::save(const QString &key, const QByteArray &data, Done done)
     connect(job, &Job::finished, this, [this, job, key, data, done = std::move(done)] {
         bool stored = job->error() == NoError;
         if (serviceFailed(job)) {
+            PrivateFile::prepareSettings(m_fallback->fileName());
             m_fallback->setValue(key, data);
             m_fallback->sync();
             stored = m_fallback->status() == QSettings::NoError;

@@ -5,6 +5,12 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+namespace {
+
+constexpr auto ownerOnly = QFile::ReadOwner | QFile::WriteOwner;
+
+}
+
 void PrivateFile::makeParentFolder(const QString &filePath)
 {
     const QDir folder = QFileInfo(filePath).absoluteDir();
@@ -15,6 +21,15 @@ void PrivateFile::makeParentFolder(const QString &filePath)
         folder.absolutePath(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
+void PrivateFile::prepareSettings(const QString &filePath)
+{
+    makeParentFolder(filePath);
+    QFile::remove(filePath + QStringLiteral(".lock"));
+    QFile file(filePath);
+    if (file.open(QIODevice::Append, ownerOnly))
+        file.setPermissions(ownerOnly);
+}
+
 bool PrivateFile::write(const QString &filePath, const QByteArray &content)
 {
     makeParentFolder(filePath);
@@ -22,7 +37,7 @@ bool PrivateFile::write(const QString &filePath, const QByteArray &content)
     if (!file.open(QIODevice::WriteOnly))
         return false;
     // Before the first byte, so that no other user ever finds it readable.
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    file.setPermissions(ownerOnly);
     file.write(content);
     return file.commit();
 }

@@ -6,7 +6,7 @@
 UserDefaults::UserDefaults(const QString &filePath)
     : m_settings(filePath, QSettings::IniFormat)
 {
-    PrivateFile::makeParentFolder(filePath);
+    PrivateFile::prepareSettings(filePath);
     m_settings.setAtomicSyncRequired(true);
 }
 

@@ -6,7 +6,6 @@
 
 namespace {
 
-constexpr QLatin1StringView tokenKey("login_token");
 const QString redirectKey = QStringLiteral("redirect_url");
 
 }
@@ -29,8 +28,8 @@ void LoginResult::storeAnswer(const QJsonObject &data)
     m_loginModel->userModel = DictionaryMapper::model<UserModel>(data.value(u"user").toObject());
     m_loginModel->ssoinfo = DictionaryMapper::model<SsoModel>(data.value(u"ssoinfo").toObject());
     // An answer without a token, or with none in it, keeps the one that works.
-    const QString token = data.value(tokenKey).toVariant().toString();
-    if (data.contains(tokenKey) && !token.isEmpty())
+    const QString token = DictionaryMapper::text(data.value(u"login_token"));
+    if (!token.isEmpty())
         m_loginModel->setLogin_token(token);
 }
 
@@ -44,7 +43,7 @@ void LoginResult::handleLoginResult(const QJsonObject &data, Refresh refresh)
 void LoginResult::handleLoginResult(const QJsonObject &data, const ChosenRegion &region)
 {
     storeAnswer(data);
-    m_defaults->setObject(data.value(redirectKey).toVariant(), redirectKey);
+    m_defaults->setObject(DictionaryMapper::text(data.value(redirectKey)), redirectKey);
     m_defaults->synchronize();
     if (!region.school.isEmpty())
         m_loginModel->setSchool(region.school);

@@ -39,8 +39,11 @@ void SsoCookies::configCookies()
     const QList<QNetworkCookie> live = m_storage->cookies();
     if (std::any_of(live.cbegin(), live.cend(), isSessionCookie))
         return;
-    for (const QVariant &properties : m_defaults->objectForKey(savedKey).toList())
-        m_storage->setCookie(CookieProperties::cookie(properties.toMap()));
+    for (const QVariant &properties : m_defaults->objectForKey(savedKey).toList()) {
+        const QNetworkCookie cookie = CookieProperties::cookie(properties.toMap());
+        if (isSessionCookie(cookie))
+            m_storage->setCookie(cookie);
+    }
 }
 
 void SsoCookies::clearStorage()

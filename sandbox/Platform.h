@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Accounts.h"
+#include "Schools.h"
+#include "WeChat.h"
+
+#include <optional>
+
+namespace sandbox {
+
+//! A signed-in user, as a cookie or token tells it.
+struct Identity {
+    Account account;
+    std::string siteCode;
+};
+
+//! Everything the platform knows. Owned by main; used from all threads.
+struct Platform {
+    Platform(size_t schoolCount, const Addresses& hosts)
+        : addresses(hosts)
+        , schools(schoolCount, hosts)
+    {
+    }
+
+    const Addresses addresses;
+    const Schools schools;
+    Accounts accounts;
+    WeChat weChat;
+
+    //! Forgets what has happened since the start.
+    void reset();
+};
+
+//! purpose is "token", "mo" or "tmo"; session tells two credentials of one user apart.
+std::string credential(std::string_view purpose, const Account& account,
+    const std::string& siteCode, const std::string& session = {});
+std::optional<Identity> identify(
+    const Platform& platform, std::string_view purpose, const std::string& credential);
+
+} // namespace sandbox

@@ -1,0 +1,151 @@
+#include "Site.h"
+
+#include "Assets.h"
+#include "Envelope.h"
+#include "Escaping.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace sandbox {
+
+namespace {
+
+constexpr int mostSlowMilliseconds = 120'000;
+
+struct Area {
+    Host host;
+    std::string_view prefix;
+};
+
+constexpr Area areas[]{
+    {Host::Rb, "/portal/"},
+    {Host::Rb, "/pages/agreement/"},
+    {Host::Rb, "/pages/wechat/"},
+    {Host::Rb, "/images/"},
+    {Host::Local, "/portal/"},
+    {Host::Local, "/images/"},
+    {Host::Tls, "/portal/"},
+    {Host::Tls, "/images/"},
+    {Host::Official, "/pages/official/"},
+    {Host::Content, "/images/"},
+};
+
+bool serves(const Request& request, const std::string& path)
+{
+    return std::ranges::any_of(areas, [&](const Area& area) {
+        return area.host == request.host && path.starts_with(area.prefix);
+    });
+}
+
+bool hasPortal(Host host)
+{
+    return host == Host::Rb || host == Host::Local || host == Host::Tls;
+}
+
+std::string contentTypeOf(std::string_view path)
+{
+    if (path.ends_with(".css"))
+        return "text/css;charset=UTF-8";
+    if (path.ends_with(".js"))
+        return "text/javascript;charset=UTF-8";
+    if (path.ends_with(".html") || path.ends_with(".jsp"))
+        return "text/html;charset=UTF-8";
+    if (path.ends_with(".png"))
+        return "image/png";
+    return "application/octet-stream";
+}
+
+std::chrono::milliseconds askedDelay(const Request& request)
+{
+    const std::string text = request.param("ms");
+    int value = 0;
+    std::from_chars(text.data(), text.data() + text.size(), value);
+    return std::chrono::milliseconds(std::clamp(value, 0, mostSlowMilliseconds));
+}
+
+} // namespace
+
+Reply Site::answer(const Request& request) const
+{
+    if (request.method != "GET" && request.method != "HEAD")
+        return textReply(405, "The page takes no " + request.method + "\n");
+    const std::string& path = request.path;
+    if (request.host == Host::Upload || request.host == Host::Storage)
+        return jsonReply({{"code", 404}, {"msg", "上传服务尚未开通"}, {"data", nullptr}}, 404);
+    if (request.host == Host::Rb) {
+        if (path == "/deployment.toml")
+            return textReply(200, deploymentToml(m_platform.addresses));
+        if (path == "/wechat/authorise")
+            return authorise(request);
+    }
+    if (!hasPortal(request.host))
+        return asset(request, path);
+    if (path == "/portal/api/session")
+        return session(request);
+    if (path == "/" || path == "/portal/" || m_platform.schools.byCode(path.substr(1)))
+        return asset(request, "/portal/index.html");
+    Reply reply = asset(request, path);
+    if (path == "/portal/slow.html")
+        reply.delay = askedDelay(request);
+    return reply;
+}
+
+Reply Site::asset(const Request& request, const std::string& path) const
+{
+    const auto found = embeddedAssets().find(path);
+    if (found == embeddedAssets().end() || !serves(request, path))
+        return notFound(request);
+    Reply reply;
+    reply.contentType = contentTypeOf(path);
+    reply.body = found->second;
+    if (!reply.contentType.starts_with("image/"))
+        reply.headers.emplace_back("Cache-Control", "no-cache");
+    return reply;
+}
+
+Reply Site::notFound(const Request& request) const
+{
+    Reply reply = textReply(404,
+        "The host \"" + std::string(roleOf(request.host)) + "\" has no " + request.path + "\n");
+    if (hasPortal(request.host)) {
+        reply.contentType = contentTypeOf(".html");
+        reply.body = embeddedAssets().at("/portal/missing.html");
+    }
+    return reply;
+}
+
+Reply Site::session(const Request& request) const
+{
+    for (const std::string purpose : {"mo", "tmo"}) {
+        const auto identity = identify(m_platform, purpose, request.cookie(purpose));
+        if (!identity)
+            continue;
+        const School* school = m_platform.schools.byCode(identity->siteCode);
+        return jsonReply({{"signed_in", true}, {"by", purpose},
+            {"user_name", identity->account.name}, {"user_type", int(identity->account.type)},
+            {"user_sex", identity->account.sex}, {"site_code", identity->siteCode},
+            {"school", school ? Json(school->fullName) : Json(nullptr)},
+            {"marker", !request.cookie("rblgin").empty()}});
+    }
+    return jsonReply({{"signed_in", false}}, 401);
+}
+
+Reply Site::authorise(const Request& request) const
+{
+    const std::string appId = request.param("appid");
+    if (appId.empty() || appId.find(':') != appId.npos)
+        return textReply(400, "appid is missing or wrong\n");
+    const std::string state = "state=" + percentEncoded(request.param("state"));
+    Reply reply = asset(request, "/pages/wechat/authorise.html");
+    const auto fill = [&](std::string_view mark, const std::string& value) {
+        replaceAll(reply.body, mark, htmlEscaped(value));
+    };
+    for (const std::string person : {"bound", "newcomer"})
+        fill("{{" + person + "}}",
+            appId + "://oauth?code=" + *m_platform.weChat.authorise(person) + "&" + state);
+    fill("{{refuse}}", appId + "://oauth?" + state);
+    return reply;
+}
+
+} // namespace sandbox

@@ -1,0 +1,230 @@
+#include "app/AppDelegate.h"
+
+#include "app/Logging.h"
+#include "login/LoginViewController2.h"
+#include "model/LoginModel.h"
+#include "platform/ApplicationBadge.h"
+#include "platform/LocationManager.h"
+#include "platform/MainQueue.h"
+#include "platform/NotificationCenter.h"
+#include "platform/ShareSDK.h"
+#include "platform/WXApi.h"
+#include "ui/NavigationController.h"
+#include "ui/Shell.h"
+#include "web/STHomeViewController.h"
+
+#include <QPointer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto switchDelay = 250ms;
+constexpr auto launchNotificationDelay = 2s;
+const QString tappedNotification = QStringLiteral("backGeTuiPushLoadNewWeb");
+
+}
+
+AppDelegate::AppDelegate(const AppDelegateEnvironment &environment, Controllers controllers)
+    : m_environment(environment)
+    , m_controllers(std::move(controllers))
+{
+    connect(m_environment.wxApi, &WXApi::onResp, this, &AppDelegate::onResp);
+    m_environment.notifications->addObserver(tappedNotification, this,
+        [this](const QVariant &userInfo) { keepUntilHomeExists(userInfo); });
+}
+
+AppDelegate::~AppDelegate() = default;
+
+bool AppDelegate::didFinishLaunchingWithOptions(
+    const std::optional<QVariantMap> &launchNotification)
+{
+    LoginModel *login = m_environment.loginModel;
+    m_environment.pushBinding->regidFailedCount = 0;
+    if (!login->isFirstInstall()) {
+        login->setIsFirstInstall(true);
+        login->setIsLoginOut(true);
+    }
+    if (login->isLogin() && hasToken()) {
+        m_environment.shell->navigator()->setRootViewController(u""_s);
+        backGroundloginInWithRefresh(true, [] { });
+    } else {
+        observeIsLogin(Token::Needed, Version::Marked);
+    }
+    registerServices();
+    m_environment.mainQueue->after(launchNotificationDelay, this, [this, launchNotification] {
+        m_environment.notifications->postNotificationName(tappedNotification,
+            launchNotification ? QVariant(*launchNotification) : QVariant());
+    });
+    return true;
+}
+
+void AppDelegate::registerServices()
+{
+    const DeploymentConfiguration &configuration = m_environment.configuration;
+    m_environment.locationManager->setEnableHTTPS(true);
+    m_environment.locationManager->setApiKey(configuration.location.mapKey);
+    m_environment.pushRegistration->start();
+    m_environment.shareSDK->registerPlatforms(configuration.wechat.appId, configuration.qq.appId);
+    m_environment.wxApi->registerApp(
+        configuration.wechat.appId, configuration.wechat.universalLink);
+}
+
+void AppDelegate::applicationDidBecomeActive()
+{
+    m_environment.badge->setNumber(0);
+    m_environment.pushRegistration->resetBadge();
+}
+
+bool AppDelegate::openURL(const QUrl &url)
+{
+    return m_environment.wxApi->handleOpenURL(url);
+}
+
+bool AppDelegate::continueUserActivity(const QUrl &universalLink)
+{
+    return m_environment.wxApi->handleOpenUniversalLink(universalLink);
+}
+
+void AppDelegate::onResp(const SendAuthResp &response)
+{
+    m_environment.notifications->postNotificationName(u"WechatAuthCode"_s,
+        QVariantMap {{u"code"_s, response.code}, {u"state"_s, response.state}});
+}
+
+STHomeViewController *AppDelegate::homeNavViewController()
+{
+    if (!m_homeViewController)
+        m_homeViewController = m_controllers.makeHome();
+    return m_homeViewController.get();
+}
+
+LoginViewController2 *AppDelegate::loginVC()
+{
+    if (!m_loginVC)
+        m_loginVC = m_controllers.makeLogin();
+    return m_loginVC.get();
+}
+
+NavigationController *AppDelegate::loginViewController()
+{
+    if (!m_loginNavigationController)
+        m_loginNavigationController = std::make_unique<NavigationController>(
+            m_environment.shell->navigator(), u"LoginScreen"_s, loginVC());
+    return m_loginNavigationController.get();
+}
+
+// Every call adds an observer for the rest of the process, and every observer routes: deliberate.
+void AppDelegate::observeIsLogin(Token token, Version version, std::function<void()> signedIn)
+{
+    m_environment.loginModel->observeIsLogin(
+        this, [this, token, version, signedIn = std::move(signedIn)](bool isLogin) mutable {
+            if (!isLogin || (token == Token::Needed && !hasToken())) {
+                switchToLogin();
+                return;
+            }
+            switchToHome(version);
+            if (const auto once = std::exchange(signedIn, {}))
+                once();
+        });
+}
+
+bool AppDelegate::hasToken() const
+{
+    return !m_environment.loginModel->login_token().isEmpty();
+}
+
+void AppDelegate::switchToHome(Version version)
+{
+    m_environment.mainQueue->after(switchDelay, this, [this, version] {
+        // Signed out again in the meantime: the login flow is there already.
+        if (!m_environment.loginModel->isLogin())
+            return;
+        m_environment.shell->navigator()->setRootViewController(
+            u"HomeScreen"_s, homeNavViewController());
+        if (version == Version::Marked)
+            m_environment.loginModel->setIsNotBeforeVersion(true);
+    });
+}
+
+void AppDelegate::switchToLogin()
+{
+    m_environment.shell->navigator()->setRootViewController(
+        QString::fromLatin1(NavigationController::screenName), loginViewController());
+}
+
+void AppDelegate::gotoLoginVC()
+{
+    m_environment.loginModel->setIsLogin(false);
+    observeIsLogin(Token::Needed, Version::NotMarked);
+}
+
+void AppDelegate::backGroundloginIn(std::function<void()> success)
+{
+    backGroundloginInWithRefresh(true, std::move(success));
+}
+
+void AppDelegate::backGroundloginInWithRefresh(bool refresh, std::function<void()> success)
+{
+    const auto refreshing = refresh ? LoginResult::Refresh::Yes : LoginResult::Refresh::No;
+    m_environment.silentLogin->start(refreshing,
+        [self = QPointer(this), refresh, success = std::move(success)](
+            SilentLogin::Outcome outcome, const QString &errorDescription) {
+            if (!self)
+                return;
+            switch (outcome) {
+            case SilentLogin::Outcome::Failed:
+                self->loginVC()->setMessage(errorDescription);
+                self->gotoLoginVC();
+                return;
+            case SilentLogin::Outcome::Refused:
+                self->m_environment.shell->toast()->showError(u"亲，您没有权限登录"_s);
+                self->gotoLoginVC();
+                return;
+            case SilentLogin::Outcome::SignedIn:
+                break;
+            }
+            if (!refresh) {
+                success();
+                return;
+            }
+            self->m_environment.loginModel->setIsLogin(true);
+            self->observeIsLogin(Token::NotNeeded, Version::Marked, success);
+        });
+}
+
+QString AppDelegate::takeUrlStr()
+{
+    return std::exchange(urlStr, QString());
+}
+
+std::optional<QVariantMap> AppDelegate::takePushDictionary()
+{
+    // From now on the home container hears of notifications itself.
+    m_homeHasLoaded = true;
+    return std::exchange(pushDictionary, std::nullopt);
+}
+
+void AppDelegate::keepUntilHomeExists(const QVariant &userInfo)
+{
+    if (!m_homeHasLoaded && userInfo.isValid())
+        pushDictionary = userInfo.toMap();
+}
+
+void AppDelegate::bindGeTuiAgain()
+{
+    m_environment.pushRegistration->bindGeTuiAgain();
+}
+
+void AppDelegate::setLandscapeScreen(bool landscape)
+{
+    m_landscapeScreen = landscape;
+    Q_EMIT supportedInterfaceOrientationsChanged();
+}
+
+AppDelegate::InterfaceOrientation AppDelegate::supportedInterfaceOrientations() const
+{
+    return m_landscapeScreen ? LandscapeRight : Portrait;
+}

@@ -1,0 +1,53 @@
+#include "app/ProfilePaths.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString standard(QStandardPaths::StandardLocation location)
+{
+    return QStandardPaths::writableLocation(location);
+}
+
+// A socket's path has room for about a hundred characters only.
+QString socketIn(const QString &profileName)
+{
+    const QByteArray digest
+        = QCryptographicHash::hash(profileName.toUtf8(), QCryptographicHash::Sha256);
+    QString folder = standard(QStandardPaths::RuntimeLocation);
+    if (folder.isEmpty())
+        folder = standard(QStandardPaths::TempLocation);
+    return folder + u"/vant-student-"_s + QString::fromLatin1(digest.toHex().left(16));
+}
+
+}
+
+ProfilePaths::ProfilePaths(const QString &profile)
+{
+    if (profile.isNull()) {
+        const QString data = standard(QStandardPaths::AppDataLocation);
+        settings = standard(QStandardPaths::AppConfigLocation) + u"/settings.ini"_s;
+        cookies = data + u"/cookies.json"_s;
+        keychainFallback = data + u"/keychain.ini"_s;
+        web = data + u"/web"_s;
+        cache = standard(QStandardPaths::CacheLocation) + u"/http"_s;
+        album = standard(QStandardPaths::PicturesLocation);
+        downloads = standard(QStandardPaths::DownloadLocation);
+    } else {
+        QDir().mkpath(profile);
+        const QString folder = QDir(profile).canonicalPath();
+        name = folder;
+        settings = folder + u"/settings.ini"_s;
+        cookies = folder + u"/cookies.json"_s;
+        keychainFallback = folder + u"/keychain.ini"_s;
+        web = folder + u"/web"_s;
+        cache = folder + u"/http"_s;
+        album = folder + u"/Pictures"_s;
+        downloads = folder + u"/Downloads"_s;
+    }
+    instanceSocket = socketIn(name);
+}

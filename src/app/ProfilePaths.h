@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+//! Where the state of a run lives: in the user's ordinary folders, or all below one folder.
+struct ProfilePaths
+{
+    //! \a profile: the folder, null for the ordinary ones.
+    explicit ProfilePaths(const QString &profile);
+
+    //! Names this profile among others of the same user; empty for the ordinary one.
+    QString name;
+    QString settings;
+    QString cookies;
+    QString keychainFallback;
+    QString web; //!< the pages' own storage and cache
+    QString cache; //!< answers of servers
+    QString album; //!< saved pictures
+    QString downloads;
+    QString instanceSocket; //!< by which a second start finds the running instance
+};

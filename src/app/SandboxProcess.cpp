@@ -1,0 +1,62 @@
+#include "app/SandboxProcess.h"
+
+#include "app/ConfigurationFile.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+
+#include <sys/prctl.h>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int startTimeoutMs = 10'000;
+constexpr int endTimeoutMs = 2'000;
+
+QString sandboxPath()
+{
+    const QString named = qEnvironmentVariable("VANT_SANDBOX");
+    return named.isEmpty() ? QCoreApplication::applicationDirPath() + u"/vant-sandbox"_s : named;
+}
+
+}
+
+SandboxProcess::~SandboxProcess()
+{
+    if (m_process.state() == QProcess::NotRunning)
+        return;
+    m_process.terminate();
+    if (!m_process.waitForFinished(endTimeoutMs))
+        m_process.kill();
+    m_process.waitForFinished(endTimeoutMs);
+}
+
+std::variant<DeploymentConfiguration, QString> SandboxProcess::start()
+{
+    // A client that is killed cannot end its child any more; the system does.
+    m_process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
+    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    m_process.start(sandboxPath(), {});
+    while (!m_process.canReadLine()) {
+        if (!m_process.waitForReadyRead(startTimeoutMs))
+            return u"the school platform %1 does not start: %2"_s.arg(
+                sandboxPath(), m_process.errorString());
+    }
+    const QString base = QString::fromUtf8(m_process.readLine()).trimmed();
+
+    QNetworkAccessManager network;
+    QNetworkRequest request(QUrl(base + u"/deployment.toml"_s));
+    request.setTransferTimeout(startTimeoutMs);
+    QNetworkReply *reply = network.get(request);
+    QEventLoop loop;
+    QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
+    loop.exec();
+    if (reply->error() != QNetworkReply::NoError)
+        return reply->errorString();
+    return ConfigurationFile::parse(reply->readAll(), base + u"/deployment.toml"_s);
+}

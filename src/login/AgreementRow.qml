@@ -1,0 +1,37 @@
+import QtQuick
+import Vant.Ui
+
+//! The agreements: a box to check, and the text with its two links. The box's state is the controller's.
+Item {
+    id: row
+
+    property alias selected: box.selected
+
+    signal toggled
+    signal linkActivated(string name)
+
+    implicitHeight: Math.max(box.height, label.height)
+
+    ImageCheckBox {
+        id: box
+        x: -12
+        width: Theme.touchSize
+        height: Math.max(Theme.touchSize, implicitHeight)
+        text: label.text
+        onClicked: row.toggled()
+    }
+
+    LinkedText {
+        id: label
+        anchors { left: box.right; leftMargin: -6; right: parent.right; verticalCenter: parent.verticalCenter }
+        height: implicitHeight
+        text: qsTr("登录即代表您已阅读同意《用户协议》和《隐私政策》")
+        links: [
+            { title: "《用户协议》", name: "protocol" },
+            { title: "《隐私政策》", name: "privacy" }
+        ]
+        color: "#000000"
+        linkColor: "#278bea"
+        onLinkActivated: name => row.linkActivated(name)
+    }
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+class LoginModel;
+class LoginResult;
+class MainQueue;
+class NetworkReachabilityManager;
+class NotificationCenter;
+class PushBinding;
+class QNetworkAccessManager;
+class RequestInterface;
+class Shell;
+class SsoCookies;
+class WXApi;
+
+//! Everything that the login screens work with; nothing is owned, all must outlive them.
+struct LoginEnvironment {
+    LoginModel *loginModel;
+    LoginResult *loginResult;
+    MainQueue *mainQueue;
+    QNetworkAccessManager *network;
+    NotificationCenter *notifications;
+    PushBinding *pushBinding;
+    NetworkReachabilityManager *reachability;
+    RequestInterface *requests;
+    Shell *shell;
+    SsoCookies *ssoCookies;
+    WXApi *wxApi;
+    QString displayName; //!< the platform's name, the screen's title
+    bool isPatriarch = false; //!< parent mode
+    //! Whether a launch advertisement covers the screen; none: there is never one.
+    std::function<bool()> launchAdShowing;
+};

@@ -1,0 +1,135 @@
+import QtQuick
+import Vant.Login
+import Vant.Ui
+
+//! The view of LoginViewController2.
+ScreenFrame {
+    id: screen
+
+    required property LoginViewController2 controller
+
+    color: Theme.surface
+    statusBarColor: "transparent"
+
+    function login() {
+        Qt.inputMethod.commit()
+        controller.login()
+    }
+
+    Connections {
+        target: screen.controller
+        function onEndEditing() { screen.forceActiveFocus() }
+    }
+
+    background: Image {
+        anchors { left: parent.left; right: parent.right; top: parent.top }
+        height: Math.min(parent.height, Math.max(parent.width * 0.6, 260))
+        source: "qrc:/assets/icon_bg.png"
+        fillMode: Image.PreserveAspectCrop
+        verticalAlignment: Image.AlignBottom
+    }
+
+    FormView {
+        id: form
+        anchors.fill: parent
+
+        Item { width: 1; height: Math.max(24, form.height * 0.06) }
+
+        Image {
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: 96
+            height: 96
+            source: screen.controller.logo
+            sourceSize: Qt.size(288, 288)
+            fillMode: Image.PreserveAspectFit
+            asynchronous: true
+            Accessible.role: Accessible.Graphic
+            Accessible.name: qsTr("学校标志")
+        }
+
+        Item { width: 1; height: 12 }
+
+        Text {
+            width: parent.width
+            text: screen.controller.title
+            font { pixelSize: Math.round(24 * Theme.fontScale); weight: Font.DemiBold }
+            color: Theme.text
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
+        }
+
+        Item { width: 1; height: Math.max(20, form.height * 0.04) }
+
+        SchoolRow {
+            width: parent.width
+            text: screen.controller.schoolText
+            chosen: screen.controller.schoolChosen
+            onClicked: screen.controller.chooseSchool()
+        }
+
+        Item { width: 1; height: 8 }
+
+        IconTextField {
+            id: account
+            width: parent.width
+            iconSource: "qrc:/assets/icon_account.png"
+            placeholderText: qsTr("请输入账号/工号/学号")
+            placeholderTextColor: "#cccccc"
+            inputMethodHints: Qt.ImhNoAutoUppercase | Qt.ImhNoPredictiveText
+            text: screen.controller.account
+            onTextEdited: screen.controller.account = text
+            onAccepted: password.forceActiveFocus(Qt.TabFocusReason)
+        }
+
+        Item { width: 1; height: 8 }
+
+        IconTextField {
+            id: password
+            width: parent.width
+            iconSource: "qrc:/assets/icon_passWord.png"
+            placeholderText: qsTr("请输入密码")
+            placeholderTextColor: "#cccccc"
+            password: true
+            text: screen.controller.password
+            onTextEdited: screen.controller.password = text
+            onAccepted: screen.login()
+        }
+
+        Item { width: 1; height: 16 }
+
+        AgreementRow {
+            width: parent.width
+            selected: screen.controller.userInstructionsSelected
+            onToggled: screen.controller.checkUserInstructions()
+            onLinkActivated: name => screen.controller.didSelectLink(name)
+        }
+
+        Item { width: 1; height: 20 }
+
+        PrimaryButton {
+            width: parent.width
+            text: qsTr("登录")
+            onClicked: screen.login()
+        }
+
+        Item { width: 1; height: 4 }
+
+        TextLink {
+            anchors.right: parent.right
+            text: qsTr("忘记密码")
+            color: "#999999"
+            font.pixelSize: Theme.captionText
+            onClicked: screen.controller.forgetPwd()
+        }
+
+        ThirdLogin {
+            width: parent.width
+            visible: !screen.controller.wechatLoginHidden
+            onWechatLogin: screen.controller.wechatLogin()
+        }
+
+        Item { width: 1; height: 24 }
+    }
+}

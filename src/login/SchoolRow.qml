@@ -1,0 +1,52 @@
+import QtQuick
+import Vant.Ui
+
+//! The row of the login form that opens the school chooser, and shows the chosen school.
+Tappable {
+    id: row
+
+    property bool chosen: false
+
+    leftPadding: 40
+    rightPadding: 28
+    topPadding: 12
+    bottomPadding: 12
+    implicitHeight: Math.max(52, implicitContentHeight + topPadding + bottomPadding)
+
+    contentItem: Text {
+        text: row.text
+        font: row.font
+        color: row.chosen ? "#000000" : "#cccccc"
+        verticalAlignment: Text.AlignVCenter
+        wrapMode: Text.Wrap
+        Accessible.ignored: true
+    }
+
+    background: Item {
+        Rectangle {
+            anchors.fill: parent
+            color: Theme.pressed
+            visible: row.down
+        }
+        Image {
+            x: 4
+            anchors.verticalCenter: parent.verticalCenter
+            width: 24
+            height: 24
+            source: "qrc:/assets/icon_chooseSchool.png"
+            fillMode: Image.PreserveAspectFit
+        }
+        Image {
+            anchors { right: parent.right; rightMargin: 4; verticalCenter: parent.verticalCenter }
+            width: 16
+            height: 16
+            source: "qrc:/assets/icon_more.png"
+            fillMode: Image.PreserveAspectFit
+        }
+        Rectangle {
+            anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
+            height: 1
+            color: Theme.line
+        }
+    }
+}

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/HTTPTypes.h"
+
+//! Secrets as they may appear in a log line.
+namespace LogMask {
+
+//! A secret's stand-in; a null or empty one stays visible as that.
+QString secret(const QString &value);
+//! Parameters with passwords, tokens, signatures and personal identifiers masked.
+HTTPParameters parameters(const HTTPParameters &parameters);
+
+}

@@ -1,0 +1,112 @@
+#include "net/RequestItem.h"
+
+#include "model/StringFormat.h"
+#include "net/BaseRequestManager.h"
+#include "net/JsonFragment.h"
+#include "net/LogMask.h"
+#include "net/Logging.h"
+#include "platform/HTTPSessionManager.h"
+#include "platform/UserDefaults.h"
+
+namespace {
+
+constexpr std::chrono::seconds requestTimeout {30};
+constexpr int parsedStatus = 200;
+const QString cookieKey = QStringLiteral("MiPushUsingCookie");
+
+HTTPSessionManager sessionManager(QNetworkAccessManager *network)
+{
+    HTTPSessionManager manager(network);
+    manager.setAcceptableContentTypes(
+        {"application/json", "text/json", "text/plain", "text/html"});
+    manager.setTimeoutInterval(requestTimeout);
+    manager.setValueForHTTPHeaderField("vant-ios;client-st;", "User-Agent");
+    return manager;
+}
+
+}
+
+std::unique_ptr<RequestItem> RequestItem::createItemWithtype(int type, const QString &organization,
+    const QString &action, const QString &start, const HTTPParameters &params,
+    BaseRequestManager *manager, ResponseCallback response)
+{
+    std::unique_ptr<RequestItem> item(new RequestItem);
+    item->m_type = type;
+    item->m_organization = organization;
+    item->m_action = action;
+    item->m_start = start;
+    item->m_params = params;
+    item->m_baseRequestManager = manager;
+    item->m_response = std::move(response);
+    return item;
+}
+
+RequestItem::~RequestItem()
+{
+    if (m_requestTask)
+        m_requestTask->cancel();
+}
+
+void RequestItem::request()
+{
+    const HTTPSessionManager manager = sessionManager(m_baseRequestManager->network());
+    HTTPParameters parameters = m_params;
+    parameters[QStringLiteral("action")] = m_action;
+    parameters[QStringLiteral("start")] = m_start;
+    const QString address
+        = m_baseRequestManager->addressOf(m_action, m_start, m_organization);
+
+    // The task outlives an item that is destroyed early.
+    const auto whileAlive = [item = QPointer(this)](auto finish) {
+        return [item, finish](const auto &...answer) {
+            if (item)
+                (item->*finish)(answer...);
+        };
+    };
+    const auto failure = whileAlive(&RequestItem::didFail);
+    if (m_type == Post) {
+        m_requestTask = manager.POST(
+            address, parameters, whileAlive(&RequestItem::didSucceedPost), failure);
+    } else if (m_type == Get) {
+        // The cookie string of the last answer is told here and no more: what travels is the cookie storage.
+        qCDebug(lcNet).noquote() << StringFormat::format(
+            u"params:%@"_qs, QVariant(LogMask::parameters(parameters)));
+        qCDebug(lcNet).noquote() << StringFormat::format(u"mipushCookie:%@"_qs,
+            LogMask::secret(m_baseRequestManager->defaults()->stringForKey(cookieKey)));
+        m_requestTask = manager.GET(
+            address, parameters, whileAlive(&RequestItem::didSucceedGet), failure);
+    }
+}
+
+void RequestItem::cancel()
+{
+    qCDebug(lcNet).nospace() << "_requestTask=======" << m_requestTask.data();
+    if (m_requestTask)
+        m_requestTask->cancel();
+}
+
+void RequestItem::didSucceedGet(const HTTPResponse &response)
+{
+    const QString cookie = QString::fromUtf8(response.header("Set-Cookie"));
+    qCDebug(lcNet).noquote() << StringFormat::format(u"cookieStr:%@"_qs, LogMask::secret(cookie));
+    if (!cookie.isNull()) {
+        m_baseRequestManager->defaults()->setObject(cookie, cookieKey);
+        m_baseRequestManager->defaults()->synchronize();
+    }
+    if (response.statusCode == parsedStatus) {
+        if (auto parsed = JsonFragment::parse(response.body))
+            m_responseObject = *std::move(parsed);
+    }
+    m_baseRequestManager->handelRequestDidFinish(this, std::nullopt);
+}
+
+void RequestItem::didSucceedPost(const HTTPResponse &response)
+{
+    m_responseObject = response.body;
+    m_baseRequestManager->handelRequestDidFinish(this, std::nullopt);
+}
+
+void RequestItem::didFail(const HTTPResponse &, const HTTPError &error)
+{
+    m_baseRequestManager->handelRequestDidFinish(this, error);
+}

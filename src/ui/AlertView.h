@@ -1,0 +1,64 @@
+#pragma once
+
+#include "ui/Alert.h"
+
+#include <QObject>
+#include <QQueue>
+#include <qqmlregistration.h>
+
+#include <functional>
+
+//! The alerts of the process: shown one at a time in the order they were asked for, each answered exactly once.
+//! Those still waiting when the program ends stay unanswered. One for the process, owned by Shell.
+class AlertView : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Alerts are asked for in C++.")
+    Q_PROPERTY(bool visible READ isVisible NOTIFY changed)
+    Q_PROPERTY(QString title READ title NOTIFY changed)
+    Q_PROPERTY(QString message READ message NOTIFY changed)
+    Q_PROPERTY(QStringList buttons READ buttons NOTIFY changed)
+    Q_PROPERTY(int tag READ tag NOTIFY changed)
+    Q_PROPERTY(bool cancellable READ isCancellable NOTIFY changed)
+    Q_PROPERTY(bool fullScreen READ isFullScreen NOTIFY changed)
+
+public:
+    //! The button's index from 0, or cancelled.
+    using Answer = std::function<void(int buttonIndex)>;
+    static constexpr int cancelled = -1;
+
+    explicit AlertView(QObject *parent = nullptr);
+
+    void show(const Alert &alert, Answer answer = {});
+
+    //! For the view: answers the alert that is shown, hides it, shows the next one. An index that is no button's
+    //! is refused.
+    Q_INVOKABLE void press(int buttonIndex);
+    //! Answers with cancelled where the alert may be cancelled; false when it may not or none is shown.
+    Q_INVOKABLE bool cancel();
+
+    bool isVisible() const { return !m_queue.isEmpty(); }
+    QString title() const { return current().title; }
+    QString message() const { return current().message; }
+    QStringList buttons() const { return current().buttons; }
+    int tag() const { return current().tag; }
+    bool isCancellable() const { return current().cancellable; }
+    bool isFullScreen() const { return current().style == Alert::Style::FullScreen; }
+
+Q_SIGNALS:
+    //! Another alert is shown, or none.
+    void changed();
+
+private:
+    struct Pending
+    {
+        Alert alert;
+        Answer answer;
+    };
+
+    const Alert &current() const;
+    void finish(int buttonIndex);
+
+    QQueue<Pending> m_queue;
+};

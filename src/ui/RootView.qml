@@ -1,0 +1,71 @@
+import QtQuick
+import Vant.Ui
+
+//! All that the window shows: the screens, and over them alert, sheet, indicator and toast.
+Item {
+    id: root
+
+    required property Shell shell
+
+    readonly property SafeArea safeArea: shell.safeArea
+    readonly property bool overlaid: shell.alertView.visible || shell.actionSheet.visible || shell.progressHUD.visible
+
+    function giveFocus() {
+        const topmost = shell.progressHUD.visible ? hud : shell.actionSheet.visible ? sheet
+            : !shell.alertView.visible ? screens : shell.alertView.fullScreen ? notice : dialog
+        topmost.forceActiveFocus()
+    }
+
+    Connections {
+        target: root.shell.alertView
+        function onChanged() { root.giveFocus() }
+    }
+    Connections {
+        target: root.shell.actionSheet
+        function onChanged() { root.giveFocus() }
+    }
+    onOverlaidChanged: giveFocus()
+
+    Shortcut {
+        sequences: ["Esc", "Back", StandardKey.Back]
+        onActivated: root.shell.back()
+    }
+
+    // The blank placeholder.
+    Rectangle { anchors.fill: parent; color: Theme.surface }
+
+    FocusScope {
+        id: screens
+        anchors.fill: parent
+        focus: true
+        enabled: !root.overlaid
+
+        Repeater {
+            model: root.shell.navigator.screens
+
+            ScreenView {
+                topInset: root.safeArea.top
+                bottomInset: root.safeArea.bottom
+                leftInset: root.safeArea.left
+                rightInset: root.safeArea.right
+            }
+        }
+    }
+
+    AlertDialogView { id: dialog; anchors.fill: parent; alertView: root.shell.alertView }
+    AlertNoticeView {
+        id: notice
+        anchors.fill: parent
+        alertView: root.shell.alertView
+        topInset: root.safeArea.top
+        bottomInset: root.safeArea.bottom
+    }
+    ActionSheetView {
+        id: sheet
+        anchors.fill: parent
+        actionSheet: root.shell.actionSheet
+        bottomInset: root.safeArea.bottom
+    }
+    ProgressHUDView { id: hud; anchors.fill: parent; progressHUD: root.shell.progressHUD }
+    ToastView { anchors.fill: parent; toast: root.shell.toast }
+}

@@ -1,0 +1,21 @@
+import QtQuick
+import QtQuick.Templates as T
+
+//! What every button of the system has in common: touch size, keyboard use, focus ring, its text as accessible name.
+T.AbstractButton {
+    id: control
+
+    property real focusRadius: 8
+
+    implicitWidth: Math.max(Theme.touchSize, implicitContentWidth + leftPadding + rightPadding)
+    implicitHeight: Math.max(Theme.touchSize, implicitContentHeight + topPadding + bottomPadding)
+    font.pixelSize: Theme.bodyText
+    focusPolicy: Qt.StrongFocus
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+    Accessible.onPressAction: control.clicked()
+    Keys.onReturnPressed: control.clicked()
+    Keys.onEnterPressed: control.clicked()
+
+    FocusRing { shown: control.visualFocus; radius: control.focusRadius; z: 1 }
+}

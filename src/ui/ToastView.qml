@@ -1,0 +1,53 @@
+import QtQuick
+import Vant.Ui
+
+//! Shows the toast in the middle; touches pass through it.
+Item {
+    id: view
+
+    required property Toast toast
+
+    opacity: toast.visible ? 1 : 0
+    visible: opacity > 0
+
+    Behavior on opacity { NumberAnimation { duration: Theme.fadeDuration } }
+
+    Rectangle {
+        anchors.centerIn: parent
+        width: Math.min(view.width - 48, Theme.maximumFormWidth, content.implicitWidth + 40)
+        height: content.implicitHeight + 28
+        radius: Theme.radius
+        color: Theme.hudBackground
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: view.toast.text
+
+        Row {
+            id: content
+            anchors.centerIn: parent
+            spacing: 10
+
+            Image {
+                id: icon
+                visible: view.toast.kind !== Toast.Plain
+                anchors.verticalCenter: parent.verticalCenter
+                width: visible ? 24 : 0
+                height: 24
+                source: view.toast.kind === Toast.Success ? "qrc:/assets/toast_success.png"
+                                                          : "qrc:/assets/toast_error.png"
+            }
+
+            Text {
+                anchors.verticalCenter: parent.verticalCenter
+                width: Math.min(implicitWidth, Math.min(view.width - 48, Theme.maximumFormWidth) - 40
+                                - (icon.visible ? icon.width + content.spacing : 0))
+                text: view.toast.text
+                textFormat: Text.PlainText
+                font.pixelSize: Theme.bodyText
+                color: "white"
+                wrapMode: Text.Wrap
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+    }
+}

@@ -1,0 +1,14 @@
+#include "ui/ViewController.h"
+
+ViewController::ViewController(QObject *parent)
+    : QObject(parent)
+{
+}
+
+void ViewController::setTitle(const QString &title)
+{
+    if (m_title == title)
+        return;
+    m_title = title;
+    Q_EMIT titleChanged();
+}

@@ -1,0 +1,27 @@
+#include "web/BridgeTrust.h"
+
+namespace {
+
+QString originOf(QUrl url)
+{
+    const int usualPort = url.scheme() == u"https" ? 443 : 80;
+    if (url.port() == usualPort)
+        url.setPort(-1);
+    return url.adjusted(QUrl::RemovePath | QUrl::RemoveQuery | QUrl::RemoveFragment
+                         | QUrl::RemoveUserInfo)
+        .toString(QUrl::FullyEncoded);
+}
+
+}
+
+BridgeTrust::BridgeTrust(const QStringList &trustedOrigins)
+{
+    for (const QString &origin : trustedOrigins)
+        m_origins << originOf(QUrl(origin));
+}
+
+bool BridgeTrust::serves(const QUrl &page, const QString &claimedOrigin) const
+{
+    return m_origins.isEmpty()
+        || (m_origins.contains(originOf(page)) && m_origins.contains(originOf(QUrl(claimedOrigin))));
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "model/DeploymentConfiguration.h"
+
+class DeviceIdentifier;
+class HTTPCookieStorage;
+class LoginModel;
+class MainQueue;
+class NetworkReachabilityManager;
+class NotificationCenter;
+class PageServices;
+class PhotoLibrary;
+class QNetworkAccessManager;
+class Shell;
+class SsoCookies;
+class STHomeViewControllerDelegate;
+class UrlOpener;
+class UserDefaults;
+class WebPageProfile;
+class WXApi;
+
+//! Everything that the home container works with; nothing is owned, all must outlive it.
+struct HomeEnvironment
+{
+    DeploymentConfiguration configuration;
+    STHomeViewControllerDelegate *delegate;
+    WebPageProfile *profile;
+    LoginModel *loginModel;
+    UserDefaults *defaults;
+    DeviceIdentifier *deviceIdentifier;
+    HTTPCookieStorage *cookieStorage;
+    SsoCookies *ssoCookies;
+    NotificationCenter *notifications;
+    MainQueue *mainQueue;
+    NetworkReachabilityManager *reachability;
+    QNetworkAccessManager *network;
+    UrlOpener *urlOpener;
+    PhotoLibrary *photoLibrary;
+    WXApi *wxApi;
+    PageServices *services;
+    Shell *shell;
+};

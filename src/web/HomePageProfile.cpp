@@ -1,0 +1,19 @@
+#include "web/HomePageProfile.h"
+
+#include "web/PageScripts.h"
+#include "web/WebPageProfile.h"
+
+using namespace Qt::StringLiterals;
+
+std::unique_ptr<WebPageProfile> makeHomePageProfile(
+    const QString &folder, HTTPCookieStorage *storage)
+{
+    auto profile = std::make_unique<WebPageProfile>(u"home"_s, folder, pageApplicationName, storage);
+    profile->addUserScript(u"bridge"_s, PageScripts::bridge(), QWebEngineScript::DocumentCreation,
+        WebPageProfile::Frames::Main);
+    profile->addUserScript(u"currentCookies"_s, PageScripts::postCurrentCookies(),
+        QWebEngineScript::DocumentReady, WebPageProfile::Frames::All);
+    profile->addUserScript(u"fixDocument"_s, PageScripts::fixDocument(),
+        QWebEngineScript::DocumentReady, WebPageProfile::Frames::Main);
+    return profile;
+}

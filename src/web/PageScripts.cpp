@@ -1,0 +1,50 @@
+#include "web/PageScripts.h"
+
+#include "model/StringFormat.h"
+#include "web/WebViewJavascriptBridge.h"
+
+#include <QFile>
+#include <QMetaMethod>
+
+using namespace Qt::StringLiterals;
+
+QString PageScripts::bridge()
+{
+    QFile file(u":/qt/qml/Vant/Web/bridge.js"_s);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("the bridge script is not part of this program");
+    const int toPage
+        = QMetaMethod::fromSignal(&WebViewJavascriptBridge::toPage).methodIndex();
+    return QString::fromUtf8(file.readAll()).replace(u"%TO_PAGE_SIGNAL%"_s, QString::number(toPage));
+}
+
+QString PageScripts::postCurrentCookies()
+{
+    return u"window.webkit.messageHandlers.currentCookies.postMessage(document.cookie);"_s;
+}
+
+QString PageScripts::fixDocument()
+{
+    return u"document.documentElement.style.overflow='hidden'"_s;
+}
+
+QString PageScripts::setJumpUrl()
+{
+    return StringFormat::format(
+        u"window.localStorage.setItem(%@,%@)"_s, u"app-jump-url"_s, u"/mine"_s);
+}
+
+QString PageScripts::disableUserSelect()
+{
+    return u"document.documentElement.style.webkitUserSelect='none'"_s;
+}
+
+QString PageScripts::disableTouchCallout()
+{
+    return u"document.documentElement.style.webkitTouchCallout='none'"_s;
+}
+
+QString PageScripts::imageSourceAt(QPointF point)
+{
+    return QString::asprintf("document.elementFromPoint(%f, %f).src", point.x(), point.y());
+}

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "ui/SafeArea.h"
+#include "ui/ViewController.h"
+#include "web/BridgeTrust.h"
+#include "web/HomeEnvironment.h"
+#include "web/ImageSaver.h"
+#include "web/PushPages.h"
+#include "web/WebView.h"
+#include "web/WebViewJavascriptBridge.h"
+
+#include <QColor>
+#include <QPointF>
+
+class Repetition;
+
+//! The home screen: one web view with the portal of the user's school, and its bridge to the device.
+//! Made once by the application delegate and kept for the rest of the process.
+class STHomeViewController : public ViewController
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the application delegate.")
+    Q_PROPERTY(WebView *webView READ webView CONSTANT)
+    Q_PROPERTY(SafeArea *safeArea READ safeArea CONSTANT)
+    Q_PROPERTY(QColor statusBarColor READ statusBarColor NOTIFY statusBarColorChanged)
+    Q_PROPERTY(bool errorViewVisible READ errorViewVisible NOTIFY errorViewVisibleChanged)
+
+public:
+    explicit STHomeViewController(const HomeEnvironment &environment);
+    ~STHomeViewController() override;
+
+    void viewDidLoad() override;
+    void viewDidAppear() override;
+
+    WebView *webView() { return &m_webView; }
+    PageServices *services() const { return m_environment.services; }
+    SafeArea *safeArea() const;
+    QColor statusBarColor() const;
+    bool errorViewVisible() const { return m_errorViewVisible; }
+
+    //! Signs out: saved and live session cookies go, the page is emptied, the login flow takes over.
+    void logout();
+    void jump2LoginPage();
+    void quickLogin(const QString &href);
+    void changeStatusColor(const QString &color);
+    //! Asks for a WeChat authorisation; its answer goes to the page.
+    void wechatLogin();
+    void slicingUpload(const QJsonObject &config);
+    bool isOnline() const;
+    //! Answers unless the site's own address lacks what the portal's is made of.
+    void getRequestUrl(const WebViewJavascriptBridge::Respond &respond) const;
+    void getAppInfo(const WebViewJavascriptBridge::Respond &respond) const;
+
+    //! For the view: a finger has rested on a point of the page, in CSS pixels.
+    Q_INVOKABLE void longPressed(QPointF point);
+    //! For the error view's button.
+    Q_INVOKABLE void errorViewButtonDidPress();
+
+    //! Pages may switch on that a long press offers to save an image.
+    bool longClickSaveImgAble = false;
+    //! The last colour that a page asked for.
+    QString statusColor;
+
+Q_SIGNALS:
+    void statusBarColorChanged();
+    void errorViewVisibleChanged();
+
+private:
+    void observeNotifications();
+    void configWebView();
+    void configNSTimer();
+    void stopNSTimer();
+    void loadPortal();
+    bool decidePolicy(const QUrl &url, bool isMainFrame, bool isNewWindow);
+    void wechatAuthCodeCallback(const QVariant &answer);
+    void didFinishNavigation();
+    void setErrorViewVisible(bool visible);
+
+    HomeEnvironment m_environment;
+    BridgeTrust m_trust;
+    WebViewJavascriptBridge m_bridge;
+    WebView m_webView;
+    PushPages m_pushPages;
+    ImageSaver m_imageSaver;
+    std::unique_ptr<Repetition> m_pushTimer;
+    bool m_errorViewVisible = false;
+};

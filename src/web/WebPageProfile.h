@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+#include <QWebEngineScript>
+
+#include <memory>
+
+class HTTPCookieStorage;
+class QQuickWebEngineProfile;
+class WebCookieStore;
+
+//! The engine's profile of one class of pages, shared by all views of that class for the life of the process:
+//! user agent, scripts and cookies belong to it. Making one takes the main thread tens of milliseconds.
+class WebPageProfile
+{
+public:
+    enum class Frames { Main, All };
+
+    //! \a applicationName is appended to the engine's own user agent. \a folder is where pages' own storage goes.
+    WebPageProfile(const QString &name, const QString &folder, const QString &applicationName,
+        HTTPCookieStorage *storage);
+    ~WebPageProfile();
+
+    //! Runs the script in every document of this profile from the next one on.
+    void addUserScript(const QString &name, const QString &source,
+        QWebEngineScript::InjectionPoint injectionPoint, Frames frames);
+
+    QQuickWebEngineProfile *engineProfile() const { return m_profile.get(); }
+    WebCookieStore *cookies() const { return m_cookies.get(); }
+
+private:
+    std::unique_ptr<QQuickWebEngineProfile> m_profile;
+    std::unique_ptr<WebCookieStore> m_cookies;
+};

@@ -1,0 +1,159 @@
+#include "web/WebView.h"
+
+#include "platform/ServerTrust.h"
+#include "web/Logging.h"
+
+#include <QQuickWebEngineProfile>
+#include <QWebEngineCertificateError>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QWebEngineCertificateError *certificateErrorIn(const QVariant &value)
+{
+    if (value.metaType() != QMetaType::fromType<QWebEngineCertificateError>())
+        return nullptr;
+    return static_cast<const QWebEngineCertificateError *>(value.constData());
+}
+
+}
+
+WebView::WebView(QQuickWebEngineProfile *profile, QObject *bridge)
+    : m_profile(profile)
+    , m_bridge(bridge)
+{
+}
+
+void WebView::load(const QUrl &url)
+{
+    schedule([this, url] { Q_EMIT loadRequested(url); });
+}
+
+void WebView::loadHtml(const QString &html)
+{
+    schedule([this, html] { Q_EMIT htmlRequested(html); });
+}
+
+void WebView::schedule(std::function<void()> load)
+{
+    const bool scheduled = bool(m_pendingLoad);
+    m_pendingLoad = std::move(load);
+    m_loadStarted = false;
+    if (m_viewExists && !scheduled)
+        QMetaObject::invokeMethod(this, &WebView::makePendingLoad, Qt::QueuedConnection);
+}
+
+void WebView::makePendingLoad()
+{
+    if (const auto pending = std::exchange(m_pendingLoad, {}))
+        pending();
+}
+
+void WebView::reload()
+{
+    Q_EMIT reloadRequested();
+}
+
+void WebView::evaluateJavaScript(const QString &script, Evaluated done)
+{
+    if (!m_viewExists) {
+        if (done)
+            done({});
+        return;
+    }
+    const int id = ++m_lastEvaluation;
+    if (done)
+        m_evaluations.insert(id, std::move(done));
+    Q_EMIT scriptRequested(id, script);
+}
+
+void WebView::viewCreated()
+{
+    m_viewExists = true;
+    makePendingLoad();
+}
+
+void WebView::scriptFinished(int id, const QVariant &result)
+{
+    if (const Evaluated done = m_evaluations.take(id))
+        done(result);
+}
+
+bool WebView::decidePolicy(const QUrl &url, bool isMainFrame, bool isNewWindow)
+{
+    return !m_policy || m_policy(url, isMainFrame, isNewWindow);
+}
+
+void WebView::engineUrlChanged(const QUrl &url)
+{
+    if (m_url == url)
+        return;
+    m_url = url;
+    Q_EMIT urlChanged();
+}
+
+void WebView::loadStarted()
+{
+    m_loadStarted = true;
+}
+
+// An end that is reported after a newer load was asked for belongs to the one before.
+bool WebView::endLoad()
+{
+    if (!std::exchange(m_loadStarted, false))
+        return false;
+    Q_EMIT loadEnded();
+    return true;
+}
+
+void WebView::loadSucceeded()
+{
+    m_diedSinceLoad = false;
+    if (endLoad())
+        Q_EMIT didFinishNavigation();
+}
+
+void WebView::loadFailed(bool isHttpStatus, const QString &error)
+{
+    if (isHttpStatus) {
+        loadSucceeded();
+        return;
+    }
+    if (!endLoad())
+        return;
+    qCWarning(lcWeb) << "a page could not be loaded:" << error;
+    Q_EMIT didFailNavigation(error);
+}
+
+void WebView::loadStopped()
+{
+    endLoad();
+}
+
+void WebView::consoleMessage(const QString &message, int line, const QString &source)
+{
+    qCDebug(lcWebPage).noquote() << u"%1:%2: %3"_s.arg(source).arg(line).arg(message);
+}
+
+void WebView::renderProcessTerminated(int exitCode)
+{
+    // A renderer that leaves in order has nothing to show for it.
+    qCWarning(lcWeb) << "the page's process has ended, exit code" << exitCode;
+    endLoad();
+    Q_EMIT documentGone();
+    m_evaluations.clear();
+    if (std::exchange(m_diedSinceLoad, true))
+        Q_EMIT didFailNavigation(u"the page's process ends again and again"_s);
+    else
+        Q_EMIT recreateRequested(m_url);
+}
+
+bool WebView::trustsCertificate(const QVariant &error) const
+{
+    // The type has no empty value, which a conversion would need.
+    const auto *certificateError = certificateErrorIn(error);
+    return certificateError
+        && ServerTrust::isTrusted(
+            certificateError->certificateChain(), certificateError->url().host());
+}

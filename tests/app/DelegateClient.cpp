@@ -1,0 +1,80 @@
+#include "app/DelegateClient.h"
+
+using namespace Qt::StringLiterals;
+
+DelegateClient::DelegateClient(const DeploymentConfiguration &configuration)
+    : configuration(configuration)
+    , session(configuration.hosts)
+    , pushRegistration(&pushClient, configuration.push, &session.net.loginModel,
+          &session.net.defaults, &notifications)
+    , badge(u"vant-student.desktop"_s)
+    , album(session.net.folder.filePath(u"album"_s))
+    , shell(session.mainQueue)
+    , pageServices(shell.toast())
+    , profile(u"home"_s, session.net.folder.filePath(u"web"_s), u"VANT-IOS iphone"_s,
+          session.net.cookies)
+    , delegate(
+          {
+              .configuration = configuration,
+              .shell = &shell,
+              .loginModel = &session.net.loginModel,
+              .mainQueue = &session.mainQueue,
+              .notifications = &notifications,
+              .silentLogin = &session.silentLogin,
+              .ssoCookies = &session.cookies,
+              .pushBinding = &session.binding,
+              .pushRegistration = &pushRegistration,
+              .locationManager = &services,
+              .shareSDK = &services,
+              .wxApi = &wxApi,
+              .badge = &badge,
+          },
+          {[this] { return makeLogin(); }, [this] { return makeHome(); }})
+{
+    // Without a window no view is made; the names must be known all the same.
+    for (const auto &name : {u"LoginScreen"_s, u"HomeScreen"_s})
+        shell.navigator()->registerScreen(name, QUrl(u"qrc:/none.qml"_s));
+}
+
+std::unique_ptr<LoginViewController2> DelegateClient::makeLogin()
+{
+    return std::make_unique<LoginViewController2>(LoginEnvironment {
+        .loginModel = &session.net.loginModel,
+        .loginResult = &session.result,
+        .mainQueue = &session.mainQueue,
+        .network = &session.net.network,
+        .notifications = &notifications,
+        .pushBinding = &session.binding,
+        .reachability = &reachability,
+        .requests = &session.net.requests,
+        .shell = &shell,
+        .ssoCookies = &session.cookies,
+        .wxApi = &wxApi,
+        .displayName = configuration.app.displayName,
+        .isPatriarch = false,
+        .launchAdShowing = {},
+    });
+}
+
+std::unique_ptr<STHomeViewController> DelegateClient::makeHome()
+{
+    return std::make_unique<STHomeViewController>(HomeEnvironment {
+        .configuration = configuration,
+        .delegate = &delegate,
+        .profile = &profile,
+        .loginModel = &session.net.loginModel,
+        .defaults = &session.net.defaults,
+        .deviceIdentifier = &session.net.student,
+        .cookieStorage = session.net.cookies,
+        .ssoCookies = &session.cookies,
+        .notifications = &notifications,
+        .mainQueue = &session.mainQueue,
+        .reachability = &reachability,
+        .network = &session.net.network,
+        .urlOpener = &urlOpener,
+        .photoLibrary = &album,
+        .wxApi = &wxApi,
+        .services = &pageServices,
+        .shell = &shell,
+    });
+}

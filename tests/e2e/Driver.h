@@ -1,0 +1,64 @@
+#pragma once
+
+#include "e2e/Hand.h"
+#include "e2e/Picture.h"
+#include "e2e/Screen.h"
+#include "e2e/WebContent.h"
+#include "e2e/Wire.h"
+
+#include <functional>
+
+//! What the steps work with: eyes, a hand, the page and the wire. Whatever is awaited in vain throws StepFailed.
+class Driver
+{
+public:
+    static constexpr int patienceMs = 8'000;
+
+    Driver(QQuickWindow *window, Wire *wire, const QString &profile);
+
+    QQuickWindow *window() const { return m_window; }
+    const Screen &screen() const { return m_screen; }
+    Hand &hand() { return m_hand; }
+    WebContent &page() { return m_page; }
+    Wire &wire() { return *m_wire; }
+    QString profile() const { return m_profile; }
+
+    void waitFor(const QString &what, const std::function<bool()> &seen, int timeoutMs = patienceMs);
+    void check(bool holds, const QString &what);
+
+    //! Waits until a thing can be seen: found by name and painted, in its place and at rest.
+    Screen::Thing see(const QString &name, QAccessible::Role role = Screen::AnyRole);
+    void seeAll(const QStringList &names);
+    void seeNothingOf(const QString &name, QAccessible::Role role = Screen::AnyRole);
+    //! Does something and waits for the toast that comes of it; the step's picture is taken while it shows.
+    void seeToast(const QString &text, const std::function<void()> &action);
+    //! Waits until an element of the page says what is wanted and is painted.
+    void seeInPage(const QString &selector, const QString &text);
+    //! Waits until the page at this path is there, painted.
+    void seePage(const QString &path, const QString &selector);
+
+    void tap(const QString &name, QAccessible::Role role = Screen::AnyRole);
+    void click(const QString &name, QAccessible::Role role = Screen::AnyRole);
+    //! Fills a field anew.
+    void enter(const QString &field, const QString &text);
+
+    //! Takes the step's picture now. Without it the picture is taken at the step's end.
+    void photograph();
+    //! The step's picture, of now where none was taken; begins the next step.
+    Picture takePicture();
+    //! Says in the report what was seen.
+    void note(const QString &detail);
+    QString takeNotes();
+
+private:
+    Picture pictureAtRest();
+
+    QQuickWindow *m_window;
+    QString m_profile;
+    Screen m_screen;
+    Hand m_hand;
+    WebContent m_page;
+    Wire *m_wire;
+    std::optional<Picture> m_picture;
+    QStringList m_notes;
+};

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QList>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+class Driver;
+class Wire;
+
+//! One thing that a person does with the client, and what must be seen to come of it.
+struct Step
+{
+    QString name;
+    QStringList needs; //!< the steps that lead to where this one begins
+    int life; //!< in which run of the client it happens, from 1: each ends with the program, the profile stays
+    std::function<void(Driver &)> act; //!< throws StepFailed
+    std::function<void(Wire &)> prepare = {}; //!< what the platform is told before the client starts
+
+    //! Null when none of its needs is among these.
+    QString firstNeedIn(const QStringList &names) const;
+};
+
+//! All steps in the order in which they are gone through.
+class Journey
+{
+public:
+    Journey();
+
+    const QList<Step> &steps() const { return m_steps; }
+    const Step *find(const QString &name) const;
+    int lives() const;
+    //! The file name of a step's picture: numbered, so that the pictures stand in the journey's order.
+    QString pictureName(const Step &step) const;
+
+    //! These steps and all that lead to them; all steps for an empty list. Names must be known.
+    QSet<QString> withNeeds(const QStringList &names) const;
+
+private:
+    QList<Step> m_steps;
+};

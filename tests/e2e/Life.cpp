@@ -1,0 +1,114 @@
+#include "e2e/Life.h"
+
+#include "app/ApplicationSetup.h"
+#include "app/ConfigurationFile.h"
+#include "app/StudentApplication.h"
+#include "e2e/Driver.h"
+#include "e2e/StepFailed.h"
+
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QQuickWindow>
+#include <QTest>
+#include <QTimer>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int activeTimeoutMs = 10'000;
+
+
+}
+
+Life::Life(const TourOptions &options)
+    : m_options(options)
+    , m_report(options.life->report)
+{
+}
+
+int Life::run(int argc, char **argv)
+{
+    ApplicationSetup::beforeApplication();
+    QGuiApplication application(argc, argv);
+    ApplicationSetup::afterApplication();
+
+    try {
+        Wire wire(m_options.life->platform);
+        for (const Step &step : mySteps()) {
+            if (step.prepare)
+                step.prepare(wire);
+        }
+        return live(wire, std::get<DeploymentConfiguration>(ConfigurationFile::parse(
+                              wire.get(u"/deployment.toml"_s), u"deployment.toml"_s)));
+    } catch (const StepFailed &failure) {
+        std::fprintf(stderr, "vant-tour: %s\n", qUtf8Printable(failure.reason));
+        return EXIT_FAILURE;
+    }
+}
+
+int Life::live(Wire &wire, const DeploymentConfiguration &deployment)
+{
+    StudentApplication student(deployment, ProfilePaths(m_options.life->profile));
+    student.start({});
+    student.window()->resize(m_options.size);
+    Driver driver(student.window(), &wire, m_options.life->profile);
+    QTimer::singleShot(0, qGuiApp, [&] {
+        if (QTest::qWaitForWindowActive(driver.window(), activeTimeoutMs))
+            goThrough(driver);
+        // Its last window closed, a program ends.
+        driver.window()->close();
+    });
+    return QGuiApplication::exec();
+}
+
+QList<Step> Life::mySteps() const
+{
+    QList<Step> steps = m_journey.steps();
+    steps.removeIf([this](const Step &step) {
+        return step.life != m_options.life->number || !m_options.only.contains(step.name);
+    });
+    return steps;
+}
+
+void Life::goThrough(Driver &driver)
+{
+    QStringList failed;
+    for (const Step &step : mySteps()) {
+        const QString missing = step.firstNeedIn(failed);
+        const StepResult result = missing.isNull()
+            ? take(step, driver)
+            : StepResult {step.name, false, 0, {}, u"not tried, for %1 failed"_s.arg(missing)};
+        if (!result.ok)
+            failed << step.name;
+        m_report.add(result);
+        result.print();
+    }
+}
+
+StepResult Life::take(const Step &step, Driver &driver)
+{
+    StepResult result;
+    result.step = step.name;
+    QElapsedTimer timer;
+    timer.start();
+    QString failure;
+    try {
+        step.act(driver);
+        result.ok = true;
+    } catch (const StepFailed &failed) {
+        failure = failed.reason;
+    }
+    const Picture picture = driver.takePicture();
+    result.ms = timer.elapsed();
+    result.detail = failure.isNull() ? driver.takeNotes() : failure;
+    driver.takeNotes();
+    const QString name = m_journey.pictureName(step);
+    if (picture.save(m_options.out + u'/' + name))
+        result.screenshot = name;
+    else
+        result.ok = false;
+    return result;
+}

@@ -1,0 +1,196 @@
+#include "e2e/Steps.h"
+
+#include "e2e/Account.h"
+#include "e2e/Driver.h"
+#include "e2e/SignIn.h"
+#include "e2e/Texts.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int firstLife = 1;
+const QString wrongPassword = QStringLiteral("vant0000");
+
+void loginScreen(Driver &driver)
+{
+    SignIn::seeLoginScreen(driver, Texts::chooseSchool);
+    driver.seeAll({u"成长平台"_s, u"忘记密码"_s, u"第三方账号登录"_s, Texts::agreementBox});
+    driver.check(!driver.screen().find(Texts::agreementBox, QAccessible::CheckBox)->checked,
+        u"the agreement is not accepted beforehand"_s);
+    driver.note(driver.screen().description());
+}
+
+void forgottenPassword(Driver &driver)
+{
+    driver.tap(u"忘记密码"_s);
+    driver.see(Texts::close, QAccessible::Button);
+    driver.photograph();
+    driver.note(driver.screen().description());
+    driver.tap(Texts::close, QAccessible::Button);
+    driver.seeNothingOf(Texts::close, QAccessible::Button);
+}
+
+void nothingChosen(Driver &driver)
+{
+    driver.seeToast(u"请选择学校"_s, [&] { driver.tap(Texts::loginButton, QAccessible::Button); });
+}
+
+QStringList schoolsShown(Driver &driver)
+{
+    QStringList names;
+    for (const Screen::Thing &thing : driver.screen().things()) {
+        if (thing.role == QAccessible::ListItem)
+            names << thing.name;
+    }
+    return names;
+}
+
+void schoolList(Driver &driver)
+{
+    driver.wire().mark();
+    driver.tap(Texts::chooseSchool);
+    driver.see(Texts::searchField, QAccessible::EditableText);
+    driver.see(Texts::chooseSchool, QAccessible::Heading);
+    driver.waitFor(u"the list of schools to be asked for"_s,
+        [&] { return !driver.wire().requests(isCall(u"cndSite"_s)).isEmpty(); });
+    // Names without a letter at their start stand before A.
+    driver.see(u"#"_s, QAccessible::Heading);
+    driver.check(!schoolsShown(driver).isEmpty(), u"schools are listed"_s);
+    driver.note(schoolsShown(driver).join(u" | "));
+}
+
+void schoolByLetter(Driver &driver)
+{
+    driver.enter(Texts::searchField, u"x"_s);
+    driver.see(u"X"_s, QAccessible::Heading);
+    driver.seeNothingOf(u"#"_s, QAccessible::Heading);
+    driver.note(schoolsShown(driver).join(u" | "));
+}
+
+void schoolByName(Driver &driver)
+{
+    driver.enter(Texts::searchField, Account::school);
+    driver.see(Account::school, QAccessible::ListItem);
+    driver.waitFor(u"the other schools to go"_s, [&] {
+        const QStringList shown = schoolsShown(driver);
+        return !shown.isEmpty() && shown.filter(Account::school) == shown;
+    });
+    driver.note(schoolsShown(driver).join(u" | "));
+}
+
+void schoolChosen(Driver &driver)
+{
+    driver.wire().mark();
+    driver.tap(Account::school, QAccessible::ListItem);
+    SignIn::seeLoginScreen(driver, Account::school);
+    driver.waitFor(u"the school's logo to be asked for"_s, [&] {
+        return !driver.wire().requests(isCall(u"getSetting4App"_s)).isEmpty();
+    });
+    const TracedRequest logo = driver.wire().requests(isCall(u"getSetting4App"_s)).constFirst();
+    driver.check(logo.value(u"site_id"_s) == Account::siteId,
+        u"the logo of site %1 was asked for"_s.arg(logo.value(u"site_id"_s)));
+    driver.waitFor(u"the logo itself to be loaded"_s, [&] {
+        return !driver.wire().requests([](const TracedRequest &request) {
+            return request.path.startsWith(u"/images/school-");
+        }).isEmpty();
+    });
+}
+
+void agreementUnchecked(Driver &driver)
+{
+    driver.enter(Texts::accountField, Account::userCode);
+    driver.enter(Texts::passwordField, wrongPassword);
+    driver.wire().mark();
+    driver.seeToast(Texts::acceptFirst, [&] { driver.tap(Texts::loginButton, QAccessible::Button); });
+    driver.check(driver.wire().requests(isCall(u"login4H5"_s)).isEmpty(),
+        u"nothing is sent before the agreement is accepted"_s);
+}
+
+void wechatLogin(Driver &driver)
+{
+    SignIn::acceptAgreement(driver);
+    driver.seeToast(u"微信登录暂不可用"_s, [&] { driver.tap(u"微信登录"_s, QAccessible::Button); });
+}
+
+void agreementPage(Driver &driver)
+{
+    SignIn::acceptAgreement(driver);
+    for (const QString &title : {u"用户协议"_s, u"隐私政策"_s}) {
+        driver.tap(u"《%1》"_s.arg(title), QAccessible::Link);
+        driver.see(title, QAccessible::Heading);
+        driver.seeInPage(u"h1"_s, title);
+        driver.photograph();
+        driver.tap(Texts::back, QAccessible::Button);
+        SignIn::seeLoginScreen(driver, Account::school);
+    }
+    driver.waitFor(u"the agreement's box to be unchecked again"_s, [&] {
+        const auto box = driver.screen().find(Texts::agreementBox, QAccessible::CheckBox);
+        return box && !box->checked;
+    });
+}
+
+void wrongPasswordRefused(Driver &driver)
+{
+    driver.wire().mark();
+    driver.seeToast(u"账号或密码错误，请重新输入"_s,
+        [&] { SignIn::tryWith(driver, Account::userCode, wrongPassword); });
+    const auto calls = driver.wire().requests(isCall(u"login4H5"_s));
+    driver.check(calls.size() == 1 && calls[0].value(u"user_pwd"_s) == wrongPassword,
+        u"one sign-in was tried, with what was typed"_s);
+    const auto field = driver.screen().find(Texts::accountField, QAccessible::EditableText);
+    driver.check(field && field->value == Account::userCode, u"the account stays in its field"_s);
+}
+
+void signIn(Driver &driver)
+{
+    driver.wire().mark();
+    SignIn::tryWith(driver, Account::userCode, Account::password);
+    SignIn::seePortal(driver);
+}
+
+// What came since the sign-in: the portal's own page first, then what it loads.
+void portalCookies(Driver &driver)
+{
+    const auto pages = driver.wire().requests(isPath(u"/portal/index.html"_s));
+    driver.check(!pages.isEmpty(), u"the portal was asked for"_s);
+    for (const QString &name : {u"mo"_s, u"tmo"_s, u"rblgin"_s})
+        driver.check(hasCookie(pages[0], name), u"the portal's first request carries %1"_s.arg(name));
+    driver.check(cookiesOf(pages[0]).contains(u"rblgin=1"_s), u"the marker is rblgin=1"_s);
+    for (const TracedRequest &request : driver.wire().requests()) {
+        driver.check(request.path == pages[0].path || !hasCookie(request, u"rblgin"_s),
+            u"%1 is sent without the marker"_s.arg(request.path));
+    }
+    const QString visible = driver.page().read(u"document.cookie"_s).toString();
+    driver.check(visible.contains(u"mo="_s) && !visible.contains(u"rblgin"_s),
+        u"document.cookie has the session and no marker"_s);
+    driver.check(pages[0].headers.value(u"user-agent"_s).endsWith(u" VANT-IOS iphone"_s),
+        u"the user agent ends with the client's name"_s);
+    driver.note(u"first request: mo, tmo, rblgin=1; later ones and document.cookie without the marker"_s);
+}
+
+}
+
+QList<Step> loginSteps()
+{
+    const QString screen = u"login-screen"_s;
+    const QString list = u"school-list"_s;
+    const QString byName = u"school-by-name"_s;
+    const QString chosen = u"school-chosen"_s;
+    const QString signedIn = u"sign-in"_s;
+    return {
+        {screen, {}, firstLife, loginScreen},
+        {u"forgotten-password"_s, {screen}, firstLife, forgottenPassword},
+        {u"nothing-chosen"_s, {screen}, firstLife, nothingChosen},
+        {list, {screen}, firstLife, schoolList},
+        {u"school-by-letter"_s, {list}, firstLife, schoolByLetter},
+        {byName, {list}, firstLife, schoolByName},
+        {chosen, {byName}, firstLife, schoolChosen},
+        {u"agreement-unchecked"_s, {chosen}, firstLife, agreementUnchecked},
+        {u"wechat-login"_s, {chosen}, firstLife, wechatLogin},
+        {u"agreement-pages"_s, {chosen}, firstLife, agreementPage},
+        {u"wrong-password"_s, {chosen}, firstLife, wrongPasswordRefused},
+        {signedIn, {chosen}, firstLife, signIn},
+        {u"portal-cookies"_s, {signedIn}, firstLife, portalCookies},
+    };
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QAccessible>
+#include <QList>
+#include <QRectF>
+#include <QStringList>
+
+#include <optional>
+
+class QQuickItem;
+class QQuickWindow;
+
+//! What a window shows, found as a screen reader finds it: by role and accessible name.
+class Screen
+{
+public:
+    //! A thing on the screen.
+    struct Thing
+    {
+        QString name;
+        QAccessible::Role role;
+        bool checked = false;
+        bool focused = false;
+        QString value; //!< of a field: what is in it
+        QRectF place; //!< the part of it that shows, in the window
+    };
+    static constexpr auto AnyRole = QAccessible::NoRole;
+
+    explicit Screen(QQuickWindow *window);
+
+    //! The topmost thing of this name that can be seen.
+    std::optional<Thing> find(const QString &name, QAccessible::Role role = AnyRole) const;
+    bool shows(const QString &name, QAccessible::Role role = AnyRole) const;
+    //! All that can be seen, from the lowest to the topmost.
+    QList<Thing> things() const;
+    //! For a report: the names of what can be seen.
+    QString description() const;
+
+    //! The topmost web view that can be seen, null when there is none.
+    QQuickItem *webView() const;
+
+private:
+    QQuickWindow *m_window;
+};

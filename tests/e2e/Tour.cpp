@@ -1,0 +1,138 @@
+#include "e2e/Tour.h"
+
+#include "app/SandboxProcess.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int lifeTimeoutMs = 180'000;
+
+void removePicturesOfAnEarlierTour(QDir folder)
+{
+    const QStringList names = folder.entryList({u"[0-9][0-9]-*.png"_s, u"tour.json"_s}, QDir::Files);
+    for (const QString &name : names)
+        folder.remove(name);
+}
+
+// What a person's own session would add to the picture or keep from the tour stays out.
+QProcessEnvironment lifeEnvironment()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    const auto setDefault = [&](const QString &name, const QString &value) {
+        if (!environment.contains(name))
+            environment.insert(name, value);
+    };
+    if (!environment.contains(u"DISPLAY"_s) && !environment.contains(u"WAYLAND_DISPLAY"_s))
+        setDefault(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+    if (environment.value(u"QT_QPA_PLATFORM"_s) == u"offscreen")
+        setDefault(u"QT_QUICK_BACKEND"_s, u"software"_s);
+    setDefault(u"VANT_SAFE_AREA"_s, u"47,34"_s);
+    setDefault(u"QTWEBENGINE_CHROMIUM_FLAGS"_s,
+        u"--disable-quic --no-first-run --disable-background-networking --disable-component-update --disable-sync"_s);
+    // The keychain of whoever runs the tour is none of its business.
+    environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"disabled:"_s);
+    return environment;
+}
+
+}
+
+Tour::Tour(const TourOptions &options)
+    : m_options(options)
+    , m_selected(m_journey.withNeeds(options.only))
+    , m_report(options.out + u"/tour.json"_s)
+{
+}
+
+int Tour::run()
+{
+    QDir().mkpath(m_options.out);
+    removePicturesOfAnEarlierTour(QDir(m_options.out));
+    QTemporaryDir profile(m_options.out + u"/profile-XXXXXX"_s);
+    SandboxProcess sandbox;
+    const auto deployment = sandbox.start();
+    if (const auto *problem = std::get_if<QString>(&deployment)) {
+        std::fprintf(stderr, "vant-tour: %s\n", qUtf8Printable(*problem));
+        return EXIT_FAILURE;
+    }
+    const QUrl platform(std::get<DeploymentConfiguration>(deployment).hosts.rb);
+
+    QElapsedTimer timer;
+    timer.start();
+    for (int number = 1; number <= m_journey.lives(); ++number) {
+        const QStringList steps = stepsOf(number);
+        if (!steps.isEmpty())
+            live(number, steps,
+                {number, platform, profile.path(), profile.filePath(u"life-%1.json"_s.arg(number))});
+    }
+    std::printf("%s in %.1f s, pictures and tour.json in %s\n",
+        m_report.allOk() ? "Every step was seen to hold" : "NOT every step was seen to hold",
+        double(timer.elapsed()) / 1000, qUtf8Printable(m_options.out));
+    return m_report.allOk() ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+QStringList Tour::stepsOf(int life)
+{
+    QStringList steps;
+    for (const Step &step : m_journey.steps()) {
+        if (step.life != life || !m_selected.contains(step.name))
+            continue;
+        const QString missing = step.firstNeedIn(m_failed);
+        if (missing.isNull())
+            steps << step.name;
+        else
+            fail(step.name, u"not tried, for %1 failed"_s.arg(missing));
+    }
+    return steps;
+}
+
+void Tour::live(int number, const QStringList &steps, const TourOptions::Life &life)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedChannels);
+    process.setProcessEnvironment(lifeEnvironment());
+    process.start(QCoreApplication::applicationFilePath(), m_options.forLife(life, steps));
+    if (!process.waitForFinished(lifeTimeoutMs))
+        process.kill();
+    process.waitForFinished();
+    const bool inOrder = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+    const QString end = process.exitStatus() == QProcess::NormalExit
+        ? u"the client's run %1 ended with exit code %2"_s.arg(number).arg(process.exitCode())
+        : u"the client's run %1 crashed or was ended for taking too long"_s.arg(number);
+
+    QStringList missing = steps;
+    for (StepResult result : Report::read(life.report)) {
+        missing.removeOne(result.step);
+        if (missing.isEmpty() && !inOrder) {
+            result.ok = false;
+            result.detail += u"; "_s + end;
+            result.print();
+        }
+        add(result);
+    }
+    for (const QString &step : std::as_const(missing))
+        fail(step, end);
+}
+
+void Tour::fail(const QString &step, const QString &reason)
+{
+    const StepResult result {step, false, 0, {}, reason};
+    result.print();
+    add(result);
+}
+
+void Tour::add(const StepResult &result)
+{
+    m_report.add(result);
+    if (!result.ok)
+        m_failed << result.step;
+}

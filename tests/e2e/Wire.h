@@ -1,0 +1,45 @@
+#pragma once
+
+#include "support/TracedRequest.h"
+
+#include <QJsonObject>
+#include <QList>
+#include <QNetworkAccessManager>
+#include <QUrl>
+
+#include <functional>
+
+//! The wire as the school platform saw it. Its own calls are not traced.
+class Wire
+{
+public:
+    using Matches = std::function<bool(const TracedRequest &)>;
+
+    explicit Wire(const QUrl &platform);
+
+    //! Forgets what has come so far.
+    void mark();
+    //! What has come since the last mark, in the order of the answers.
+    QList<TracedRequest> requests();
+    QList<TracedRequest> requests(const Matches &matches);
+
+    //! Spoils answers to come, see the platform's own description of faults.
+    void spoil(const QJsonObject &fault);
+    QByteArray get(const QString &path);
+
+private:
+    QJsonObject trace();
+    QByteArray finished(QNetworkReply *reply);
+
+    QUrl m_platform;
+    QNetworkAccessManager m_network;
+    int m_mark = 0;
+};
+
+//! Matches a call of the platform by its operation.
+Wire::Matches isCall(const QString &start);
+//! Matches by path.
+Wire::Matches isPath(const QString &path);
+//! The cookies of a request as "name=value" pairs.
+QStringList cookiesOf(const TracedRequest &request);
+bool hasCookie(const TracedRequest &request, const QString &name);

@@ -1,0 +1,64 @@
+#include "net/NetClient.h"
+
+#include "model/StringFormat.h"
+
+#include <QLoggingCategory>
+#include <QTest>
+
+namespace {
+
+constexpr int answerTimeout = 30'000;
+
+}
+
+char *toString(const Answer &answer)
+{
+    QString text = u"status %1, data %2"_qs.arg(answer.status)
+                       .arg(StringFormat::description(answer.data).left(200));
+    if (answer.error)
+        text += u", error %1 \"%2\""_qs.arg(answer.error->code).arg(answer.error->errorDescription);
+    return QTest::toString(text);
+}
+
+NetClient::NetClient(const DeploymentConfiguration::Hosts &hosts)
+    : defaults(folder.filePath(u"settings.ini"_qs))
+    , loginModel(&defaults)
+    , cookies(new HTTPCookieStorage(folder.filePath(u"cookies.json"_qs)))
+    , keychain(u"net-test"_qs, folder.filePath(u"keychain.ini"_qs))
+    , student(&keychain, u"student"_qs)
+    , patriarch(&keychain, u"patriarch"_qs)
+    , manager(&network, &loginModel, &defaults, hosts)
+    , requests(&manager, &student, &patriarch)
+{
+    network.setCookieJar(cookies);
+    // The items of tests have no place in the keyring of whoever runs them.
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
+    QLoggingCategory::setFilterRules(u"vant.platform.info=false"_qs);
+}
+
+Answer NetClient::await(const Call &call)
+{
+    // Shared: an answer that comes after the wait must still find its place.
+    const auto answers = std::make_shared<QList<Answer>>();
+    call([answers](int status, const QJsonValue &data, const auto &error) {
+        answers->append({status, data, error});
+    });
+    if (!QTest::qWaitFor([&] { return !answers->isEmpty(); }, answerTimeout))
+        return {};
+    return answers->first();
+}
+
+Answer NetClient::connect(
+    const QString &action, const QString &start, int type, const HTTPParameters &params)
+{
+    return await([&](ResponseCallback response) {
+        manager.connectWithAction(action, start, type, params, std::move(response));
+    });
+}
+
+void NetClient::setLocal(const QString &url, const QString &urlQe)
+{
+    loginModel.setIsLocal(true);
+    loginModel.setLocalUrl(url);
+    loginModel.setLocalUrlQe(urlQe);
+}

@@ -1,0 +1,207 @@
+#include "session/SsoCookies.h"
+
+#include "platform/HTTPCookieStorage.h"
+#include "platform/UserDefaults.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QUrl portal(QStringLiteral("https://rb.example/school01/portal/"));
+const QUrl subdomain(QStringLiteral("https://sub.rb.example/"));
+const QString savedKey = QStringLiteral("vantCookies");
+
+}
+
+class SsoCookiesTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void savesTheTwoByTheirExactNames();
+    void anEmptyListReplacesTheSavedOne();
+    void bringsTheSessionBackAfterARestart();
+    void leavesALiveSessionAlone_data();
+    void leavesALiveSessionAlone();
+    void restoresNothingFromABrokenList_data();
+    void restoresNothingFromABrokenList();
+    void clearsWhatItSays_data();
+    void clearsWhatItSays();
+
+private:
+    void restart();
+    void receive(const QByteArray &header, const QUrl &from = portal);
+    QByteArrayList live() const;
+    QByteArrayList sentTo(const QUrl &url) const;
+    QVariantList saved() const { return m_defaults->objectForKey(savedKey).toList(); }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<UserDefaults> m_defaults;
+    std::unique_ptr<HTTPCookieStorage> m_storage;
+    std::unique_ptr<SsoCookies> m_cookies;
+};
+
+void SsoCookiesTest::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    restart();
+}
+
+void SsoCookiesTest::restart()
+{
+    m_defaults = std::make_unique<UserDefaults>(m_folder->filePath(u"settings.ini"_s));
+    m_storage = std::make_unique<HTTPCookieStorage>(m_folder->filePath(u"cookies.json"_s));
+    m_cookies = std::make_unique<SsoCookies>(m_storage.get(), m_defaults.get());
+}
+
+void SsoCookiesTest::receive(const QByteArray &header, const QUrl &from)
+{
+    m_storage->setCookiesFromUrl(QNetworkCookie::parseCookies(header), from);
+}
+
+QByteArrayList SsoCookiesTest::live() const
+{
+    QByteArrayList pairs;
+    for (const QNetworkCookie &cookie : m_storage->cookies())
+        pairs << cookie.toRawForm(QNetworkCookie::NameAndValueOnly);
+    std::sort(pairs.begin(), pairs.end());
+    return pairs;
+}
+
+QByteArrayList SsoCookiesTest::sentTo(const QUrl &url) const
+{
+    QByteArrayList pairs;
+    for (const QNetworkCookie &cookie : m_storage->cookiesForUrl(url))
+        pairs << cookie.toRawForm(QNetworkCookie::NameAndValueOnly);
+    std::sort(pairs.begin(), pairs.end());
+    return pairs;
+}
+
+void SsoCookiesTest::savesTheTwoByTheirExactNames()
+{
+    for (const char *name : {"mo", "tmo", "MO", "mo2", "xmo", "Tmo", "route"})
+        receive(QByteArray(name) + "=" + name + "; Path=/");
+    m_cookies->handleCookie();
+    QStringList names;
+    for (const QVariant &cookie : saved())
+        names << cookie.toMap().value(u"Name"_s).toString();
+    names.sort();
+    QCOMPARE(names, (QStringList {u"mo"_s, u"tmo"_s}));
+}
+
+void SsoCookiesTest::anEmptyListReplacesTheSavedOne()
+{
+    receive("mo=1");
+    m_cookies->handleCookie();
+    QCOMPARE(saved().size(), 1);
+    m_cookies->clearStorage();
+    m_cookies->handleCookie();
+    restart();
+    QVERIFY(m_defaults->objectForKey(savedKey).isValid());
+    QCOMPARE(saved(), {});
+}
+
+void SsoCookiesTest::bringsTheSessionBackAfterARestart()
+{
+    receive("mo=host only; Path=/; HttpOnly; Secure");
+    receive("tmo=of the domain; Path=/; Domain=rb.example; Max-Age=900");
+    receive("route=1; Path=/");
+    m_cookies->handleCookie();
+    const QList<QNetworkCookie> before = m_storage->cookies();
+
+    restart();
+    m_cookies->configCookies();
+    QCOMPARE(sentTo(portal), (QByteArrayList {"mo=host only", "tmo=of the domain"}));
+    QCOMPARE(sentTo(subdomain), QByteArrayList {"tmo=of the domain"});
+    for (const QNetworkCookie &cookie : m_storage->cookies()) {
+        const auto same = [&](const QNetworkCookie &other) {
+            return cookie.hasSameIdentifier(other) && cookie.value() == other.value()
+                && cookie.isHttpOnly() == other.isHttpOnly()
+                && cookie.isSecure() == other.isSecure()
+                && cookie.isSessionCookie() == other.isSessionCookie();
+        };
+        QVERIFY2(std::any_of(before.cbegin(), before.cend(), same), cookie.toRawForm());
+    }
+}
+
+void SsoCookiesTest::leavesALiveSessionAlone_data()
+{
+    QTest::addColumn<QByteArray>("header");
+    QTest::addColumn<QByteArrayList>("after");
+    QTest::newRow("the other one is live") << "tmo=new"_ba << QByteArrayList {"tmo=new"};
+    QTest::newRow("the same one is live") << "mo=new"_ba << QByteArrayList {"mo=new"};
+    QTest::newRow("another host's is live") << "mo=new; Path=/x"_ba << QByteArrayList {"mo=new"};
+    QTest::newRow("only others are live")
+        << "MO=new"_ba << QByteArrayList {"MO=new", "mo=old", "tmo=old"};
+    QTest::newRow("none is live") << ""_ba << QByteArrayList {"mo=old", "tmo=old"};
+}
+
+void SsoCookiesTest::leavesALiveSessionAlone()
+{
+    QFETCH(QByteArray, header);
+    receive("mo=old");
+    receive("tmo=old");
+    m_cookies->handleCookie();
+    restart();
+    if (!header.isEmpty())
+        receive(header);
+    m_cookies->configCookies();
+    QTEST(live(), "after");
+}
+
+void SsoCookiesTest::restoresNothingFromABrokenList_data()
+{
+    QTest::addColumn<QVariant>("stored");
+    QTest::newRow("text") << QVariant(u"mo=1"_s);
+    QTest::newRow("a list of texts") << QVariant(QVariantList {u"mo"_s, 5});
+    QTest::newRow("a cookie without a name")
+        << QVariant(QVariantList {QVariantMap {{u"Value"_s, u"1"_s}}});
+    QTest::newRow("another cookie") << QVariant(
+        QVariantList {QVariantMap {{u"Name"_s, u"route"_s}, {u"Domain"_s, u"rb.example"_s}}});
+}
+
+void SsoCookiesTest::restoresNothingFromABrokenList()
+{
+    QFETCH(QVariant, stored);
+    m_defaults->setObject(stored, savedKey);
+    m_cookies->configCookies();
+    QCOMPARE(live(), {});
+}
+
+void SsoCookiesTest::clearsWhatItSays_data()
+{
+    QTest::addColumn<int>("operation");
+    QTest::addColumn<QByteArrayList>("liveAfter");
+    QTest::addColumn<int>("savedAfter");
+
+    const QByteArrayList others {"MO=3", "mo2=4"};
+    const QByteArrayList all {"MO=3", "mo2=4", "mo=1", "tmo=2"};
+    QTest::newRow("clearCookies") << 0 << others << -1;
+    QTest::newRow("clearStorage") << 1 << others << 2;
+    QTest::newRow("removeSaved") << 2 << all << -1;
+}
+
+void SsoCookiesTest::clearsWhatItSays()
+{
+    QFETCH(int, operation);
+    constexpr void (SsoCookies::*operations[])()
+        = {&SsoCookies::clearCookies, &SsoCookies::clearStorage, &SsoCookies::removeSaved};
+    for (const char *header : {"mo=1; Path=/", "tmo=2; Path=/a", "MO=3; Path=/", "mo2=4"})
+        receive(header, QUrl(u"https://rb.example/a/b"_s));
+    m_cookies->handleCookie();
+
+    (m_cookies.get()->*operations[operation])();
+
+    QTEST(live(), "liveAfter");
+    const bool kept = m_defaults->objectForKey(savedKey).isValid();
+    QTEST(kept ? int(saved().size()) : -1, "savedAfter");
+}
+
+QTEST_GUILESS_MAIN(SsoCookiesTest)
+#include "SsoCookiesTest.moc"

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "model/DeploymentConfiguration.h"
+#include "support/TracedRequest.h"
+
+#include <QJsonObject>
+#include <QList>
+#include <QNetworkAccessManager>
+#include <QProcess>
+
+//! The school platform as a child process on a free port, for the life of this object.
+//!
+//! Its own calls to the platform wait in an event loop, so that completions of the code under test may arrive
+//! meanwhile; the platform never traces them.
+class SandboxProcess
+{
+public:
+    //! The hosts by their last number.
+    enum Host { Rb = 1, Regions, Public, Base, Official, Content, Upload, Storage, Local, Tls };
+
+    //! Starts and waits until it listens; isRunning() tells whether it does.
+    explicit SandboxProcess(const QStringList &arguments = {});
+    ~SandboxProcess();
+
+    bool isRunning() const { return m_port != 0; }
+    //! "127.0.0.1:41234"
+    QString authority(Host host) const;
+    //! "http://127.0.0.1:41234/"
+    QString address(Host host = Rb) const;
+    //! The hosts as a client of this platform is configured.
+    DeploymentConfiguration::Hosts hosts() const;
+    //! The client configuration that the platform itself hands out, as TOML.
+    QByteArray deploymentToml() const;
+
+    //! Ends at once, as a kill does.
+    void kill();
+
+    //! The requests received since the last call (or since the start), in the order of their answers.
+    QList<TracedRequest> takeRequests();
+
+    //! Spoils answers: {"action", "start" or "path"; "times", "status", "body", "headers", "delay_ms", "cut", "huge"}.
+    void addFault(const QJsonObject &fault);
+    //! Sets the "data" or the whole "envelope" of an operation: {"start", "data" | "envelope"}.
+    void setAnswer(const QJsonObject &answer);
+    //! Takes back all faults and answers, and empties the trace.
+    void reset();
+
+private:
+    QByteArray control(const QString &path, const QByteArray &body = {}) const;
+
+    QProcess m_process;
+    mutable QNetworkAccessManager m_network;
+    int m_port = 0;
+    int m_taken = 0;
+};

@@ -1,0 +1,58 @@
+#include "web/PageHarness.h"
+
+#include "web/PageScripts.h"
+
+#include <QQuickItem>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+QVariant evaluateIn(WebView &webView, const QString &script)
+{
+    std::optional<QVariant> result;
+    webView.evaluateJavaScript(script, [&result](const QVariant &value) { result = value; });
+    if (!QTest::qWaitFor([&result] { return result.has_value(); }, 10'000))
+        qWarning("the script gave no result");
+    return result.value_or(QVariant());
+}
+
+PageHarness::PageHarness(WebViewJavascriptBridge::Trust trust)
+    : cookies(folder.filePath(u"cookies.json"_s))
+    , profile(u"test"_s, folder.path(), u"VANT-IOS iphone"_s, &cookies)
+    , bridge(std::move(trust))
+    , webView(profile.engineProfile(), &bridge)
+{
+    profile.addUserScript(u"bridge"_s, PageScripts::bridge(), QWebEngineScript::DocumentCreation,
+        WebPageProfile::Frames::Main);
+    QObject::connect(
+        &webView, &WebView::documentGone, &bridge, &WebViewJavascriptBridge::documentGone);
+    window.engine()->addImportPath(u"qrc:/qt/qml"_s);
+    window.setInitialProperties({{u"webView"_s, QVariant::fromValue(&webView)}});
+    window.setResizeMode(QQuickView::SizeRootObjectToView);
+    window.resize(390, 844);
+    window.setSource(QUrl(u"qrc:/qt/qml/Vant/Web/WebPage.qml"_s));
+    window.show();
+}
+
+bool PageHarness::load(const QString &url)
+{
+    QSignalSpy finished(&webView, &WebView::didFinishNavigation);
+    webView.load(QUrl(url));
+    return finished.wait(20'000);
+}
+
+QVariant PageHarness::evaluate(const QString &script)
+{
+    return evaluateIn(webView, script);
+}
+
+qint64 PageHarness::rendererPid() const
+{
+    for (const QObject *item : window.rootObject()->findChildren<QQuickItem *>()) {
+        const QVariant pid = item->property("renderProcessPid");
+        if (pid.isValid())
+            return pid.toLongLong();
+    }
+    return 0;
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/HTTPCookieStorage.h"
+#include "web/WebPageProfile.h"
+#include "web/WebView.h"
+#include "web/WebViewJavascriptBridge.h"
+
+#include <QQmlEngine>
+#include <QQuickView>
+#include <QTemporaryDir>
+
+//! A web view in a window with a profile of its own: the real engine, for the tests of this folder.
+class PageHarness
+{
+public:
+    explicit PageHarness(WebViewJavascriptBridge::Trust trust = [](const QString &) { return true; });
+
+    //! Loads the page and waits for its end.
+    bool load(const QString &url);
+    //! Runs a script and waits for its result.
+    QVariant evaluate(const QString &script);
+
+    //! The process of the page that is shown.
+    qint64 rendererPid() const;
+
+    QTemporaryDir folder;
+    HTTPCookieStorage cookies;
+    WebPageProfile profile;
+    WebViewJavascriptBridge bridge;
+    WebView webView;
+    QQuickView window;
+};
+
+//! Runs a script in a web view and waits for its result.
+QVariant evaluateIn(WebView &webView, const QString &script);
