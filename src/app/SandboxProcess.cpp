@@ -43,9 +43,13 @@ std::variant<DeploymentConfiguration, QString> SandboxProcess::start()
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_process.start(sandboxPath(), {});
     while (!m_process.canReadLine()) {
-        if (!m_process.waitForReadyRead(startTimeoutMs))
-            return u"the school platform %1 does not start: %2"_s.arg(
-                sandboxPath(), m_process.errorString());
+        if (m_process.waitForReadyRead(startTimeoutMs))
+            continue;
+        const bool ended = m_process.state() == QProcess::NotRunning
+            && m_process.error() != QProcess::FailedToStart;
+        return u"the school platform %1 does not start: %2"_s.arg(sandboxPath(),
+            ended ? u"it ended with code %1"_s.arg(m_process.exitCode())
+                  : m_process.errorString());
     }
     const QString base = QString::fromUtf8(m_process.readLine()).trimmed();
 
@@ -57,6 +61,7 @@ std::variant<DeploymentConfiguration, QString> SandboxProcess::start()
     QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
     loop.exec();
     if (reply->error() != QNetworkReply::NoError)
-        return reply->errorString();
+        return u"the school platform at \"%1\" does not answer: %2"_s.arg(
+            base, reply->errorString());
     return ConfigurationFile::parse(reply->readAll(), base + u"/deployment.toml"_s);
 }

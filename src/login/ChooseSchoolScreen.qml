@@ -11,6 +11,11 @@ ScreenFrame {
     readonly property SchoolListModel schools: controller.schools
     readonly property bool loaded: controller.state === ChooseSchoolViewController.Loaded
 
+    Connections {
+        target: screen.schools
+        function onShownChanged() { list.positionViewAtBeginning() }
+    }
+
     Item {
         id: header
         width: parent.width
@@ -43,12 +48,12 @@ ScreenFrame {
             labelPositioning: ViewSection.InlineLabels | ViewSection.CurrentLabelAtStart
         }
         onDragStarted: list.forceActiveFocus()
-        onModelChanged: positionViewAtBeginning()
     }
 
     SectionIndexBar {
         anchors { top: list.top; bottom: list.bottom; right: parent.right }
         anchors { topMargin: 8; bottomMargin: 8 }
+        visible: titles.length > 1
         titles: screen.schools.sectionTitles
         currentIndex: titles.indexOf(list.currentSection)
         onSectionSelected: index => {

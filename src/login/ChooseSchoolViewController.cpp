@@ -47,7 +47,7 @@ void ChooseSchoolViewController::load()
         if (status == ResponseStatus::success)
             self->m_schools.setSchools(rows);
         else
-            self->setState(State::Failed, error ? error->errorDescription : QString());
+            self->setState(State::Failed, error ? error->errorDescription : u"请求错误"_s);
     });
 }
 
@@ -59,10 +59,9 @@ void ChooseSchoolViewController::textDidChange(const QString &searchText)
 void ChooseSchoolViewController::didSelectRow(int row)
 {
     const auto school = m_schools.schoolAt(row);
-    if (!school)
+    if (!school || !m_selectedCellBlock)
         return;
-    if (const auto selected = std::exchange(m_selectedCellBlock, {}))
-        selected(*school);
+    std::exchange(m_selectedCellBlock, {})(*school);
     m_environment.shell->navigator()->dismiss(this);
 }
 

@@ -22,18 +22,16 @@ ScreenFrame {
     }
 
     background: Image {
-        anchors { left: parent.left; right: parent.right; top: parent.top }
-        height: Math.min(parent.height, Math.max(parent.width * 0.6, 260))
+        anchors.fill: parent
         source: "qrc:/assets/icon_bg.png"
         fillMode: Image.PreserveAspectCrop
-        verticalAlignment: Image.AlignBottom
     }
 
     FormView {
         id: form
         anchors.fill: parent
 
-        Item { width: 1; height: Math.max(24, form.height * 0.06) }
+        Item { width: 1; height: Math.max(24, form.height * 0.08) }
 
         Image {
             anchors.horizontalCenter: parent.horizontalCenter

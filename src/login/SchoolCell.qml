@@ -1,8 +1,9 @@
 import QtQuick
+import QtQuick.Templates as T
 import Vant.Ui
 
 //! One school of the chooser's list.
-Tappable {
+T.ItemDelegate {
     id: cell
 
     required property int index
@@ -14,7 +15,12 @@ Tappable {
     topPadding: 13
     bottomPadding: 13
     implicitHeight: Math.max(52, implicitContentHeight + topPadding + bottomPadding)
-    Accessible.role: Accessible.ListItem
+    font { family: Qt.application.font.family; pixelSize: Theme.bodyText }
+    focusPolicy: Qt.StrongFocus
+    Accessible.name: text
+    Accessible.onPressAction: cell.clicked()
+    Keys.onReturnPressed: cell.clicked()
+    Keys.onEnterPressed: cell.clicked()
 
     contentItem: Text {
         text: cell.text
@@ -35,4 +41,6 @@ Tappable {
             color: Theme.line
         }
     }
+
+    FocusRing { shown: cell.visualFocus; radius: 0; z: 1 }
 }

@@ -1,5 +1,7 @@
 #include "model/LoginModel.h"
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -60,8 +62,10 @@ void LoginModel::setIsLogin(bool value)
 
 void LoginModel::observeIsLogin(QObject *context, std::function<void(bool)> observer)
 {
-    connect(this, &LoginModel::isLoginWritten, context, observer);
-    observer(isLogin());
+    // Shared: an observer that remembers must find the first call's memory in the later ones.
+    const auto shared = std::make_shared<std::function<void(bool)>>(std::move(observer));
+    connect(this, &LoginModel::isLoginWritten, context, [shared](bool value) { (*shared)(value); });
+    (*shared)(isLogin());
 }
 
 void LoginModel::logout()

@@ -6,8 +6,8 @@
 
 #include <functional>
 
-//! A choice of actions from the lower edge. One at a time: a newer one cancels the older. Each is answered exactly
-//! once. One for the process, owned by Shell.
+//! A choice of actions from the lower edge. One at a time: a newer one cancels the older. Each is
+//! answered exactly once. One for the process, owned by Shell.
 class ActionSheet : public QObject
 {
     Q_OBJECT

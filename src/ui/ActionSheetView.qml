@@ -43,13 +43,18 @@ FocusScope {
     }
 
     Column {
-        anchors { bottom: parent.bottom; horizontalCenter: parent.horizontalCenter; bottomMargin: view.bottomInset + 10 }
+        anchors {
+            bottom: parent.bottom
+            bottomMargin: view.bottomInset + 10
+            horizontalCenter: parent.horizontalCenter
+        }
         width: Math.min(parent.width - 20, Theme.maximumFormWidth)
         spacing: 10
 
         Rectangle {
             width: parent.width
-            height: Math.min(choices.implicitHeight, view.height - cancelButton.height - view.bottomInset - 60)
+            height: Math.min(choices.implicitHeight,
+                             view.height - cancelButton.height - view.bottomInset - 60)
             radius: Theme.radius
             color: Theme.surface
 

@@ -13,8 +13,11 @@ struct Alert
 
     QString title {};
     QString message {};
-    QStringList buttons {}; //!< from left to right; none gets one named 确定; not shown in FullScreen
-    int tag = 0; //!< the caller's own mark
-    bool cancellable = false; //!< the back key and a touch outside answer it too; FullScreen always is
+    //! From left to right; none gets one named 确定. Not shown in FullScreen.
+    QStringList buttons {};
+    //! The caller's own mark.
+    int tag = 0;
+    //! The back key and a touch outside answer it too; FullScreen always is.
+    bool cancellable = false;
     Style style = Style::Dialog;
 };

@@ -111,7 +111,10 @@ FocusScope {
                     }
                     contentItem: Text {
                         text: button.text
-                        font { pixelSize: Theme.bodyText; weight: button.isLast ? Font.Medium : Font.Normal }
+                        font {
+                            pixelSize: Theme.bodyText
+                            weight: button.isLast ? Font.Medium : Font.Normal
+                        }
                         color: button.isLast ? Theme.primaryPressed : "#4a4f57"
                         horizontalAlignment: Text.AlignHCenter
                         verticalAlignment: Text.AlignVCenter

@@ -15,18 +15,24 @@ FocusScope {
 
     Rectangle {
         anchors {
-            fill: parent
-            topMargin: view.topInset + 24
-            bottomMargin: view.bottomInset + 24
-            leftMargin: Math.max(20, (view.width - Theme.maximumFormWidth) / 2)
-            rightMargin: Math.max(20, (view.width - Theme.maximumFormWidth) / 2)
+            centerIn: parent
+            verticalCenterOffset: (view.topInset - view.bottomInset) / 2
         }
+        width: Math.min(parent.width - 40, Theme.maximumFormWidth)
+        height: Math.min(parent.height - view.topInset - view.bottomInset - 48,
+                         Math.max(320, title.height + body.implicitHeight + close.height + 104))
         radius: Theme.radius
         color: Theme.surface
 
         Text {
             id: title
-            anchors { top: parent.top; left: parent.left; right: parent.right; topMargin: 28; leftMargin: 20; rightMargin: 20 }
+            anchors {
+                top: parent.top
+                left: parent.left
+                right: parent.right
+                margins: 20
+                topMargin: 28
+            }
             text: view.alertView.title
             textFormat: Text.PlainText
             font { pixelSize: Theme.titleText; weight: Font.Medium }
@@ -65,7 +71,11 @@ FocusScope {
 
         IconButton {
             id: close
-            anchors { horizontalCenter: parent.horizontalCenter; bottom: parent.bottom; bottomMargin: 16 }
+            anchors {
+                horizontalCenter: parent.horizontalCenter
+                bottom: parent.bottom
+                bottomMargin: 16
+            }
             focus: true
             text: qsTr("关闭")
             source: "qrc:/assets/alert_close.png"

@@ -8,8 +8,9 @@
 
 #include <functional>
 
-//! The alerts of the process: shown one at a time in the order they were asked for, each answered exactly once.
-//! Those still waiting when the program ends stay unanswered. One for the process, owned by Shell.
+//! The alerts of the process: shown one at a time in the order they were asked for, each answered
+//! exactly once. Those still waiting when the program ends stay unanswered. One for the process,
+//! owned by Shell.
 class AlertView : public QObject
 {
     Q_OBJECT
@@ -32,10 +33,11 @@ public:
 
     void show(const Alert &alert, Answer answer = {});
 
-    //! For the view: answers the alert that is shown, hides it, shows the next one. An index that is no button's
-    //! is refused.
+    //! For the view: answers the alert that is shown, hides it, shows the next one. An index that
+    //! is no button's is refused.
     Q_INVOKABLE void press(int buttonIndex);
-    //! Answers with cancelled where the alert may be cancelled; false when it may not or none is shown.
+    //! Answers with cancelled where the alert may be cancelled; false when it may not or none is
+    //! shown.
     Q_INVOKABLE bool cancel();
 
     bool isVisible() const { return !m_queue.isEmpty(); }

@@ -13,15 +13,17 @@ constexpr double largestOrdinarySize = 12;
 constexpr double unitSize = 10;
 constexpr double smallestScale = 0.5;
 constexpr double largestScale = 3;
-}
+} // namespace
 
-QString FontChooser::chineseFamily(const QStringList &available, const QStringList &simplifiedChinese)
+QString FontChooser::chineseFamily(
+    const QStringList &available, const QStringList &simplifiedChinese)
 {
-    static const QStringList known {QStringLiteral("Noto Sans CJK SC"), QStringLiteral("Noto Sans SC"),
-        QStringLiteral("Source Han Sans SC"), QStringLiteral("Source Han Sans CN"),
-        QStringLiteral("PingFang SC"), QStringLiteral("Microsoft YaHei"),
-        QStringLiteral("HarmonyOS Sans SC"), QStringLiteral("WenQuanYi Micro Hei"),
-        QStringLiteral("WenQuanYi Zen Hei"), QStringLiteral("Droid Sans Fallback")};
+    static const QStringList known {QStringLiteral("Noto Sans CJK SC"),
+        QStringLiteral("Noto Sans SC"), QStringLiteral("Source Han Sans SC"),
+        QStringLiteral("Source Han Sans CN"), QStringLiteral("PingFang SC"),
+        QStringLiteral("Microsoft YaHei"), QStringLiteral("HarmonyOS Sans SC"),
+        QStringLiteral("WenQuanYi Micro Hei"), QStringLiteral("WenQuanYi Zen Hei"),
+        QStringLiteral("Droid Sans Fallback")};
     const auto found = std::find_if(known.begin(), known.end(),
         [&](const QString &family) { return available.contains(family, Qt::CaseInsensitive); });
     if (found != known.end())
@@ -48,7 +50,8 @@ void FontChooser::apply()
     const QString family = chineseFamily(
         QFontDatabase::families(), QFontDatabase::families(QFontDatabase::SimplifiedChinese));
     if (family.isEmpty())
-        qCWarning(lcUi) << "no font with Chinese glyphs is installed; install one, for example Noto Sans CJK";
+        qCWarning(lcUi)
+            << "no font with Chinese glyphs is installed; install one, for example Noto Sans CJK";
     else
         font.setFamilies({family});
 

@@ -1,7 +1,7 @@
 import QtQuick
 
-//! A form: a column of at most 480 in the middle, at least as high as the view, scrolled when it does not fit, and
-//! scrolled so that the field in use is seen above the keyboard.
+//! A form: a column of at most 480 in the middle, scrolled when it does not fit, and scrolled so
+//! that the field in use is seen above the keyboard.
 Flickable {
     id: form
 

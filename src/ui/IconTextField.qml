@@ -1,7 +1,8 @@
 import QtQuick
 import QtQuick.Templates as T
 
-//! A line of input with an icon before it and a rule below it. The placeholder is its accessible name.
+//! A line of input with an icon before it and a rule below it. The placeholder is its accessible
+//! name; that the content is hidden, the screen reader learns from the echo mode.
 T.TextField {
     id: control
 
@@ -20,7 +21,8 @@ T.TextField {
     verticalAlignment: TextInput.AlignVCenter
     selectByMouse: true
     echoMode: password ? TextInput.Password : TextInput.Normal
-    inputMethodHints: password ? Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase : Qt.ImhNone
+    inputMethodHints: password
+        ? Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase : Qt.ImhNone
     Accessible.role: Accessible.EditableText
     Accessible.name: placeholderText
 

@@ -1,8 +1,8 @@
 import QtQuick
 import QtQuick.Templates as T
 
-//! A check box of two pictures. It shows `selected` and reports touches by `clicked`; the state is its owner's.
-//! `text` is read out, not drawn.
+//! A check box of two pictures. It shows `selected` and reports touches by `clicked`; the state is
+//! its owner's. `text` is read out, not drawn.
 T.CheckBox {
     id: control
 

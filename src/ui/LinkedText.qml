@@ -1,6 +1,7 @@
 import QtQuick
 
-//! Text with links in it: each entry of `links` has a `title`, which occurs in the text, and a `name` to report.
+//! Text with links in it: each entry of `links` has a `title`, which occurs in the text, and a
+//! `name` to report.
 FocusScope {
     id: control
 
@@ -23,8 +24,9 @@ FocusScope {
     function richText() {
         let rich = escaped(text)
         for (const link of links) {
-            rich = rich.replace(escaped(link.title), "<a style=\"text-decoration:none;color:" + linkColor
-                + "\" href=\"" + link.name + "\">" + escaped(link.title) + "</a>")
+            const title = escaped(link.title)
+            rich = rich.replace(title, "<a style=\"text-decoration:none;color:" + linkColor
+                + "\" href=\"" + link.name + "\">" + title + "</a>")
         }
         return rich
     }
@@ -47,7 +49,8 @@ FocusScope {
         Accessible.readOnly: true
     }
 
-    // A link that runs over two lines has its button on the first; the rest of it is touched in the text itself.
+    // For keyboard and screen reader. A link that runs over two lines has its item on the first; the
+    // rest of it is touched in the text itself.
     Repeater {
         model: control.links
 

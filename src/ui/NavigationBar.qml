@@ -1,6 +1,7 @@
 import QtQuick
 
-//! The bar at the top of a screen: title in the middle, back button at the left, and what is put into it at the right.
+//! The bar at the top of a screen: title in the middle, back button at the left, and what is put
+//! into it at the right.
 Rectangle {
     id: control
 
@@ -25,7 +26,7 @@ Rectangle {
     }
 
     Text {
-        readonly property real side: Math.max(backButton.visible ? backButton.width : 0, right.width, 8)
+        readonly property real side: Math.max(backButton.visible ? backButton.width : 8, right.width)
 
         anchors.centerIn: parent
         width: parent.width - 2 * side

@@ -4,9 +4,9 @@
 
 class Navigator;
 
-//! A screen made of screens: the topmost of a stack under a navigation bar with its title and a back button.
-//! Shown like any other screen, by the name screenName. Its first controller stays its owner's; pushed controllers
-//! without a parent are deleted when popped.
+//! A screen made of screens: the topmost of a stack under a navigation bar with its title and a
+//! back button. Shown like any other screen, by the name screenName. Its first controller stays its
+//! owner's; pushed controllers without a parent are deleted when popped.
 class NavigationController : public ViewController
 {
     Q_OBJECT

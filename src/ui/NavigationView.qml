@@ -36,7 +36,12 @@ FocusScope {
     }
 
     FocusScope {
-        anchors { top: header.bottom; left: parent.left; right: parent.right; bottom: parent.bottom }
+        anchors {
+            top: header.bottom
+            left: parent.left
+            right: parent.right
+            bottom: parent.bottom
+        }
         focus: true
         clip: true
 

@@ -100,7 +100,8 @@ void Navigator::dismiss(ViewController *controller)
     const auto modals = presentModals();
     const auto first = std::find_if(modals.begin(), modals.end(), [controller](const auto *modal) {
         const auto *navigation = qobject_cast<NavigationController *>(modal->controller());
-        return modal->controller() == controller || (navigation && navigation->contains(controller));
+        return modal->controller() == controller
+            || (navigation && navigation->contains(controller));
     });
     if (first == modals.end())
         return;

@@ -4,11 +4,13 @@
 
 #include <QHash>
 
-//! Which screen the window shows: one root, and full-screen modals over it. One for the process, owned by Shell.
+//! Which screen the window shows: one root, and full-screen modals over it. One for the process,
+//! owned by Shell.
 //!
-//! Screens are asked for by name, so that a room opens another's screen without knowing it. RootView shows what
-//! stands here; without a RootView screens are recorded and signalled, but no view is made and no controller told.
-//! Controllers of roots stay their owners'. A modal's controller without a parent is deleted after its dismissal.
+//! Screens are asked for by name, so that a room opens another's screen without knowing it.
+//! RootView shows what stands here; without a RootView screens are recorded and signalled, but no
+//! view is made and no controller told. Controllers of roots stay their owners'. A modal's
+//! controller without a parent is deleted after its dismissal.
 class Navigator : public QObject
 {
     Q_OBJECT
@@ -26,24 +28,26 @@ public:
     //! The registered view, empty and logged for an unknown name.
     QUrl screenSource(const QString &name) const;
 
-    //! Switches the root at once and drops all modals. The empty name is the blank placeholder. A root once made is
-    //! kept when another takes its place: the same name and controller bring back the same view. Naming the
-    //! present root again changes nothing.
+    //! Switches the root at once and drops all modals. The empty name is the blank placeholder. A
+    //! root once made is kept when another takes its place: the same name and controller bring back
+    //! the same view. Naming the present root again changes nothing.
     void setRootViewController(const QString &name, ViewController *controller = nullptr);
     //! Makes a root's view hidden in advance, so that the later switch takes no time.
     void prepare(const QString &name, ViewController *controller);
     QString rootName() const;
     ViewController *rootViewController() const;
 
-    //! Opens a screen over everything, full screen, sliding up. False for an unknown name or a controller
-    //! that is presented already.
+    //! Opens a screen over everything, full screen, sliding up. False for an unknown name or a
+    //! controller that is presented already.
     bool present(const QString &name, ViewController *controller);
-    //! Closes the modal of this controller, or the one whose navigation controller holds it, and all above it.
+    //! Closes the modal of this controller, or the one whose navigation controller holds it, and
+    //! all above it.
     void dismiss(ViewController *controller);
     //! The topmost screen that is not on its way out, the root when there is no modal.
     ViewController *topViewController() const;
 
-    //! The back key: the top screen's own use of it, else its dismissal. False when only a root is left.
+    //! The back key: the top screen's own use of it, else its dismissal. False when only a root is
+    //! left.
     Q_INVOKABLE bool back();
 
     ScreenStack *screens() { return &m_screens; }

@@ -5,9 +5,9 @@
 #include <QPointer>
 #include <QUrl>
 
-//! One screen on a stack: a controller, the address of its view, and where it is on its way in or out.
-//! Owned by its ScreenStack. The view (ScreenView.qml) reports when it is made and when a transition has ended;
-//! the controller is told of its appearances from here alone.
+//! One screen on a stack: a controller, the address of its view, and where it is on its way in or
+//! out. Owned by its ScreenStack. The view (ScreenView.qml) reports when it is made and when a
+//! transition has ended; the controller is told of its appearances from here alone.
 class PresentedScreen : public QObject
 {
     Q_OBJECT
@@ -27,8 +27,8 @@ public:
     Q_ENUM(Transition)
     enum class Animation { Off, On };
 
-    PresentedScreen(const QString &name, const QUrl &source, ViewController *controller,
-        Transition transition);
+    PresentedScreen(
+        const QString &name, const QUrl &source, ViewController *controller, Transition transition);
 
     QString name() const { return m_name; }
     QUrl source() const { return m_source; }
@@ -49,8 +49,8 @@ public:
     //! Takes the screen off; ends in didDisappear.
     void disappear(Animation animation);
     void setCovered(bool covered);
-    //! What holds or covers this screen begins to give it free, and has given it free: an appearance without a
-    //! transition of its own.
+    //! What holds or covers this screen begins to give it free, and has given it free: an
+    //! appearance without a transition of its own.
     void hostWillAppear();
     void hostDidAppear();
 

@@ -8,23 +8,13 @@ Item {
     required property Shell shell
 
     readonly property SafeArea safeArea: shell.safeArea
-    readonly property bool overlaid: shell.alertView.visible || shell.actionSheet.visible || shell.progressHUD.visible
+    //! What takes input; all else is behind it.
+    readonly property Item topmost: shell.progressHUD.visible ? hud
+        : shell.actionSheet.visible ? sheet
+        : !shell.alertView.visible ? screens
+        : shell.alertView.fullScreen ? notice : dialog
 
-    function giveFocus() {
-        const topmost = shell.progressHUD.visible ? hud : shell.actionSheet.visible ? sheet
-            : !shell.alertView.visible ? screens : shell.alertView.fullScreen ? notice : dialog
-        topmost.forceActiveFocus()
-    }
-
-    Connections {
-        target: root.shell.alertView
-        function onChanged() { root.giveFocus() }
-    }
-    Connections {
-        target: root.shell.actionSheet
-        function onChanged() { root.giveFocus() }
-    }
-    onOverlaidChanged: giveFocus()
+    onTopmostChanged: topmost.forceActiveFocus()
 
     Shortcut {
         sequences: ["Esc", "Back", StandardKey.Back]
@@ -38,7 +28,7 @@ Item {
         id: screens
         anchors.fill: parent
         focus: true
-        enabled: !root.overlaid
+        enabled: root.topmost === screens
 
         Repeater {
             model: root.shell.navigator.screens

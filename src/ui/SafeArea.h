@@ -3,8 +3,9 @@
 #include <QObject>
 #include <qqmlregistration.h>
 
-//! What the system's bars, notches and rounded corners take from each edge of the window, in points.
-//! Zero on desktops; a phone's shell sets VANT_SAFE_AREA="top,bottom[,left,right]". Owned by Shell.
+//! What the system's bars, notches and rounded corners take from each edge of the window, in
+//! points. Zero on desktops; a phone's shell sets VANT_SAFE_AREA="top,bottom[,left,right]". Owned
+//! by Shell.
 class SafeArea : public QObject
 {
     Q_OBJECT
@@ -18,7 +19,8 @@ class SafeArea : public QObject
 public:
     explicit SafeArea(QObject *parent = nullptr);
 
-    //! Reads "top,bottom[,left,right]". A text with anything but numbers from 0 to 200 in it changes nothing, and is logged.
+    //! Reads "top,bottom[,left,right]". A text with anything but numbers from 0 to 200 in it
+    //! changes nothing, and is logged.
     bool setInsets(const QString &text);
 
     double top() const { return m_top; }

@@ -1,7 +1,7 @@
 import QtQuick
 
-//! The frame of a screen: the strip behind the system's status bar, and the content inside the safe area and above the
-//! on-screen keyboard. Its screen sets the four insets of any root that has them.
+//! The frame of a screen: the strip behind the system's status bar, and the content inside the safe
+//! area and above the on-screen keyboard. ScreenView sets the four insets of any root that has them.
 FocusScope {
     id: frame
 
@@ -15,7 +15,8 @@ FocusScope {
     property alias color: behind.color
     default property alias content: inside.data
 
-    readonly property real keyboardHeight: Qt.inputMethod.visible ? Qt.inputMethod.keyboardRectangle.height : 0
+    readonly property real keyboardHeight: Qt.inputMethod.visible
+        ? Qt.inputMethod.keyboardRectangle.height : 0
 
     Rectangle {
         id: behind

@@ -1,8 +1,8 @@
 import QtQuick
 import Vant.Ui
 
-//! Shows one screen of a stack and moves it in and out. The screen's QML gets its controller, and the insets where its
-//! root has them.
+//! Shows one screen of a stack and moves it in and out. The screen's QML gets its controller, and
+//! the insets where its root has them.
 FocusScope {
     id: view
 

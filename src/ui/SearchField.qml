@@ -47,6 +47,9 @@ T.TextField {
     background: Rectangle {
         radius: height / 2
         color: Theme.surface
-        border { width: control.activeFocus ? 2 : 1; color: control.activeFocus ? Theme.primary : Theme.line }
+        border {
+            width: control.activeFocus ? 2 : 1
+            color: control.activeFocus ? Theme.primary : Theme.line
+        }
     }
 }

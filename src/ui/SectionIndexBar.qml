@@ -1,6 +1,7 @@
 import QtQuick
 
-//! The letters at the side of a long list: touch one, or drag along them, to jump. Stands at the list's right edge.
+//! The letters at the side of a long list: touch one, or drag along them, to jump. Stands at the
+//! list's right edge.
 Item {
     id: control
 
@@ -13,6 +14,7 @@ Item {
     readonly property real cellHeight: titles.length > 0
         ? Math.min(height / titles.length, 20 * Theme.fontScale) : 0
     readonly property int touchedIndex: touch.pressed ? indexAt(touch.mouseY) : -1
+    readonly property int markedIndex: touchedIndex >= 0 ? touchedIndex : currentIndex
 
     implicitWidth: Theme.touchSize
     visible: titles.length > 0
@@ -34,8 +36,7 @@ Item {
                 id: cell
                 required property string modelData
                 required property int index
-                readonly property bool marked: index === (control.touchedIndex >= 0 ? control.touchedIndex
-                                                                                   : control.currentIndex)
+                readonly property bool marked: index === control.markedIndex
 
                 width: 24
                 height: control.cellHeight

@@ -7,8 +7,8 @@
 #include "ui/SafeArea.h"
 #include "ui/Toast.h"
 
-//! All that the window shows besides the screens' own content. The application makes one and gives it to RootView as
-//! its property `shell`; controllers take from it what they use.
+//! All that the window shows besides the screens' own content. The application makes one and gives
+//! it to RootView as its property `shell`; controllers take from it what they use.
 class Shell : public QObject
 {
     Q_OBJECT
@@ -31,7 +31,8 @@ public:
     ActionSheet *actionSheet() { return &m_actionSheet; }
     SafeArea *safeArea() { return &m_safeArea; }
 
-    //! The back key, for whatever is topmost: indicator (swallows it), sheet, alert, screen. False: nobody used it.
+    //! The back key, for whatever is topmost: indicator (swallows it), sheet, alert, screen. False:
+    //! nobody used it.
     Q_INVOKABLE bool back();
 
 private:

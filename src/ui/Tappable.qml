@@ -1,7 +1,8 @@
 import QtQuick
 import QtQuick.Templates as T
 
-//! What every button of the system has in common: touch size, keyboard use, focus ring, its text as accessible name.
+//! What all buttons have in common: touch size, keyboard use, focus ring, the text as accessible
+//! name.
 T.AbstractButton {
     id: control
 

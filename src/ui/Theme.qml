@@ -3,8 +3,9 @@ import QtQuick
 
 //! Every colour, size and duration that more than one view uses.
 QtObject {
-    //! How much larger than usual the user wants text; FontChooser puts it into the application's font.
-    readonly property real fontScale: Qt.application.font.pixelSize > 0 ? Qt.application.font.pixelSize / 16 : 1
+    //! How much larger than usual the user wants text; FontChooser puts it into the application font.
+    readonly property real fontScale: Qt.application.font.pixelSize > 0
+        ? Qt.application.font.pixelSize / 16 : 1
 
     readonly property color primary: "#3dd187"
     readonly property color primaryPressed: "#2fb974"
@@ -20,7 +21,7 @@ QtObject {
     readonly property color textOnPrimary: "#ffffff"
     readonly property color focus: "#1668dc"
     readonly property color scrim: "#73000000"
-    readonly property color hudBackground: "#d9262b30"
+    readonly property color hudBackground: "#eb262b30"
 
     readonly property int captionText: Math.round(13 * fontScale)
     readonly property int bodyText: Math.round(16 * fontScale)

@@ -5,8 +5,8 @@
 
 class MainQueue;
 
-//! A short text that goes by itself. One at a time: a newer one takes the older one's place and its own full time.
-//! One for the process, owned by Shell.
+//! A short text that goes by itself. One at a time: a newer one takes the older one's place and its
+//! own full time. One for the process, owned by Shell.
 class Toast : public QObject
 {
     Q_OBJECT

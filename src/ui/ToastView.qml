@@ -7,6 +7,8 @@ Item {
 
     required property Toast toast
 
+    readonly property real maximumWidth: Math.min(width - 48, Theme.maximumFormWidth)
+
     opacity: toast.visible ? 1 : 0
     visible: opacity > 0
 
@@ -14,7 +16,7 @@ Item {
 
     Rectangle {
         anchors.centerIn: parent
-        width: Math.min(view.width - 48, Theme.maximumFormWidth, content.implicitWidth + 40)
+        width: Math.min(view.maximumWidth, content.implicitWidth + 40)
         height: content.implicitHeight + 28
         radius: Theme.radius
         color: Theme.hudBackground
@@ -38,7 +40,7 @@ Item {
 
             Text {
                 anchors.verticalCenter: parent.verticalCenter
-                width: Math.min(implicitWidth, Math.min(view.width - 48, Theme.maximumFormWidth) - 40
+                width: Math.min(implicitWidth, view.maximumWidth - 40
                                 - (icon.visible ? icon.width + content.spacing : 0))
                 text: view.toast.text
                 textFormat: Text.PlainText

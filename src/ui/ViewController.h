@@ -5,8 +5,8 @@
 #include <qqmlregistration.h>
 
 //! What stands behind one screen: its state, its commands and its answers to coming and going.
-//! The screen's QML gets it as its property `controller`. Who owns a controller is said where it is handed over,
-//! in Navigator and NavigationController.
+//! The screen's QML gets it as its property `controller`. Who owns a controller is said where it is
+//! handed over, in Navigator and NavigationController.
 class ViewController : public QObject
 {
     Q_OBJECT
@@ -21,16 +21,19 @@ public:
     QString title() const { return m_title; }
     void setTitle(const QString &title);
 
-    //! Whether a navigation controller shows this screen without its bar. Asked before each appearance.
+    //! Whether a navigation controller shows this screen without its bar. Asked before each
+    //! appearance.
     virtual bool prefersNavigationBarHidden() const { return false; }
 
-    //! Once, before the first appearance; a view that was only made in advance has not been loaded yet.
+    //! Once, before the first appearance; a view that was only made in advance has not been loaded
+    //! yet.
     virtual void viewDidLoad() { }
     //! Before each appearance: the first one, and each time what covered the screen goes away.
     virtual void viewWillAppear() { }
     //! After each appearance, when the transition has ended.
     virtual void viewDidAppear() { }
-    //! The back key. True: the screen has used it; false: the navigator does what is usual (pop, dismiss).
+    //! The back key. True: the screen has used it; false: the navigator does what is usual (pop,
+    //! dismiss).
     virtual bool handleBack() { return false; }
 
 Q_SIGNALS:

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int startTimeout = 60'000;
+constexpr int startTimeout = 30'000;
 constexpr int endTimeout = 20'000;
 
 QByteArray read(const QString &path)
@@ -50,6 +50,8 @@ private Q_SLOTS:
     void saysItsVersion();
     void refusesABadStart_data();
     void refusesABadStart();
+    void saysWhyThePlatformDoesNotStart_data();
+    void saysWhyThePlatformDoesNotStart();
     void thePlatformEndsWithTheClient_data();
     void thePlatformEndsWithTheClient();
     void aSecondStartHandsOver();
@@ -57,6 +59,8 @@ private Q_SLOTS:
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
     void start(const QStringList &arguments);
+    //! Waits for the end with one line about the problem, which goes on after the program's name.
+    void verifyRefusal(const QString &problem);
     void write(const QString &name, const QByteArray &content) const;
 
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -122,15 +126,45 @@ void ProgramTest::refusesABadStart()
     write(u"school.toml"_s, "[app]\nbuild = \"1\"\ncolour = \"red\"\n");
     write(u"tls.toml"_s, "[tls]\nextra_ca_file = \"" + path(u"none.pem"_s).toUtf8() + "\"\n");
     start(arguments.replaceInStrings(u"@"_s, m_folder->path()));
-    QVERIFY(m_program->waitForFinished(startTimeout));
+    verifyRefusal(problem.replace(u"@"_s, m_folder->path()));
+}
 
+void ProgramTest::verifyRefusal(const QString &problem)
+{
+    QVERIFY(m_program->waitForFinished(startTimeout));
     QCOMPARE(m_program->exitStatus(), QProcess::NormalExit);
     QCOMPARE(m_program->exitCode(), 2);
     QCOMPARE(m_program->readAllStandardOutput(), "");
     const QString said = QString::fromUtf8(m_program->readAllStandardError());
-    const QString expected = u"vant-student: "_s + problem.replace(u"@"_s, m_folder->path());
-    QVERIFY2(said.startsWith(expected), qPrintable(said));
+    QVERIFY2(said.startsWith(u"vant-student: "_s + problem), qPrintable(said));
     QVERIFY2(said.count(u'\n') == 1 && said.endsWith(u'\n'), qPrintable(said));
+}
+
+void ProgramTest::saysWhyThePlatformDoesNotStart_data()
+{
+    QTest::addColumn<QString>("script"); //!< null: there is no such program
+    QTest::addColumn<QString>("problem");
+    QTest::newRow("missing") << QString() << u"@ does not start: "_s;
+    QTest::newRow("ends at once")
+        << u"#!/bin/sh\nexit 3\n"_s << u"@ does not start: it ended with code 3\n"_s;
+    QTest::newRow("says something else")
+        << u"#!/bin/sh\necho hello\nexec sleep 60\n"_s << u"at \"hello\" does not answer: "_s;
+}
+
+void ProgramTest::saysWhyThePlatformDoesNotStart()
+{
+    QFETCH(QString, script);
+    QFETCH(QString, problem);
+    const QString platform = path(u"platform"_s);
+    if (!script.isNull()) {
+        write(u"platform"_s, script.toUtf8());
+        QFile::setPermissions(platform, QFile::ReadOwner | QFile::ExeOwner);
+    }
+    QProcessEnvironment environment = m_program->processEnvironment();
+    environment.insert(u"VANT_SANDBOX"_s, platform);
+    m_program->setProcessEnvironment(environment);
+    start({u"--sandbox"_s, u"--profile"_s, path(u"profile"_s)});
+    verifyRefusal(u"the school platform "_s + problem.replace(u"@"_s, platform));
 }
 
 void ProgramTest::thePlatformEndsWithTheClient_data()

@@ -49,7 +49,7 @@ QJsonObject answerTo(Driver &driver, const QString &handler, const QString &type
 {
     press(driver, handler);
     driver.seeInPage(outputOf(handler), u"[result: %1]"_s.arg(type));
-    const QString shown = driver.page().text(outputOf(handler));
+    const QString shown = driver.page().find(outputOf(handler)).value_or(WebContent::Element()).text;
     return QJsonDocument::fromJson(shown.left(shown.lastIndexOf(u" [")).toUtf8()).object();
 }
 

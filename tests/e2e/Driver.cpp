@@ -1,13 +1,16 @@
 #include "e2e/Driver.h"
 
+#include "e2e/Patience.h"
 #include "e2e/StepFailed.h"
 
-#include <QTest>
+#include <QElapsedTimer>
+#include <QQuickWindow>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr double longestDrag = 0.5; // of the window's height
 constexpr int restTimeoutMs = 1'500;
 constexpr int betweenPicturesMs = 50;
 
@@ -25,7 +28,7 @@ Driver::Driver(QQuickWindow *window, Wire *wire, const QString &profile)
 
 void Driver::waitFor(const QString &what, const std::function<bool()> &seen, int timeoutMs)
 {
-    if (!QTest::qWaitFor(seen, timeoutMs))
+    if (!Patience::waitUntil(seen, timeoutMs))
         throw StepFailed {
             u"waited in vain for %1; on the screen: %2"_s.arg(what, m_screen.description())};
 }
@@ -41,11 +44,23 @@ Screen::Thing Driver::see(const QString &name, QAccessible::Role role)
     std::optional<Screen::Thing> thing;
     QRectF before;
     waitFor(u"\"%1\""_s.arg(name), [&] {
-        thing = m_screen.find(name, role);
-        const bool atRest = thing && thing->place == std::exchange(before, thing->place);
-        return atRest && Picture::of(m_window).hasInk(thing->place);
+        thing = m_screen.locate(name, role);
+        if (!thing || thing->whole != std::exchange(before, thing->whole))
+            return false;
+        if (!thing->isInView())
+            scrollTo(thing->whole.center());
+        return thing->isInView() && Picture::of(m_window).hasInk(thing->place);
     });
     return *thing;
+}
+
+void Driver::scrollTo(QPointF point)
+{
+    const QPointF middle(m_window->width() / 2.0, m_window->height() / 2.0);
+    const double reach = m_window->height() * longestDrag;
+    const double way = qBound(-reach, middle.y() - point.y(), reach);
+    const QPointF from = middle - QPointF(0, way / 2);
+    m_hand.drag(from, from + QPointF(0, way));
 }
 
 void Driver::seeAll(const QStringList &names)
@@ -71,21 +86,24 @@ void Driver::seeToast(const QString &text, const std::function<void()> &action)
 
 void Driver::seeInPage(const QString &selector, const QString &text)
 {
-    QString last;
+    std::optional<WebContent::Element> element;
     waitFor(u"\"%1\" in %2 of the page"_s.arg(text, selector), [&] {
-        last = m_page.text(selector);
-        const auto place = m_page.place(selector);
-        return last.contains(text) && place && Picture::of(m_window).hasInk(*place);
+        element = m_page.find(selector);
+        return element && element->text.contains(text)
+            && Picture::of(m_window).hasInk(element->place);
     });
-    note(u"%1: %2"_s.arg(selector, last.simplified()));
+    note(u"%1: %2"_s.arg(selector, element->text.simplified()));
 }
 
 void Driver::seePage(const QString &path, const QString &selector)
 {
-    waitFor(u"the page %1 (it is %2)"_s.arg(path, m_page.path()), [&] {
-        const auto place = m_page.place(selector);
-        return m_page.path().startsWith(path) && place && Picture::of(m_window).hasInk(*place);
+    waitFor(u"the page "_s + path, [&] {
+        const auto element = m_page.find(selector);
+        return element && element->page.startsWith(path) && !m_page.isLoading()
+            && Picture::of(m_window).hasInk(element->place);
     });
+    // Until the first frame of a page has come the engine drops what touches it.
+    pictureAtRest();
 }
 
 void Driver::tap(const QString &name, QAccessible::Role role)
@@ -117,7 +135,7 @@ Picture Driver::pictureAtRest()
     timer.start();
     // A blinking cursor or a turning wheel never rests.
     while (timer.elapsed() < restTimeoutMs) {
-        QTest::qWait(betweenPicturesMs);
+        Patience::pass(betweenPicturesMs);
         Picture now = Picture::of(m_window);
         if (now == before)
             break;

@@ -12,7 +12,7 @@
 class Driver
 {
 public:
-    static constexpr int patienceMs = 8'000;
+    static constexpr int patienceMs = 15'000;
 
     Driver(QQuickWindow *window, Wire *wire, const QString &profile);
 
@@ -26,7 +26,8 @@ public:
     void waitFor(const QString &what, const std::function<bool()> &seen, int timeoutMs = patienceMs);
     void check(bool holds, const QString &what);
 
-    //! Waits until a thing can be seen: found by name and painted, in its place and at rest.
+    //! Waits until a thing can be seen: found by name and painted, scrolled into view and
+    //! at rest.
     Screen::Thing see(const QString &name, QAccessible::Role role = Screen::AnyRole);
     void seeAll(const QStringList &names);
     void seeNothingOf(const QString &name, QAccessible::Role role = Screen::AnyRole);
@@ -51,6 +52,7 @@ public:
     QString takeNotes();
 
 private:
+    void scrollTo(QPointF point);
     Picture pictureAtRest();
 
     QQuickWindow *m_window;

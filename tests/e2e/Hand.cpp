@@ -1,5 +1,7 @@
 #include "e2e/Hand.h"
 
+#include "e2e/Patience.h"
+
 #include <QQuickWindow>
 #include <QTest>
 
@@ -33,7 +35,7 @@ void Hand::click(QPointF point)
 bool Hand::rest(QPointF point, const std::function<bool()> &until, int timeoutMs)
 {
     QTest::touchEvent(m_window, m_screen).press(finger, point.toPoint(), m_window).commit();
-    const bool came = QTest::qWaitFor(until, timeoutMs);
+    const bool came = Patience::waitUntil(until, timeoutMs);
     QTest::touchEvent(m_window, m_screen).release(finger, point.toPoint(), m_window).commit();
     return came;
 }
@@ -45,7 +47,7 @@ void Hand::drag(QPointF from, QPointF to)
         const QPointF at = from + (to - from) * std::min(1.0, double(i) / dragMoves);
         QTest::touchEvent(m_window, m_screen).move(finger, at.toPoint(), m_window).commit();
         // A finger takes its time, and without it the movement would be a flick.
-        QTest::qWait(frameMs);
+        Patience::pass(frameMs);
     }
     QTest::touchEvent(m_window, m_screen).release(finger, to.toPoint(), m_window).commit();
 }

@@ -4,12 +4,12 @@
 #include "app/ConfigurationFile.h"
 #include "app/StudentApplication.h"
 #include "e2e/Driver.h"
+#include "e2e/Patience.h"
 #include "e2e/StepFailed.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QQuickWindow>
-#include <QTest>
 #include <QTimer>
 
 #include <cstdio>
@@ -56,7 +56,7 @@ int Life::live(Wire &wire, const DeploymentConfiguration &deployment)
     student.window()->resize(m_options.size);
     Driver driver(student.window(), &wire, m_options.life->profile);
     QTimer::singleShot(0, qGuiApp, [&] {
-        if (QTest::qWaitForWindowActive(driver.window(), activeTimeoutMs))
+        if (Patience::waitUntil([&] { return driver.window()->isActive(); }, activeTimeoutMs))
             goThrough(driver);
         // Its last window closed, a program ends.
         driver.window()->close();

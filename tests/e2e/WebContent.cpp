@@ -1,6 +1,7 @@
 #include "e2e/WebContent.h"
 
 #include "e2e/Hand.h"
+#include "e2e/Patience.h"
 #include "e2e/ScriptAnswer.h"
 #include "e2e/Screen.h"
 #include "e2e/StepFailed.h"
@@ -11,16 +12,25 @@
 #include <QPointer>
 #include <QQmlEngine>
 #include <QQuickItem>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int scriptTimeoutMs = 2'000;
-constexpr int appearTimeoutMs = 8'000;
-constexpr int mostDrags = 40;
+// A page that is left never answers.
+constexpr int scriptTimeoutMs = 500;
+constexpr int viewTimeoutMs = 15'000;
 constexpr double longestDrag = 0.6; // of the view's height
+
+// %1: the selector, quoted.
+const QString elementScript = QStringLiteral(R"((function () {
+    var element = document.querySelector(%1);
+    if (!element) return [];
+    var box = element.getBoundingClientRect();
+    var hit = document.elementFromPoint(box.left + box.width / 2, box.top + box.height / 2);
+    return [location.pathname + location.search, element.textContent, innerWidth,
+        box.left, box.top, box.width, box.height, hit !== null && element.contains(hit)];
+})())");
 
 QString quoted(const QString &text)
 {
@@ -36,14 +46,9 @@ WebContent::WebContent(const Screen &screen, Hand *hand)
 {
 }
 
-QQuickItem *WebContent::view() const
-{
-    return m_screen.webView();
-}
-
 QVariant WebContent::read(const QString &expression) const
 {
-    QQuickItem *view = this->view();
+    QQuickItem *view = m_screen.webView();
     QQmlEngine *engine = view ? qmlEngine(view) : nullptr;
     if (!engine)
         return {};
@@ -53,14 +58,21 @@ QVariant WebContent::read(const QString &expression) const
     QMetaObject::invokeMethod(view, "runJavaScript", Q_ARG(QString, expression),
         Q_ARG(QJSValue, wrapped.property(u"take"_s)));
     const QPointer guard(answer);
-    if (!QTest::qWaitFor([&] { return !guard || guard->isTaken(); }, scriptTimeoutMs) || !guard)
-        return {};
-    return guard->value();
+    Patience::waitUntil([&] { return !guard || guard->isTaken(); }, scriptTimeoutMs);
+    return guard ? guard->value() : QVariant();
 }
 
-QString WebContent::text(const QString &selector) const
+std::optional<WebContent::Element> WebContent::find(const QString &selector) const
 {
-    return read(u"(document.querySelector(%1) || {}).textContent"_s.arg(quoted(selector))).toString();
+    const QVariantList found = read(elementScript.arg(quoted(selector))).toList();
+    const QQuickItem *view = m_screen.webView();
+    if (found.size() != 8 || !view)
+        return {};
+    const double scale = view->width() / found[2].toDouble();
+    const QRectF box(found[3].toDouble() * scale, found[4].toDouble() * scale,
+        found[5].toDouble() * scale, found[6].toDouble() * scale);
+    return Element {found[0].toString(), found[1].toString(), view->mapRectToScene(box),
+        found[7].toBool()};
 }
 
 QString WebContent::path() const
@@ -68,67 +80,44 @@ QString WebContent::path() const
     return read(u"location.pathname + location.search"_s).toString();
 }
 
-std::optional<QRectF> WebContent::place(const QString &selector) const
+bool WebContent::isLoading() const
 {
-    const QVariantList box = read(
-        u"(function () {"
-        "  var element = document.querySelector(%1);"
-        "  if (!element) return [];"
-        "  var box = element.getBoundingClientRect();"
-        "  return [box.left, box.top, box.width, box.height, innerWidth];"
-        "})()"_s.arg(quoted(selector))).toList();
-    QQuickItem *view = this->view();
-    if (box.size() != 5 || !view)
-        return {};
-    const double scale = view->width() / box[4].toDouble();
-    const QRectF inView(box[0].toDouble() * scale, box[1].toDouble() * scale,
-        box[2].toDouble() * scale, box[3].toDouble() * scale);
-    return view->mapRectToScene(inView);
-}
-
-bool WebContent::isReachable(const QString &selector) const
-{
-    return read(
-        u"(function () {"
-        "  var element = document.querySelector(%1);"
-        "  if (!element) return false;"
-        "  var box = element.getBoundingClientRect();"
-        "  var hit = document.elementFromPoint(box.left + box.width / 2, box.top + box.height / 2);"
-        "  return hit !== null && element.contains(hit);"
-        "})()"_s.arg(quoted(selector))).toBool();
+    const QQuickItem *view = m_screen.webView();
+    return !view || view->property("loading").toBool();
 }
 
 QPointF WebContent::bringIntoView(const QString &selector) const
 {
-    if (!QTest::qWaitFor([&] { return place(selector).has_value(); }, appearTimeoutMs))
-        throw StepFailed {u"the page %1 has no %2"_s.arg(path(), selector)};
-    double before = qInf();
-    for (int i = 0; i < mostDrags; ++i) {
-        const auto here = place(selector);
-        QQuickItem *view = this->view();
-        if (!here || !view)
-            throw StepFailed {u"the page went away from %1"_s.arg(selector)};
-        // A page that still moves is waited for.
-        if (isReachable(selector) && here->center().y() == before)
-            return here->center();
-        const QRectF whole = view->mapRectToScene(QRectF(0, 0, view->width(), view->height()));
-        if (!isReachable(selector)) {
-            const double reach = whole.height() * longestDrag;
-            const double way = qBound(-reach, whole.center().y() - here->center().y(), reach);
-            const QPointF from(whole.center().x(), whole.center().y() - way / 2);
-            m_hand->drag(from, from + QPointF(0, way));
+    QPointF before;
+    const bool rests = Patience::waitUntil([&] {
+        const auto element = find(selector);
+        if (!element)
+            return false;
+        if (!element->reachable) {
+            dragTowards(element->place);
+            return false;
         }
-        before = here->center().y();
-    }
-    throw StepFailed {u"%1 cannot be brought into view on %2"_s.arg(selector, path())};
+        const QPointF centre = element->place.center();
+        return std::exchange(before, centre) == centre;
+    }, viewTimeoutMs);
+    if (!rests)
+        throw StepFailed {u"%1 cannot be brought into view on %2"_s.arg(selector, path())};
+    return before;
+}
+
+void WebContent::dragTowards(const QRectF &place) const
+{
+    const QQuickItem *view = m_screen.webView();
+    if (!view)
+        return;
+    const QRectF whole = view->mapRectToScene(QRectF(0, 0, view->width(), view->height()));
+    const double reach = whole.height() * longestDrag;
+    const double way = qBound(-reach, whole.center().y() - place.center().y(), reach);
+    const QPointF from(whole.center().x(), whole.center().y() - way / 2);
+    m_hand->drag(from, from + QPointF(0, way));
 }
 
 void WebContent::tap(const QString &selector) const
 {
     m_hand->tap(bringIntoView(selector));
-}
-
-void WebContent::click(const QString &selector) const
-{
-    m_hand->click(bringIntoView(selector));
 }

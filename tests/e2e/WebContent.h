@@ -3,6 +3,7 @@
 #include <QRectF>
 #include <QVariant>
 
+#include <functional>
 #include <optional>
 
 class Hand;
@@ -13,24 +14,30 @@ class Screen;
 class WebContent
 {
 public:
+    struct Element
+    {
+        QString page; //!< path and query of the page it is on
+        QString text;
+        QRectF place; //!< in the window
+        bool reachable = false; //!< a touch in its middle would reach it
+    };
+
     WebContent(const Screen &screen, Hand *hand);
 
-    //! The value of an expression in the page; invalid without a page, or when it takes too long.
+    //! The value of an expression in the page; invalid without a page, or when the page leaves meanwhile.
     QVariant read(const QString &expression) const;
-    QString text(const QString &selector) const;
+    //! The first element that the CSS selector finds; null when there is none, or no page.
+    std::optional<Element> find(const QString &selector) const;
     QString path() const;
-    //! Where an element is in the window, the part inside the view; null when there is no such element.
-    std::optional<QRectF> place(const QString &selector) const;
-    //! Whether a touch in its middle would reach the element.
-    bool isReachable(const QString &selector) const;
+    //! Whether the view still loads.
+    bool isLoading() const;
 
-    //! Drags the page until the element can be touched; throws StepFailed when it cannot be brought there.
+    //! Drags the page until the element can be touched and rests; throws StepFailed when that cannot be.
     QPointF bringIntoView(const QString &selector) const;
     void tap(const QString &selector) const;
-    void click(const QString &selector) const;
 
 private:
-    QQuickItem *view() const;
+    void dragTowards(const QRectF &place) const;
 
     const Screen &m_screen;
     Hand *m_hand;

@@ -55,28 +55,22 @@ void ChineseSortTest::groupsByTheFirstLetterOfTheReading_data()
     QTest::newRow("letters in order")
         << QStringList {u"武汉"_s, u"北京"_s, u"安阳"_s} << u"A: 安阳 | B: 北京 | W: 武汉"_s;
     QTest::newRow("within a section, syllable by syllable")
-        << QStringList {u"杭州"_s, u"海门"_s, u"海安"_s, u"合肥"_s}
-        << u"H: 海安 海门 杭州 合肥"_s;
-    QTest::newRow("polyphones by the table, not by their general reading")
-        << QStringList {u"重庆"_s, u"厦门"_s, u"长沙"_s, u"沈阳"_s}
-        << u"C: 长沙 重庆 | S: 沈阳 | X: 厦门"_s;
-    QTest::newRow("the table is about how a name starts")
-        << QStringList {u"重点中学"_s, u"大厦小学"_s, u"校长学院"_s}
-        << u"D: 大厦小学 | X: 校长学院 | Z: 重点中学"_s;
+        << QStringList {u"杭州"_s, u"海门"_s, u"海安"_s, u"合肥"_s} << u"H: 海安 海门 杭州 合肥"_s;
+    QTest::newRow("polyphones by the table, not by their general reading") << QStringList {
+        u"重庆"_s, u"厦门"_s, u"长沙"_s, u"沈阳"_s} << u"C: 长沙 重庆 | S: 沈阳 | X: 厦门"_s;
+    QTest::newRow("the table is about how a name starts") << QStringList {u"重点中学"_s,
+        u"大厦小学"_s, u"校长学院"_s} << u"D: 大厦小学 | X: 校长学院 | Z: 重点中学"_s;
     QTest::newRow("names of one polyphone stay together")
-        << QStringList {u"长沙"_s, u"成都"_s, u"长春"_s, u"重庆"_s}
-        << u"C: 长春 长沙 成都 重庆"_s;
+        << QStringList {u"长沙"_s, u"成都"_s, u"长春"_s, u"重庆"_s} << u"C: 长春 长沙 成都 重庆"_s;
     QTest::newRow("Latin starts, either case, stand under their letter")
         << QStringList {u"BDFZ附中"_s, u"abc学校"_s, u"北京"_s, u"Ｃ校"_s}
         << u"A: abc学校 | B: BDFZ附中 北京 | C: Ｃ校"_s;
-    QTest::newRow("whatever begins with no letter stands in front")
-        << QStringList {u"安阳"_s, u"37中"_s, u"（新）实验"_s, u""_s, u"Яхта"_s}
-        << u"#:  （新）实验 37中 Яхта | A: 安阳"_s;
+    QTest::newRow("whatever begins with no letter stands in front") << QStringList {u"安阳"_s,
+        u"37中"_s, u"（新）实验"_s, u""_s, u"Яхта"_s} << u"#:  （新）实验 37中 Яхта | A: 安阳"_s;
     QTest::newRow("a character outside the basic plane")
         << QStringList {u"安阳"_s, u"𠮷中"_s} << u"#: 𠮷中 | A: 安阳"_s;
-    QTest::newRow("equal readings, ordered by their characters")
-        << QStringList {u"试验小学"_s, u"实验小学"_s, u"试验小学"_s}
-        << u"S: 实验小学 试验小学 试验小学"_s;
+    QTest::newRow("equal readings, ordered by their characters") << QStringList {
+        u"试验小学"_s, u"实验小学"_s, u"试验小学"_s} << u"S: 实验小学 试验小学 试验小学"_s;
 }
 
 void ChineseSortTest::groupsByTheFirstLetterOfTheReading()
@@ -98,8 +92,7 @@ void ChineseSortTest::followsItsSetting_data()
 
     BMChineseSortSetting stable = screenSetting();
     stable.needStable = true;
-    QTest::newRow("equal readings as they came")
-        << stable << u"#: 3中 | C: 长沙 | S: 试验 实验"_s;
+    QTest::newRow("equal readings as they came") << stable << u"#: 3中 | C: 长沙 | S: 试验 实验"_s;
 
     BMChineseSortSetting ignoring = screenSetting();
     ignoring.ignoreModelWithPrefix = u"3"_s;
@@ -110,8 +103,8 @@ void ChineseSortTest::followsItsSetting_data()
     QTest::newRow("the longer entry of the table wins")
         << mapped << u"#: 3中 | S: 实验 试验 | Z: 长沙"_s;
 
-    QTest::newRow("the default mode") << BMChineseSortSetting()
-                                      << u"#: 3中 | C: 长沙 | S: 实验 试验"_s;
+    QTest::newRow("the default mode")
+        << BMChineseSortSetting() << u"#: 3中 | C: 长沙 | S: 实验 试验"_s;
 }
 
 void ChineseSortTest::followsItsSetting()
@@ -124,8 +117,8 @@ void ChineseSortTest::sortsRecordsByTheNamedProperty()
 {
     const DataModel beijing {u"北京"_s, u"2"_s, true, u"u"_s, u"q"_s, u"s"_s};
     const DataModel anyang {u"安阳"_s, u"1"_s, false, {}, {}, {}};
-    const auto byName = BMChineseSort::sortAndGroup(
-        QList<DataModel> {beijing, anyang}, "aName", screenSetting());
+    const auto byName
+        = BMChineseSort::sortAndGroup(QList<DataModel> {beijing, anyang}, "aName", screenSetting());
     QCOMPARE(byName.firstLetterArray, (QStringList {u"A"_s, u"B"_s}));
     QCOMPARE(byName.sortedModelArr, (QList<QList<DataModel>> {{anyang}, {beijing}}));
 

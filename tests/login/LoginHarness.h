@@ -19,7 +19,8 @@
 #include <QNetworkAccessManager>
 #include <QTemporaryDir>
 
-//! All that a login screen works with, in a profile of its own, against a real school platform. Time is the test's.
+//! All that a login screen works with, in a profile of its own, against a real school platform.
+//! Time is the test's.
 class LoginHarness
 {
 public:

@@ -53,8 +53,8 @@ void SchoolListTest::init()
     m_tester.reset();
     m_model = std::make_unique<SchoolListModel>();
     m_tester = std::make_unique<QAbstractItemModelTester>(m_model.get());
-    m_model->setSchools(schools({u"长沙一中"_s, u"厦门一中"_s, u"安阳小学"_s, u"BDFZ附中"_s,
-        u"37中"_s, u"北京小学"_s}));
+    m_model->setSchools(schools(
+        {u"长沙一中"_s, u"厦门一中"_s, u"安阳小学"_s, u"BDFZ附中"_s, u"37中"_s, u"北京小学"_s}));
     QTRY_COMPARE(m_model->rowCount(), 6);
 }
 

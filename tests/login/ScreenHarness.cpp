@@ -1,6 +1,5 @@
 #include "login/ScreenHarness.h"
 
-#include <QAccessible>
 #include <QDir>
 #include <QGuiApplication>
 #include <QQmlEngine>
@@ -34,7 +33,6 @@ QPointF centreOf(const QQuickItem *item)
 ScreenHarness::ScreenHarness(SandboxProcess &sandbox, QSize size, double textScale)
     : LoginHarness(sandbox)
     , controller(environment())
-    , navigation(shell.navigator(), u"LoginScreen"_s, &controller)
 {
     QFont font = QGuiApplication::font();
     font.setPixelSize(qRound(16 * textScale));
@@ -46,14 +44,15 @@ ScreenHarness::ScreenHarness(SandboxProcess &sandbox, QSize size, double textSca
         shell.navigator()->registerScreen(
             screen, QUrl(u"qrc:/qt/qml/Vant/Login/%1.qml"_s.arg(screen)));
     shell.navigator()->setAnimated(false);
+    navigation.emplace(shell.navigator(), u"LoginScreen"_s, &controller);
 }
 
 void ScreenHarness::show()
 {
     view.setInitialProperties({{u"shell"_s, QVariant::fromValue(&shell)}});
-    view.setSource(QUrl(u"qrc:/qt/qml/Vant/Ui/RootView.qml"_s));
+    view.setSource(QUrl(u"qrc:/tests/LoginWindow.qml"_s));
     shell.navigator()->setRootViewController(
-        QString::fromLatin1(NavigationController::screenName), &navigation);
+        QString::fromLatin1(NavigationController::screenName), &*navigation);
     view.show();
     view.requestActivate();
     QVERIFY(QTest::qWaitForWindowActive(&view));
@@ -72,18 +71,21 @@ QList<QQuickItem *> ScreenHarness::namedItems() const
     return found;
 }
 
-QQuickItem *ScreenHarness::named(const QString &name) const
+QQuickItem *ScreenHarness::named(const QString &name, QAccessible::Role role) const
 {
     const auto items = namedItems();
-    const auto item = std::find_if(
-        items.rbegin(), items.rend(), [&](QQuickItem *item) { return nameOf(item) == name; });
+    const auto item = std::find_if(items.rbegin(), items.rend(), [&](QQuickItem *item) {
+        return nameOf(item) == name
+            && (role == QAccessible::NoRole
+                || QAccessible::queryAccessibleInterface(item)->role() == role);
+    });
     return item == items.rend() ? nullptr : *item;
 }
 
-void ScreenHarness::click(const QString &name)
+void ScreenHarness::click(const QString &name, QAccessible::Role role)
 {
-    QTRY_VERIFY2(named(name), qPrintable(name));
-    QTest::mouseClick(&view, Qt::LeftButton, {}, centreOf(named(name)).toPoint());
+    QTRY_VERIFY2(named(name, role), qPrintable(name));
+    QTest::mouseClick(&view, Qt::LeftButton, {}, centreOf(named(name, role)).toPoint());
 }
 
 void ScreenHarness::type(const QString &field, const QString &text)
@@ -99,5 +101,7 @@ void ScreenHarness::photograph(const QString &name)
     if (folder.isEmpty())
         return;
     QVERIFY(QDir().mkpath(folder));
+    // The eye wants to see ended animations.
+    QTest::qWait(300);
     QVERIFY(view.grabWindow().save(folder + u'/' + name + u".png"_s));
 }

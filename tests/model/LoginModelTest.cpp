@@ -67,6 +67,7 @@ private Q_SLOTS:
     void anObserverHearsTheCurrentValueAtOnce();
     void observersHearEqualValuesToo();
     void eachObservationAddsOne();
+    void anObserverKeepsItsMemory();
 
 private:
     QString file() const { return m_folder->filePath(u"settings.ini"_s); }
@@ -205,6 +206,14 @@ void LoginModelTest::eachObservationAddsOne()
     heard = 0;
     m_model->setIsLogin(true);
     QCOMPARE(heard, 3);
+}
+
+void LoginModelTest::anObserverKeepsItsMemory()
+{
+    QList<int> calls;
+    m_model->observeIsLogin(this, [&calls, count = 0](bool) mutable { calls << ++count; });
+    m_model->setIsLogin(true);
+    QCOMPARE(calls, (QList {1, 2}));
 }
 
 QTEST_GUILESS_MAIN(LoginModelTest)

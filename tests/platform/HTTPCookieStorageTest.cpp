@@ -5,6 +5,7 @@
 
 #include <QDateTime>
 #include <QNetworkAccessManager>
+#include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -22,6 +23,23 @@ QNetworkCookie cookie(const QByteArray &header)
     return cookie;
 }
 
+const QString writeForEver = QStringLiteral("--write-for-ever");
+
+//! Writes ever new pairs of equal cookies until it is killed, and a line for each.
+[[noreturn]] void keepWriting(const QString &file)
+{
+    HTTPCookieStorage storage(file);
+    const QList<QNetworkCookie> before = storage.cookies();
+    for (int n = before.isEmpty() ? 1 : before.constFirst().value().toInt() + 1;; ++n) {
+        const QByteArray value = QByteArray::number(n) + "; Max-Age=900";
+        storage.setCookie(cookie("mo=" + value));
+        storage.setCookie(cookie("tmo=" + value));
+        QCoreApplication::processEvents();
+        std::puts("written");
+        std::fflush(stdout);
+    }
+}
+
 }
 
 class HTTPCookieStorageTest : public QObject
@@ -35,6 +53,7 @@ private Q_SLOTS:
     void keepsEveryProperty();
     void forgetsWhatHasExpired();
     void theFileIsPrivate();
+    void aKillLeavesTheOldOrTheNewPair();
     void startsEmptyOnABrokenFile_data();
     void startsEmptyOnABrokenFile();
     void tellsRemovalsOnly();
@@ -140,6 +159,26 @@ void HTTPCookieStorageTest::theFileIsPrivate()
         QFile::Permissions());
 }
 
+void HTTPCookieStorageTest::aKillLeavesTheOldOrTheNewPair()
+{
+    int last = 0;
+    for (int round = 0; round < 10; ++round) {
+        QProcess writer;
+        writer.start(QCoreApplication::applicationFilePath(), {writeForEver, file()});
+        for (int writes = 0; writes <= round % 5; ++writes)
+            QVERIFY(writer.waitForReadyRead());
+        writer.kill();
+        QVERIFY(writer.waitForFinished());
+
+        const QList<QNetworkCookie> pair = HTTPCookieStorage(file()).cookies();
+        QCOMPARE(pair.size(), 2);
+        QCOMPARE(pair[0].value(), pair[1].value());
+        QVERIFY(pair[0].value().toInt() >= last);
+        last = pair[0].value().toInt();
+    }
+    QVERIFY(last > 10);
+}
+
 void HTTPCookieStorageTest::startsEmptyOnABrokenFile_data()
 {
     QTest::addColumn<QByteArray>("content");
@@ -214,5 +253,14 @@ void HTTPCookieStorageTest::travelsWithRequestsOfItsHostOnly()
     QCOMPARE(other.requestsFor("/again").constFirst().cookie(), ""_ba);
 }
 
-QTEST_GUILESS_MAIN(HTTPCookieStorageTest)
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    const QStringList arguments = application.arguments();
+    if (arguments.size() == 3 && arguments[1] == writeForEver)
+        keepWriting(arguments[2]);
+    HTTPCookieStorageTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "HTTPCookieStorageTest.moc"

@@ -2,7 +2,7 @@
 
 #include "model/LoginModel.h"
 #include "platform/NotificationCenter.h"
-#include "platform/PushClient.h"
+#include "platform/UnavailablePushClient.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -38,6 +38,7 @@ private Q_SLOTS:
     void registersAtLaunch();
     void storesTheClientId();
     void marksAFailureAndKeepsTheClientId();
+    void aDeviceWithoutPushFailsLater();
     void theNextIdAfterARestartStopsTheTimer();
     void postsNotifications_data();
     void postsNotifications();
@@ -95,6 +96,17 @@ void PushRegistrationTest::marksAFailureAndKeepsTheClientId()
     QCOMPARE(restarted.stringForKey(outcomeKey), u"getCidFailed"_s);
     QCOMPARE(m_model->c_id(), u"of an earlier run"_s);
     QVERIFY(m_posted.isEmpty());
+}
+
+void PushRegistrationTest::aDeviceWithoutPushFailsLater()
+{
+    UnavailablePushClient none;
+    PushRegistration registration(
+        &none, {}, m_model.get(), m_defaults.get(), m_notifications.get());
+    registration.start();
+    QVERIFY(m_defaults->stringForKey(outcomeKey).isNull());
+    QTRY_COMPARE(m_defaults->stringForKey(outcomeKey), u"getCidFailed"_s);
+    QVERIFY(m_model->c_id().isNull());
 }
 
 void PushRegistrationTest::theNextIdAfterARestartStopsTheTimer()

@@ -6,6 +6,9 @@
 #include <QNetworkReply>
 #include <QUrl>
 
+#include <csignal>
+#include <sys/prctl.h>
+
 namespace {
 
 constexpr int startTimeout = 20'000;
@@ -16,6 +19,8 @@ constexpr int endTimeout = 5'000;
 SandboxProcess::SandboxProcess(const QStringList &arguments)
 {
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    // A test that crashes must not leave the platform behind.
+    m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     m_process.start(
         qEnvironmentVariable("VANT_SANDBOX"), QStringList {u"--port"_qs, u"0"_qs} + arguments);
     while (!m_process.canReadLine() && m_process.waitForReadyRead(startTimeout)) { }

@@ -61,8 +61,9 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("available");
         QTest::addColumn<QStringList>("simplifiedChinese");
         QTest::addColumn<QString>("family");
-        QTest::newRow("known before others") << QStringList {u"AR PL UMing"_s, u"WenQuanYi Micro Hei"_s}
-                                             << QStringList {u"AR PL UMing"_s} << u"WenQuanYi Micro Hei"_s;
+        QTest::newRow("known before others")
+            << QStringList {u"AR PL UMing"_s, u"WenQuanYi Micro Hei"_s}
+            << QStringList {u"AR PL UMing"_s} << u"WenQuanYi Micro Hei"_s;
         QTest::newRow("better known first")
             << QStringList {u"Droid Sans Fallback"_s, u"Noto Sans CJK SC"_s} << QStringList()
             << u"Noto Sans CJK SC"_s;

@@ -48,8 +48,9 @@ private Q_SLOTS:
         AlertView view;
         QList<std::pair<QString, int>> answers;
         const auto ask = [&](const QString &title, const QStringList &buttons) {
-            view.show({.title = title, .message = {}, .buttons = buttons},
-                [&, title](int index) { answers.append({title, index}); });
+            view.show({.title = title, .message = {}, .buttons = buttons}, [&, title](int index) {
+                answers.append({title, index});
+            });
         };
         ask(u"版本更新"_s, {u"取消"_s, u"确定"_s});
         ask(u"提醒"_s, {});
@@ -87,7 +88,12 @@ private Q_SLOTS:
         AlertView view;
         QList<int> answers;
         const auto style = fullScreen ? Alert::Style::FullScreen : Alert::Style::Dialog;
-        view.show({.title = u"题"_s, .message = {}, .buttons = {}, .tag = 101, .cancellable = cancellable, .style = style},
+        view.show({.title = u"题"_s,
+                      .message = {},
+                      .buttons = {},
+                      .tag = 101,
+                      .cancellable = cancellable,
+                      .style = style},
             [&](int index) { answers << index; });
         QCOMPARE(view.tag(), 101);
         QCOMPARE(view.cancel(), cancelled);
@@ -140,9 +146,10 @@ private Q_SLOTS:
         Shell shell(queue);
         QVERIFY(!shell.back());
         QStringList answered;
-        shell.alertView()->show({.title = u"题"_s, .cancellable = true},
-            [&](int) { answered << u"alert"_s; });
-        shell.actionSheet()->show({}, {}, {u"甲"_s}, u"取消"_s, [&](int) { answered << u"sheet"_s; });
+        shell.alertView()->show(
+            {.title = u"题"_s, .cancellable = true}, [&](int) { answered << u"alert"_s; });
+        shell.actionSheet()->show(
+            {}, {}, {u"甲"_s}, u"取消"_s, [&](int) { answered << u"sheet"_s; });
         shell.progressHUD()->show({});
 
         QVERIFY(shell.back());

@@ -15,7 +15,7 @@ QStringList taken(QStringList &log)
     return std::exchange(log, {});
 }
 
-}
+} // namespace
 
 class NavigatorTest : public QObject
 {
@@ -32,7 +32,8 @@ private Q_SLOTS:
         QSignalSpy rootChanged(&navigator, &Navigator::rootChanged);
 
         navigator.setRootViewController(sample, &home);
-        QCOMPARE(taken(log), QStringList({u"home:didLoad"_s, u"home:willAppear"_s, u"home:didAppear"_s}));
+        QCOMPARE(taken(log),
+            QStringList({u"home:didLoad"_s, u"home:willAppear"_s, u"home:didAppear"_s}));
         const QPointer<QQuickItem> made = ui.itemNamed(u"screen home"_s);
         QVERIFY(made && made->isVisible());
         navigator.setRootViewController(sample, &home);
@@ -98,7 +99,8 @@ private Q_SLOTS:
         if (animated)
             QCOMPARE(log, QStringList({u"page:didLoad"_s, u"page:willAppear"_s}));
         QTRY_COMPARE(log.size(), 3);
-        QCOMPARE(taken(log), QStringList({u"page:didLoad"_s, u"page:willAppear"_s, u"page:didAppear"_s}));
+        QCOMPARE(taken(log),
+            QStringList({u"page:didLoad"_s, u"page:willAppear"_s, u"page:didAppear"_s}));
         // Neither eye nor screen reader shall find what is covered.
         QVERIFY(!ui.itemWithText(u"按 home"_s));
         QCOMPARE(navigator.topViewController(), &page);
@@ -234,13 +236,15 @@ private Q_SLOTS:
         Navigator &navigator = *ui.shell.navigator();
         NavigationController navigation(&navigator, sample, &login);
         navigator.setRootViewController(NavigationController::screenName, &navigation);
-        QCOMPARE(taken(log), QStringList({u"login:didLoad"_s, u"login:willAppear"_s, u"login:didAppear"_s}));
+        QCOMPARE(taken(log),
+            QStringList({u"login:didLoad"_s, u"login:willAppear"_s, u"login:didAppear"_s}));
         QVERIFY(!ui.itemWithText(u"返回"_s));
 
         const QPointer<ViewController> detail = new RecordingController(u"detail"_s, log);
         navigation.push(sample, detail);
         QTRY_COMPARE(log.size(), 3);
-        QCOMPARE(taken(log), QStringList({u"detail:didLoad"_s, u"detail:willAppear"_s, u"detail:didAppear"_s}));
+        QCOMPARE(taken(log),
+            QStringList({u"detail:didLoad"_s, u"detail:willAppear"_s, u"detail:didAppear"_s}));
         QVERIFY(ui.itemWithText(u"detail"_s));
         QVERIFY(!ui.itemWithText(u"按 login"_s));
 
@@ -268,7 +272,8 @@ private Q_SLOTS:
             log.clear();
             navigator.present(NavigationController::screenName, navigation);
             QTRY_COMPARE(log.size(), 3);
-            QCOMPARE(log, QStringList({u"choose:didLoad"_s, u"choose:willAppear"_s, u"choose:didAppear"_s}));
+            QCOMPARE(log,
+                QStringList({u"choose:didLoad"_s, u"choose:willAppear"_s, u"choose:didAppear"_s}));
             if (byButton)
                 ui.click(ui.itemWithText(u"返回"_s));
             else

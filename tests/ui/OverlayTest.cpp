@@ -48,17 +48,21 @@ private Q_SLOTS:
         else if (overlay == u"alert")
             shell.alertView()->show({.title = u"提醒"_s, .message = u"收到一条消息"_s});
         else if (overlay == u"notice")
-            shell.alertView()->show({.title = u"忘记密码"_s, .message = u"请联系老师"_s, .style = Alert::Style::FullScreen});
+            shell.alertView()->show({.title = u"忘记密码"_s,
+                .message = u"请联系老师"_s,
+                .style = Alert::Style::FullScreen});
         else if (overlay == u"sheet")
             shell.actionSheet()->show({}, {}, {u"保存图片"_s}, u"取消"_s, {});
 
+        // However often the keyboard moves on.
+        bool focused = false;
+        for (int i = 0; i < 5; ++i) {
+            QTest::keyClick(&ui.view, Qt::Key_Tab);
+            focused = focused || button->hasActiveFocus();
+        }
+        QCOMPARE(focused, reaches);
         ui.click(button);
-        QTest::keyClick(&ui.view, Qt::Key_Tab);
-        QTest::keyClick(&ui.view, Qt::Key_Tab);
         QCOMPARE(clicks(ui), reaches ? 1 : 0);
-        // The keyboard is nowhere on the screen beneath either.
-        const bool within = button->hasActiveFocus();
-        QVERIFY(reaches || !within);
     }
 
     void toastIsGoneFromTheScreenAfterItsTime()
@@ -91,7 +95,10 @@ private Q_SLOTS:
         UiHarness ui;
         ui.showRootView();
         QList<int> answers;
-        ui.shell.alertView()->show({.title = u"提醒"_s, .message = u"是否查看"_s, .buttons = {u"取消"_s, u"确定"_s}, .cancellable = true},
+        ui.shell.alertView()->show({.title = u"提醒"_s,
+                                       .message = u"是否查看"_s,
+                                       .buttons = {u"取消"_s, u"确定"_s},
+                                       .cancellable = true},
             [&](int index) { answers << index; });
         if (key)
             QTest::keyClick(&ui.view, Qt::Key(key));
@@ -116,9 +123,30 @@ private Q_SLOTS:
         UiHarness ui;
         ui.showRootView();
         QList<int> answers;
-        ui.shell.actionSheet()->show({}, {}, {u"拍照"_s, u"相册"_s}, u"取消"_s, [&](int index) { answers << index; });
+        ui.shell.actionSheet()->show(
+            {}, {}, {u"拍照"_s, u"相册"_s}, u"取消"_s, [&](int index) { answers << index; });
         ui.click(ui.itemWithText(touch));
         QCOMPARE(answers, QList<int> {answer});
+    }
+
+    void touchOutsideCancelsWhatMayBeCancelled_data()
+    {
+        QTest::addColumn<bool>("cancellable");
+        QTest::newRow("cancellable") << true;
+        QTest::newRow("forced") << false;
+    }
+
+    void touchOutsideCancelsWhatMayBeCancelled()
+    {
+        QFETCH(bool, cancellable);
+        UiHarness ui;
+        ui.showRootView();
+        ui.shell.alertView()->show({.title = u"提醒"_s, .cancellable = cancellable});
+        QTest::mouseClick(&ui.view, Qt::LeftButton, {}, {20, 20});
+        QCOMPARE(ui.shell.alertView()->isVisible(), !cancellable);
+        ui.shell.actionSheet()->show({}, {}, {u"拍照"_s}, u"取消"_s, {});
+        QTest::mouseClick(&ui.view, Qt::LeftButton, {}, {20, 20});
+        QVERIFY(!ui.shell.actionSheet()->isVisible());
     }
 
     void keyboardReturnsToTheScreenAfterAnAlert()
@@ -129,8 +157,8 @@ private Q_SLOTS:
         ui.showRootView();
         ui.shell.navigator()->setRootViewController(u"Sample"_s, &home);
         QTest::keyClick(&ui.view, Qt::Key_Tab);
-        auto *button = ui.itemsWith("focusRadius").value(0);
-        QVERIFY(button && button->hasActiveFocus());
+        const auto *button = ui.itemWithText(u"按 home"_s);
+        QVERIFY(button->hasActiveFocus());
         ui.shell.alertView()->show({.title = u"提醒"_s});
         QVERIFY(!button->hasActiveFocus());
         QTest::keyClick(&ui.view, Qt::Key_Return);

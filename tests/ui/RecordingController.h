@@ -4,7 +4,8 @@
 
 #include <QStringList>
 
-//! Writes down what it is told, as "name:didLoad", "name:willAppear", "name:didAppear", "name:back".
+//! Writes down what it is told, as "name:didLoad", "name:willAppear", "name:didAppear",
+//! "name:back".
 class RecordingController : public ViewController
 {
     Q_OBJECT

@@ -9,7 +9,8 @@ Q_IMPORT_QML_PLUGIN(Vant_UiPlugin)
 
 namespace {
 
-// What repeaters and loaders make is found by its place on the screen only, not by its parent object.
+// What repeaters and loaders make is found by its place on the screen only, not by its parent
+// object.
 void collect(QQuickItem *item, QList<QQuickItem *> &found)
 {
     found << item;
@@ -17,7 +18,7 @@ void collect(QQuickItem *item, QList<QQuickItem *> &found)
         collect(child, found);
 }
 
-}
+} // namespace
 
 UiHarness::UiHarness(QSize size, double textScale)
 {
@@ -59,10 +60,9 @@ QList<QQuickItem *> UiHarness::itemsWith(const char *property) const
 QQuickItem *UiHarness::itemWithText(const QString &text) const
 {
     const auto items = itemsWith("text");
-    const auto it = std::find_if(items.rbegin(), items.rend(), [&](const QQuickItem *item) {
-        return item->property("text").toString() == text;
-    });
-    return it == items.rend() ? nullptr : *it;
+    const auto it = std::find_if(items.begin(), items.end(),
+        [&](const QQuickItem *item) { return item->property("text").toString() == text; });
+    return it == items.end() ? nullptr : *it;
 }
 
 QQuickItem *UiHarness::itemNamed(const QString &objectName) const

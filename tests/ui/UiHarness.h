@@ -21,7 +21,8 @@ public:
 
     //! The visible items that have the property, from the back to the front.
     QList<QQuickItem *> itemsWith(const char *property) const;
-    //! The frontmost visible button, field or text that shows the text; null when there is none.
+    //! The outermost visible item of that text: a button, not the label in it; null when there is
+    //! none.
     QQuickItem *itemWithText(const QString &text) const;
     //! By object name, hidden ones included; null when there is none or more than one.
     QQuickItem *itemNamed(const QString &objectName) const;

@@ -25,8 +25,7 @@ void photographAll(const QString &prefix, QSize size, double textScale)
         ui.show(QUrl(u"qrc:/samples/ControlsSample.qml"_s));
         photograph(ui, prefix + u"controls.png"_s);
         auto *form = ui.view.rootObject()->property("form").value<QQuickItem *>();
-        form->setProperty("contentY",
-            form->property("contentHeight").toReal() - form->height());
+        form->setProperty("contentY", form->property("contentHeight").toReal() - form->height());
         photograph(ui, prefix + u"controls-end.png"_s);
     }
     UiHarness ui(size, textScale);
@@ -45,19 +44,23 @@ void photographAll(const QString &prefix, QSize size, double textScale)
     ui.shell.progressHUD()->showProgress(u"正在上传"_s, 0.4);
     photograph(ui, prefix + u"progress.png"_s);
     ui.shell.progressHUD()->hide();
-    ui.shell.alertView()->show({.title = u"提醒"_s, .message = u"你收到一条消息，是否点击查看？"_s, .buttons = {u"取消"_s, u"确定"_s}});
+    ui.shell.alertView()->show({.title = u"提醒"_s,
+        .message = u"你收到一条消息，是否点击查看？"_s,
+        .buttons = {u"取消"_s, u"确定"_s}});
     photograph(ui, prefix + u"alert.png"_s);
     ui.shell.alertView()->press(0);
     ui.shell.alertView()->show({.title = u"忘记密码"_s,
-        .message = u"请联系班主任或学校管理员重置密码。\n重置后用新密码登录，并尽快在“我的”里改成自己的密码。"_s,
+        .message
+        = u"请联系班主任或学校管理员重置密码。\n重置后用新密码登录，并尽快在“我的”里改成自己的密码。"_s,
         .style = Alert::Style::FullScreen});
     photograph(ui, prefix + u"notice.png"_s);
     ui.shell.alertView()->cancel();
-    ui.shell.actionSheet()->show(u"图片"_s, u"保存到相册后可在其他应用里使用"_s, {u"保存图片"_s, u"识别二维码"_s}, u"取消"_s, {});
+    ui.shell.actionSheet()->show(u"图片"_s, u"保存到相册后可在其他应用里使用"_s,
+        {u"保存图片"_s, u"识别二维码"_s}, u"取消"_s, {});
     photograph(ui, prefix + u"sheet.png"_s);
 }
 
-}
+} // namespace
 
 int main(int argc, char *argv[])
 {

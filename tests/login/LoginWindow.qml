@@ -1,0 +1,3 @@
+import Vant.Ui
+
+RootView { }
