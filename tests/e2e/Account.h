@@ -5,11 +5,11 @@
 //! Who travels: an account and a school of the school platform.
 namespace Account {
 
-const QString school = QStringLiteral("厦门实验小学");
-const QString siteCode = QStringLiteral("school01");
-const QString siteId = QStringLiteral("10001");
-const QString userCode = QStringLiteral("student01");
-const QString password = QStringLiteral("vant1234");
-const QString userName = QStringLiteral("林晓彤");
+inline const QString school = QStringLiteral("厦门实验小学");
+inline const QString siteCode = QStringLiteral("school01");
+inline const QString siteId = QStringLiteral("10001");
+inline const QString userCode = QStringLiteral("student01");
+inline const QString password = QStringLiteral("vant1234");
+inline const QString userName = QStringLiteral("林晓彤");
 
 }

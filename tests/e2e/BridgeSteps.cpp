@@ -49,7 +49,8 @@ QJsonObject answerTo(Driver &driver, const QString &handler, const QString &type
 {
     press(driver, handler);
     driver.seeInPage(outputOf(handler), u"[result: %1]"_s.arg(type));
-    const QString shown = driver.page().find(outputOf(handler)).value_or(WebContent::Element()).text;
+    const QString shown
+        = driver.page().find(outputOf(handler)).value_or(WebContent::Element()).text;
     return QJsonDocument::fromJson(shown.left(shown.lastIndexOf(u" [")).toUtf8()).object();
 }
 
@@ -92,7 +93,8 @@ void changeStatusColor(Driver &driver)
 
 bool restOnPhoto(Driver &driver, int timeoutMs = Driver::patienceMs)
 {
-    return driver.hand().rest(driver.page().bringIntoView(u"#photo"_s),
+    return driver.hand().rest(
+        driver.page().bringIntoView(u"#photo"_s),
         [&] { return driver.screen().shows(saveImageAction); }, timeoutMs);
 }
 

@@ -6,6 +6,8 @@
 #include <QElapsedTimer>
 #include <QQuickWindow>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -80,8 +82,17 @@ void Driver::seeToast(const QString &text, const std::function<void()> &action)
     seeNothingOf(text, QAccessible::AlertMessage);
     action();
     see(text, QAccessible::AlertMessage);
-    photograph();
+    m_picture = pictureAtRest();
     note(u"toast \"%1\""_s.arg(text));
+}
+
+void Driver::seeNoToast()
+{
+    waitFor(u"the toast to go"_s, [&] {
+        const QList<Screen::Thing> things = m_screen.things();
+        return std::none_of(things.begin(), things.end(),
+            [](const auto &thing) { return thing.role == QAccessible::AlertMessage; });
+    });
 }
 
 void Driver::seeInPage(const QString &selector, const QString &text)
@@ -146,6 +157,7 @@ Picture Driver::pictureAtRest()
 
 void Driver::photograph()
 {
+    seeNoToast();
     m_picture = pictureAtRest();
 }
 
@@ -154,6 +166,13 @@ Picture Driver::takePicture()
     if (!m_picture)
         photograph();
     return *std::exchange(m_picture, std::nullopt);
+}
+
+Picture Driver::dropStep()
+{
+    m_picture.reset();
+    m_notes.clear();
+    return pictureAtRest();
 }
 
 void Driver::note(const QString &detail)

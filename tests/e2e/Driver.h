@@ -8,7 +8,8 @@
 
 #include <functional>
 
-//! What the steps work with: eyes, a hand, the page and the wire. Whatever is awaited in vain throws StepFailed.
+//! What the steps work with: eyes, a hand, the page and the wire. Whatever is awaited in vain
+//! throws StepFailed.
 class Driver
 {
 public:
@@ -23,7 +24,8 @@ public:
     Wire &wire() { return *m_wire; }
     QString profile() const { return m_profile; }
 
-    void waitFor(const QString &what, const std::function<bool()> &seen, int timeoutMs = patienceMs);
+    void waitFor(
+        const QString &what, const std::function<bool()> &seen, int timeoutMs = patienceMs);
     void check(bool holds, const QString &what);
 
     //! Waits until a thing can be seen: found by name and painted, scrolled into view and
@@ -31,8 +33,11 @@ public:
     Screen::Thing see(const QString &name, QAccessible::Role role = Screen::AnyRole);
     void seeAll(const QStringList &names);
     void seeNothingOf(const QString &name, QAccessible::Role role = Screen::AnyRole);
-    //! Does something and waits for the toast that comes of it; the step's picture is taken while it shows.
+    //! Does something and waits for the toast that comes of it; the step's picture is taken while
+    //! it shows.
     void seeToast(const QString &text, const std::function<void()> &action);
+    //! Waits until the toast of an earlier step, whatever it says, has gone.
+    void seeNoToast();
     //! Waits until an element of the page says what is wanted and is painted.
     void seeInPage(const QString &selector, const QString &text);
     //! Waits until the page at this path is there, painted.
@@ -45,8 +50,10 @@ public:
 
     //! Takes the step's picture now. Without it the picture is taken at the step's end.
     void photograph();
-    //! The step's picture, of now where none was taken; begins the next step.
+    //! The step's picture, of now where none was taken.
     Picture takePicture();
+    //! Forgets what a failed step has seen; the picture shows how it stands.
+    Picture dropStep();
     //! Says in the report what was seen.
     void note(const QString &detail);
     QString takeNotes();

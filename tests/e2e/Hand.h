@@ -8,8 +8,8 @@
 class QPointingDevice;
 class QQuickWindow;
 
-//! A person's hand: touches, clicks and types into a window, by events such as the windowing system's.
-//! Points are the window's.
+//! A person's hand: touches, clicks and types into a window, by events such as the windowing
+//! system's. Points are the window's.
 class Hand
 {
 public:

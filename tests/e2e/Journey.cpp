@@ -8,8 +8,8 @@ using namespace Qt::StringLiterals;
 
 QString Step::firstNeedIn(const QStringList &names) const
 {
-    const auto found = std::find_if(needs.begin(), needs.end(),
-        [&](const QString &need) { return names.contains(need); });
+    const auto found = std::find_if(
+        needs.begin(), needs.end(), [&](const QString &need) { return names.contains(need); });
     return found == needs.end() ? QString() : *found;
 }
 

@@ -15,9 +15,11 @@ struct Step
 {
     QString name;
     QStringList needs; //!< the steps that lead to where this one begins
-    int life; //!< in which run of the client it happens, from 1: each ends with the program, the profile stays
+    int life; //!< in which run of the client it happens, from 1: each ends with the program, the
+              //!< profile stays
     std::function<void(Driver &)> act; //!< throws StepFailed
-    std::function<void(Wire &)> prepare = {}; //!< what the platform is told before the client starts
+    std::function<void(Wire &)> prepare
+        = {}; //!< what the platform is told before the client starts
 
     //! Null when none of its needs is among these.
     QString firstNeedIn(const QStringList &names) const;
@@ -32,7 +34,8 @@ public:
     const QList<Step> &steps() const { return m_steps; }
     const Step *find(const QString &name) const;
     int lives() const;
-    //! The file name of a step's picture: numbered, so that the pictures stand in the journey's order.
+    //! The file name of a step's picture: numbered, so that the pictures stand in the journey's
+    //! order.
     QString pictureName(const Step &step) const;
 
     //! These steps and all that lead to them; all steps for an empty list. Names must be known.

@@ -20,7 +20,6 @@ namespace {
 
 constexpr int activeTimeoutMs = 10'000;
 
-
 }
 
 Life::Life(const TourOptions &options)
@@ -41,8 +40,9 @@ int Life::run(int argc, char **argv)
             if (step.prepare)
                 step.prepare(wire);
         }
-        return live(wire, std::get<DeploymentConfiguration>(ConfigurationFile::parse(
-                              wire.get(u"/deployment.toml"_s), u"deployment.toml"_s)));
+        return live(wire,
+            std::get<DeploymentConfiguration>(
+                ConfigurationFile::parse(wire.get(u"/deployment.toml"_s), u"deployment.toml"_s)));
     } catch (const StepFailed &failure) {
         std::fprintf(stderr, "vant-tour: %s\n", qUtf8Printable(failure.reason));
         return EXIT_FAILURE;
@@ -94,17 +94,17 @@ StepResult Life::take(const Step &step, Driver &driver)
     result.step = step.name;
     QElapsedTimer timer;
     timer.start();
-    QString failure;
+    Picture picture;
     try {
         step.act(driver);
+        picture = driver.takePicture();
         result.ok = true;
+        result.detail = driver.takeNotes();
     } catch (const StepFailed &failed) {
-        failure = failed.reason;
+        picture = driver.dropStep();
+        result.detail = failed.reason;
     }
-    const Picture picture = driver.takePicture();
     result.ms = timer.elapsed();
-    result.detail = failure.isNull() ? driver.takeNotes() : failure;
-    driver.takeNotes();
     const QString name = m_journey.pictureName(step);
     if (picture.save(m_options.out + u'/' + name))
         result.screenshot = name;

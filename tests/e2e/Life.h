@@ -8,7 +8,8 @@ class Driver;
 class Wire;
 struct DeploymentConfiguration;
 
-//! One run of the client in this process, from its start to its end, with the steps that happen in it.
+//! One run of the client in this process, from its start to its end, with the steps that happen in
+//! it.
 class Life
 {
 public:

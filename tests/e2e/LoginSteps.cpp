@@ -45,7 +45,8 @@ QStringList schoolsShown(Driver &driver)
 {
     QStringList names;
     for (const Screen::Thing &thing : driver.screen().things()) {
-        if (thing.place.width() == driver.window()->width() && thing.place.height() > leastRowHeight)
+        if (thing.place.width() == driver.window()->width()
+            && thing.place.height() > leastRowHeight)
             names << thing.name;
     }
     return names;
@@ -89,16 +90,17 @@ void schoolChosen(Driver &driver)
     driver.wire().mark();
     driver.tap(Account::school);
     SignIn::seeLoginScreen(driver, Account::school);
-    driver.waitFor(u"the school's logo to be asked for"_s, [&] {
-        return !driver.wire().requests(isCall(u"getSetting4App"_s)).isEmpty();
-    });
+    driver.waitFor(u"the school's logo to be asked for"_s,
+        [&] { return !driver.wire().requests(isCall(u"getSetting4App"_s)).isEmpty(); });
     const TracedRequest logo = driver.wire().requests(isCall(u"getSetting4App"_s)).constFirst();
     driver.check(logo.value(u"site_id"_s) == Account::siteId,
         u"the logo of site %1 was asked for"_s.arg(logo.value(u"site_id"_s)));
     driver.waitFor(u"the logo itself to be loaded"_s, [&] {
-        return !driver.wire().requests([](const TracedRequest &request) {
-            return request.path.startsWith(u"/images/school-");
-        }).isEmpty();
+        return !driver.wire()
+                    .requests([](const TracedRequest &request) {
+                        return request.path.startsWith(u"/images/school-");
+                    })
+                    .isEmpty();
     });
 }
 
@@ -107,7 +109,8 @@ void agreementUnchecked(Driver &driver)
     driver.enter(Texts::accountField, Account::userCode);
     driver.enter(Texts::passwordField, wrongPassword);
     driver.wire().mark();
-    driver.seeToast(Texts::acceptFirst, [&] { driver.tap(Texts::loginButton, QAccessible::Button); });
+    driver.seeToast(
+        Texts::acceptFirst, [&] { driver.tap(Texts::loginButton, QAccessible::Button); });
     driver.check(driver.wire().requests(isCall(u"login4H5"_s)).isEmpty(),
         u"nothing is sent before the agreement is accepted"_s);
 }
@@ -150,6 +153,7 @@ void wrongPasswordRefused(Driver &driver)
 
 void loginProgress(Driver &driver)
 {
+    driver.seeNoToast();
     driver.wire().spoil({{u"start"_s, u"login4H5"_s}, {u"delay_ms"_s, slowAnswerMs}});
     SignIn::tryWith(driver, Account::userCode, wrongPassword);
     driver.see(u"登录中"_s);
@@ -170,7 +174,8 @@ void portalCookies(Driver &driver)
     const auto pages = driver.wire().requests(isPath(u"/portal/index.html"_s));
     driver.check(!pages.isEmpty(), u"the portal was asked for"_s);
     for (const QString &name : {u"mo"_s, u"tmo"_s, u"rblgin"_s})
-        driver.check(hasCookie(pages[0], name), u"the portal's first request carries %1"_s.arg(name));
+        driver.check(
+            hasCookie(pages[0], name), u"the portal's first request carries %1"_s.arg(name));
     driver.check(cookiesOf(pages[0]).contains(u"rblgin=1"_s), u"the marker is rblgin=1"_s);
     for (const TracedRequest &request : driver.wire().requests()) {
         driver.check(request.path == pages[0].path || !hasCookie(request, u"rblgin"_s),
@@ -181,7 +186,8 @@ void portalCookies(Driver &driver)
         u"document.cookie has the session and no marker"_s);
     driver.check(pages[0].headers.value(u"user-agent"_s).endsWith(u" VANT-IOS iphone"_s),
         u"the user agent ends with the client's name"_s);
-    driver.note(u"first request: mo, tmo, rblgin=1; later ones and document.cookie without the marker"_s);
+    driver.note(
+        u"first request: mo, tmo, rblgin=1; later ones and document.cookie without the marker"_s);
 }
 
 }

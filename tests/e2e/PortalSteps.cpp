@@ -12,8 +12,13 @@ constexpr int firstLife = 1;
 
 void backToPortal(Driver &driver)
 {
+    driver.wire().mark();
     driver.page().tap(u"header a"_s);
     SignIn::seePortal(driver);
+    const auto pages = driver.wire().requests(isPath(u"/portal/index.html"_s));
+    driver.check(
+        !pages.isEmpty() && hasCookie(pages[0], u"mo"_s) && !hasCookie(pages[0], u"rblgin"_s),
+        u"a page that a link leads to is asked for with the session and without the marker"_s);
 }
 
 void openLinks(Driver &driver)
@@ -27,7 +32,8 @@ void blankLink(Driver &driver)
     openLinks(driver);
     driver.page().tap(u"#link-blank"_s);
     driver.seePage(u"/portal/plain.html?from=blank"_s, u"#address"_s);
-    driver.note(u"a link that asks for a new window opened %1 in the same view"_s.arg(driver.page().path()));
+    driver.note(u"a link that asks for a new window opened %1 in the same view"_s.arg(
+        driver.page().path()));
     driver.photograph();
     backToPortal(driver);
 }

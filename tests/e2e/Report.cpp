@@ -21,7 +21,8 @@ void Report::add(const StepResult &result)
     QSaveFile file(m_filePath);
     if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(entries).toJson()) < 0
         || !file.commit())
-        qFatal("%s cannot be written: %s", qUtf8Printable(m_filePath), qUtf8Printable(file.errorString()));
+        qFatal("%s cannot be written: %s", qUtf8Printable(m_filePath),
+            qUtf8Printable(file.errorString()));
 }
 
 QList<StepResult> Report::read(const QString &filePath)

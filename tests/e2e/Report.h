@@ -4,7 +4,8 @@
 
 #include <QList>
 
-//! A file of step results, complete after every addition, so that it tells how far a run came that was cut short.
+//! A file of step results, complete after every addition, so that it tells how far a run came that
+//! was cut short.
 class Report
 {
 public:

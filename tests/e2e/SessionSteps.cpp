@@ -39,6 +39,14 @@ void pressOnBridgePage(Driver &driver, const QString &handler)
     seeSignedOut(driver);
 }
 
+void checkOldSessionIsGone(Driver &driver)
+{
+    const auto calls = driver.wire().requests(isCall(u"login4H5"_s));
+    driver.check(
+        calls.size() == 1 && !hasCookie(calls[0], u"mo"_s) && !hasCookie(calls[0], u"tmo"_s),
+        u"one sign-in was sent, without the session that was left"_s);
+}
+
 // A session of its own, carried by the first request as at the first sign-in.
 void seeNewPortal(Driver &driver)
 {
@@ -59,6 +67,7 @@ void signInByMouse(Driver &driver)
     driver.click(Texts::agreementBox, QAccessible::CheckBox);
     driver.click(Texts::loginButton, QAccessible::Button);
     seeNewPortal(driver);
+    checkOldSessionIsGone(driver);
 }
 
 void tabTo(Driver &driver, const QString &name, QAccessible::Role role)
@@ -85,6 +94,7 @@ void signInByKeyboard(Driver &driver)
     driver.photograph();
     driver.hand().press(Qt::Key_Return);
     seeNewPortal(driver);
+    checkOldSessionIsGone(driver);
 }
 
 void quit(Driver &driver)
@@ -118,7 +128,7 @@ void refuseToken(Wire &wire)
 
 void startWithExpiredToken(Driver &driver)
 {
-    driver.seeToast(expired, [] { });
+    driver.seeToast(expired, [] {});
     SignIn::seeLoginScreen(driver, Account::school);
 }
 

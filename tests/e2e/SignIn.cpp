@@ -13,7 +13,8 @@ void SignIn::seeLoginScreen(Driver &driver, const QString &school)
 
 void SignIn::acceptAgreement(Driver &driver)
 {
-    const auto box = [&] { return driver.screen().find(Texts::agreementBox, QAccessible::CheckBox); };
+    const auto box
+        = [&] { return driver.screen().find(Texts::agreementBox, QAccessible::CheckBox); };
     driver.see(Texts::agreementBox, QAccessible::CheckBox);
     if (!box()->checked)
         driver.tap(Texts::agreementBox, QAccessible::CheckBox);

@@ -19,7 +19,8 @@ constexpr int lifeTimeoutMs = 180'000;
 
 void removePicturesOfAnEarlierTour(QDir folder)
 {
-    const QStringList names = folder.entryList({u"[0-9][0-9]-*.png"_s, u"tour.json"_s}, QDir::Files);
+    const QStringList names
+        = folder.entryList({u"[0-9][0-9]-*.png"_s, u"tour.json"_s}, QDir::Files);
     for (const QString &name : names)
         folder.remove(name);
 }
@@ -72,7 +73,8 @@ int Tour::run()
         const QStringList steps = stepsOf(number);
         if (!steps.isEmpty())
             live(number, steps,
-                {number, platform, profile.path(), profile.filePath(u"life-%1.json"_s.arg(number))});
+                {number, platform, profile.path(),
+                    profile.filePath(u"life-%1.json"_s.arg(number))});
     }
     std::printf("%s in %.1f s, pictures and tour.json in %s\n",
         m_report.allOk() ? "Every step was seen to hold" : "NOT every step was seen to hold",

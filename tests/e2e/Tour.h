@@ -4,8 +4,9 @@
 #include "e2e/Report.h"
 #include "e2e/TourOptions.h"
 
-//! The whole journey: a school platform, a fresh profile, and the lives of the client one after the other, each in a
-//! process of its own, so that quitting and starting again are what they are for a person.
+//! The whole journey: a school platform, a fresh profile, and the lives of the client one after the
+//! other, each in a process of its own, so that quitting and starting again are what they are for a
+//! person.
 class Tour
 {
 public:

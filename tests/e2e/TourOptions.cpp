@@ -71,8 +71,10 @@ QString TourOptions::usage()
 {
     QString text
         = u"Usage: vant-tour --out DIR [--size WxH] [--only STEP...]\n"
-          "Goes through the client as a person would and photographs each step: DIR/NN-step.png, DIR/tour.json.\n"
-          "Exits 0 only if every step was seen to hold. --only takes the named steps and those that lead to them.\n"
+          "Goes through the client as a person would and photographs each step: DIR/NN-step.png, "
+          "DIR/tour.json.\n"
+          "Exits 0 only if every step was seen to hold. --only takes the named steps and those "
+          "that lead to them.\n"
           "VANT_FONT_SCALE and VANT_SAFE_AREA=top,bottom act as for the client.\n\nSteps:\n"_s;
     for (const Step &step : Journey().steps())
         text += u"  %1\n"_s.arg(step.name);
@@ -83,8 +85,8 @@ QStringList TourOptions::forLife(const Life &life, const QStringList &steps) con
 {
     QStringList arguments {u"--out"_s, out, u"--size"_s,
         u"%1x%2"_s.arg(size.width()).arg(size.height()), u"--life"_s, QString::number(life.number),
-        u"--school-platform"_s, life.platform.toString(), u"--profile"_s, life.profile, u"--report"_s,
-        life.report};
+        u"--school-platform"_s, life.platform.toString(), u"--profile"_s, life.profile,
+        u"--report"_s, life.report};
     for (const QString &step : steps)
         arguments << u"--only"_s << step;
     return arguments;

@@ -71,8 +71,8 @@ std::optional<WebContent::Element> WebContent::find(const QString &selector) con
     const double scale = view->width() / found[2].toDouble();
     const QRectF box(found[3].toDouble() * scale, found[4].toDouble() * scale,
         found[5].toDouble() * scale, found[6].toDouble() * scale);
-    return Element {found[0].toString(), found[1].toString(), view->mapRectToScene(box),
-        found[7].toBool()};
+    return Element {
+        found[0].toString(), found[1].toString(), view->mapRectToScene(box), found[7].toBool()};
 }
 
 QString WebContent::path() const
@@ -89,17 +89,19 @@ bool WebContent::isLoading() const
 QPointF WebContent::bringIntoView(const QString &selector) const
 {
     QPointF before;
-    const bool rests = Patience::waitUntil([&] {
-        const auto element = find(selector);
-        if (!element)
-            return false;
-        if (!element->reachable) {
-            dragTowards(element->place);
-            return false;
-        }
-        const QPointF centre = element->place.center();
-        return std::exchange(before, centre) == centre;
-    }, viewTimeoutMs);
+    const bool rests = Patience::waitUntil(
+        [&] {
+            const auto element = find(selector);
+            if (!element)
+                return false;
+            if (!element->reachable) {
+                dragTowards(element->place);
+                return false;
+            }
+            const QPointF centre = element->place.center();
+            return std::exchange(before, centre) == centre;
+        },
+        viewTimeoutMs);
     if (!rests)
         throw StepFailed {u"%1 cannot be brought into view on %2"_s.arg(selector, path())};
     return before;

@@ -10,7 +10,8 @@ class Hand;
 class QQuickItem;
 class Screen;
 
-//! The page in the web view that can be seen. Its document is only read; everything else goes through the hand.
+//! The page in the web view that can be seen. Its document is only read; everything else goes
+//! through the hand.
 class WebContent
 {
 public:
@@ -24,7 +25,8 @@ public:
 
     WebContent(const Screen &screen, Hand *hand);
 
-    //! The value of an expression in the page; invalid without a page, or when the page leaves meanwhile.
+    //! The value of an expression in the page; invalid without a page, or when the page leaves
+    //! meanwhile.
     QVariant read(const QString &expression) const;
     //! The first element that the CSS selector finds; null when there is none, or no page.
     std::optional<Element> find(const QString &selector) const;
@@ -32,7 +34,8 @@ public:
     //! Whether the view still loads.
     bool isLoading() const;
 
-    //! Drags the page until the element can be touched and rests; throws StepFailed when that cannot be.
+    //! Drags the page until the element can be touched and rests; throws StepFailed when that
+    //! cannot be.
     QPointF bringIntoView(const QString &selector) const;
     void tap(const QString &selector) const;
 
