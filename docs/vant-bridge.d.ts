@@ -125,7 +125,7 @@ interface WebViewJavascriptBridge {
     callHandler(name: "linkShare", data: { obj: VantSharedLink }): void;
     /** "#rgb", "#rrggbb" or "#aarrggbb", the "#" optional; anything else leaves the strip without a colour. */
     callHandler(name: "changeStatusColor", data: { color: string }): void;
-    /** 1 or "1": a long press offers to save an image. Anything else: it does not. */
+    /** 1, "1" or true: a long press offers to save an image. 0, "0", false, or none of these: it does not. */
     callHandler(name: "setLongClickSaveImg", data: { able: number | string | boolean }): void;
     callHandler(name: "slicingUpload", data: VantSlicingUploadConfig): void;
 
@@ -148,6 +148,9 @@ interface WebViewJavascriptBridgeReadyEvent extends Event {
 interface DocumentEventMap {
     WebViewJavascriptBridgeReady: WebViewJavascriptBridgeReadyEvent;
 }
+
+/** The same as the window's, for pages that use the bare name. */
+declare var WebViewJavascriptBridge: WebViewJavascriptBridge | undefined;
 
 interface Window {
     /** There before the first script of the document runs; undefined outside the client and in frames. */

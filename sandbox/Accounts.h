@@ -12,7 +12,8 @@ enum class UserType { Pupil = 1, Teacher = 2, Parent = 5 };
 //! What is peculiar about signing in with an account.
 enum class Quirk { None, RefusedWithoutMessage, NoLoginToken, Locked };
 
-struct Account {
+struct Account
+{
     std::string userCode;
     std::string password;
     UserType type = UserType::Pupil;
@@ -30,17 +31,18 @@ struct Account {
 
 //! The accounts, good at every school. Those activated while the program runs are forgotten at its
 //! end.
-class Accounts {
+class Accounts
+{
 public:
     Accounts();
 
-    std::optional<Account> byCode(const std::string& userCode) const;
-    std::optional<Account> byNumber(const std::string& userNo, const std::string& cardNo) const;
-    std::optional<Account> byName(const std::string& name, const std::string& cardNo) const;
+    std::optional<Account> byCode(const std::string &userCode) const;
+    std::optional<Account> byNumber(const std::string &userNo, const std::string &cardNo) const;
+    std::optional<Account> byName(const std::string &name, const std::string &cardNo) const;
 
     enum class Activation { Done, UnknownUser, AlreadyActive, CodeTaken };
     Activation activate(
-        const std::string& userId, const std::string& userCode, const std::string& password);
+        const std::string &userId, const std::string &userCode, const std::string &password);
 
     void reset();
 

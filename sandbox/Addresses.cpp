@@ -4,7 +4,7 @@ namespace sandbox {
 
 std::string_view roleOf(Host host)
 {
-    static constexpr std::array<std::string_view, allHosts.size()> roles{"rb", "regions", "public",
+    static constexpr std::array<std::string_view, allHosts.size()> roles {"rb", "regions", "public",
         "base", "official", "content", "upload", "storage", "local", "tls"};
     return roles[size_t(host)];
 }

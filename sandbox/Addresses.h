@@ -10,7 +10,7 @@ namespace sandbox {
 //! cookies of two ports of one address apart.
 enum class Host { Rb, Regions, Public, Base, Official, Content, Upload, Storage, Local, Tls };
 
-inline constexpr std::array allHosts{Host::Rb, Host::Regions, Host::Public, Host::Base,
+inline constexpr std::array allHosts {Host::Rb, Host::Regions, Host::Public, Host::Base,
     Host::Official, Host::Content, Host::Upload, Host::Storage, Host::Local, Host::Tls};
 
 //! Name of the host's role, for messages: "rb", "regions", …
@@ -20,7 +20,8 @@ std::string_view roleOf(Host host);
 std::string addressOf(Host host);
 
 //! Where the hosts are reached, once the port is known.
-class Addresses {
+class Addresses
+{
 public:
     explicit Addresses(int port)
         : m_port(port)

@@ -10,23 +10,23 @@ namespace sandbox {
 
 namespace {
 
-constexpr long lifetimeSeconds = 30L * 24 * 3600;
+    constexpr long lifetimeSeconds = 30L * 24 * 3600;
 
-void addExtension(X509* certificate, int id, const std::string& value)
-{
-    X509_EXTENSION* extension = X509V3_EXT_conf_nid(nullptr, nullptr, id, value.c_str());
-    X509_add_ext(certificate, extension, -1);
-    X509_EXTENSION_free(extension);
-}
+    void addExtension(X509 *certificate, int id, const std::string &value)
+    {
+        X509_EXTENSION *extension = X509V3_EXT_conf_nid(nullptr, nullptr, id, value.c_str());
+        X509_add_ext(certificate, extension, -1);
+        X509_EXTENSION_free(extension);
+    }
 
 } // namespace
 
-Certificate::Certificate(const std::string& address)
+Certificate::Certificate(const std::string &address)
     : m_key(EVP_EC_gen("P-256"))
     , m_x509(X509_new())
 {
     // Clients refuse two different certificates of one issuer that bear the same number.
-    BIGNUM* serial = BN_new();
+    BIGNUM *serial = BN_new();
     BN_rand(serial, 127, BN_RAND_TOP_ONE, BN_RAND_BOTTOM_ANY);
     BN_to_ASN1_INTEGER(serial, X509_get_serialNumber(m_x509));
     BN_free(serial);
@@ -35,9 +35,9 @@ Certificate::Certificate(const std::string& address)
     X509_gmtime_adj(X509_getm_notBefore(m_x509), -3600);
     X509_gmtime_adj(X509_getm_notAfter(m_x509), lifetimeSeconds);
     X509_set_pubkey(m_x509, m_key);
-    X509_NAME* name = X509_get_subject_name(m_x509);
+    X509_NAME *name = X509_get_subject_name(m_x509);
     X509_NAME_add_entry_by_txt(name, "CN", MBSTRING_UTF8,
-        reinterpret_cast<const unsigned char*>("Sandbox school"), -1, -1, 0);
+        reinterpret_cast<const unsigned char *>("Sandbox school"), -1, -1, 0);
     X509_set_issuer_name(m_x509, name);
     addExtension(m_x509, NID_basic_constraints, "critical,CA:TRUE");
     addExtension(m_x509, NID_subject_alt_name, "IP:" + address);
@@ -53,9 +53,9 @@ Certificate::~Certificate()
 
 std::string Certificate::pem() const
 {
-    BIO* memory = BIO_new(BIO_s_mem());
+    BIO *memory = BIO_new(BIO_s_mem());
     PEM_write_bio_X509(memory, m_x509);
-    char* data = nullptr;
+    char *data = nullptr;
     const long size = BIO_get_mem_data(memory, &data);
     std::string text(data, size_t(size));
     BIO_free(memory);

@@ -7,19 +7,19 @@ namespace sandbox {
 
 namespace {
 
-constexpr std::string_view root = "/_control/";
+    constexpr std::string_view root = "/_control/";
 
-size_t number(const std::string& text)
-{
-    size_t value = 0;
-    std::from_chars(text.data(), text.data() + text.size(), value);
-    return value;
-}
+    size_t number(const std::string &text)
+    {
+        size_t value = 0;
+        std::from_chars(text.data(), text.data() + text.size(), value);
+        return value;
+    }
 
 } // namespace
 
-Control::Control(Platform& platform, Trace& trace, Faults& faults, Overrides& overrides,
-    const Certificate& certificate)
+Control::Control(Platform &platform, Trace &trace, Faults &faults, Overrides &overrides,
+    const Certificate &certificate)
     : m_platform(platform)
     , m_trace(trace)
     , m_faults(faults)
@@ -28,12 +28,12 @@ Control::Control(Platform& platform, Trace& trace, Faults& faults, Overrides& ov
 {
 }
 
-bool Control::owns(const Request& request)
+bool Control::owns(const Request &request)
 {
     return request.host == Host::Rb && request.path.starts_with(root);
 }
 
-Reply Control::answer(const Request& request)
+Reply Control::answer(const Request &request)
 {
     const std::string wish = request.method + " " + request.path.substr(root.size());
     try {
@@ -54,7 +54,7 @@ Reply Control::answer(const Request& request)
             return textReply(404, "No such control: " + wish + "\n");
         }
     } catch (
-        const std::exception& error) { // what the caller sent is at fault, whichever of them it is
+        const std::exception &error) { // what the caller sent is at fault, whichever of them it is
         return textReply(400, std::string(error.what()) + "\n");
     }
     return jsonReply(Json::object());

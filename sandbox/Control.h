@@ -16,20 +16,21 @@ namespace sandbox {
 //!   POST faults            JSON, see Faults::add
 //!   POST settings          JSON, see Overrides::set
 //!   POST reset             everything as it was at the start
-class Control {
+class Control
+{
 public:
-    Control(Platform& platform, Trace& trace, Faults& faults, Overrides& overrides,
-        const Certificate& certificate);
+    Control(Platform &platform, Trace &trace, Faults &faults, Overrides &overrides,
+        const Certificate &certificate);
 
-    static bool owns(const Request& request);
-    Reply answer(const Request& request);
+    static bool owns(const Request &request);
+    Reply answer(const Request &request);
 
 private:
-    Platform& m_platform;
-    Trace& m_trace;
-    Faults& m_faults;
-    Overrides& m_overrides;
-    const Certificate& m_certificate;
+    Platform &m_platform;
+    Trace &m_trace;
+    Faults &m_faults;
+    Overrides &m_overrides;
+    const Certificate &m_certificate;
 };
 
 } // namespace sandbox

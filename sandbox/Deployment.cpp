@@ -2,7 +2,7 @@
 
 namespace sandbox {
 
-std::string deploymentToml(const Addresses& addresses)
+std::string deploymentToml(const Addresses &addresses)
 {
     const auto host = [&](std::string_view key, Host which) {
         return std::string(key) + " = \"" + addresses.base(which) + "\"\n";

@@ -17,9 +17,9 @@ Envelope refusal(int code, std::string msg)
     return envelope;
 }
 
-Reply toReply(const Envelope& envelope)
+Reply toReply(const Envelope &envelope)
 {
-    Json body{{"code", envelope.code}};
+    Json body {{"code", envelope.code}};
     if (envelope.msg)
         body["msg"] = *envelope.msg;
     body["data"] = envelope.data;
@@ -28,7 +28,7 @@ Reply toReply(const Envelope& envelope)
     return reply;
 }
 
-Reply jsonReply(const Json& body, int status)
+Reply jsonReply(const Json &body, int status)
 {
     Reply reply;
     reply.status = status;

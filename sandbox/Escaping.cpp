@@ -41,7 +41,7 @@ std::string htmlEscaped(std::string_view text)
     return escaped;
 }
 
-void replaceAll(std::string& text, std::string_view mark, std::string_view value)
+void replaceAll(std::string &text, std::string_view mark, std::string_view value)
 {
     for (size_t at = text.find(mark); at != text.npos; at = text.find(mark, at + value.size()))
         text.replace(at, mark.size(), value);

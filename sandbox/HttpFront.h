@@ -19,29 +19,31 @@ class Certificate;
 //! The listening side: one port on all addresses. It turns what comes over the wire into Request
 //! values and Reply values into what goes back; the answering function is called from many threads
 //! at once.
-class HttpFront {
+class HttpFront
+{
 public:
-    using Answer = std::function<Reply(const Request&)>;
+    using Answer = std::function<Reply(const Request &)>;
 
     //! Binds all addresses; throws std::runtime_error when one of them is taken. Port 0 asks for a
     //! port that is free on all of them. Connections are accepted from now on and answered after
     //! serve().
-    HttpFront(int port, const Certificate& certificate);
+    HttpFront(int port, const Certificate &certificate);
     ~HttpFront();
 
-    const Addresses& addresses() const { return m_addresses; }
+    const Addresses &addresses() const { return m_addresses; }
     void serve(Answer answer);
 
 private:
-    struct Listener {
+    struct Listener
+    {
         Host host;
         std::unique_ptr<httplib::Server> server;
     };
     using Listeners = std::vector<Listener>;
 
-    static Listeners bindAll(int& port, const Certificate& certificate);
+    static Listeners bindAll(int &port, const Certificate &certificate);
 
-    Addresses m_addresses{0};
+    Addresses m_addresses {0};
     Listeners m_listeners;
     std::vector<std::jthread> m_threads;
 };

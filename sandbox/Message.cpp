@@ -7,15 +7,15 @@ namespace sandbox {
 
 namespace {
 
-bool sameIgnoringCase(std::string_view a, std::string_view b)
-{
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-        [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
-}
+    bool sameIgnoringCase(std::string_view a, std::string_view b)
+    {
+        return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+            [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
+    }
 
 } // namespace
 
-std::string Request::param(const std::string& name) const
+std::string Request::param(const std::string &name) const
 {
     const auto found = params.find(name);
     return found == params.end() ? std::string() : found->second;
@@ -23,7 +23,7 @@ std::string Request::param(const std::string& name) const
 
 std::string Request::header(std::string_view name) const
 {
-    for (const auto& [key, value] : headers)
+    for (const auto &[key, value] : headers)
         if (sameIgnoringCase(key, name))
             return value;
     return {};

@@ -13,7 +13,8 @@ namespace sandbox {
 using Headers = std::vector<std::pair<std::string, std::string>>;
 
 //! One request as it came over the wire.
-struct Request {
+struct Request
+{
     Host host = Host::Rb;
     std::string method;
     std::string path;
@@ -22,9 +23,9 @@ struct Request {
     std::string body;
     std::multimap<std::string, std::string> params; //!< decoded, of the query and of a posted form
 
-    bool has(const std::string& name) const { return params.contains(name); }
+    bool has(const std::string &name) const { return params.contains(name); }
     //! The first parameter of that name, empty when there is none.
-    std::string param(const std::string& name) const;
+    std::string param(const std::string &name) const;
     //! The first header of that name, whatever its case, empty when there is none.
     std::string header(std::string_view name) const;
     std::string cookie(std::string_view name) const;
@@ -32,12 +33,13 @@ struct Request {
 };
 
 //! What goes back. A plain value, so that faults can be worked into any reply.
-struct Reply {
+struct Reply
+{
     int status = 200;
     std::string contentType = "text/plain;charset=UTF-8";
     std::string body;
     Headers headers;
-    std::chrono::milliseconds delay{0};
+    std::chrono::milliseconds delay {0};
     bool cut = false; //!< promise the whole body and close the connection after half of it
 };
 

@@ -5,7 +5,7 @@
 
 namespace sandbox {
 
-const char* const usage
+const char *const usage
     = "Usage: vant-sandbox [options]\n"
       "A school platform on loopback. The first line it prints is its base address.\n"
       "\n"
@@ -19,19 +19,19 @@ const char* const usage
 
 namespace {
 
-int number(std::string_view option, std::string_view text, int most)
-{
-    int value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size() || value < 0 || value > most)
-        throw BadArgument(std::string(option) + ": \"" + std::string(text)
-            + "\" is no number from 0 to " + std::to_string(most));
-    return value;
-}
+    int number(std::string_view option, std::string_view text, int most)
+    {
+        int value = 0;
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+        if (error != std::errc() || end != text.data() + text.size() || value < 0 || value > most)
+            throw BadArgument(std::string(option) + ": \"" + std::string(text)
+                + "\" is no number from 0 to " + std::to_string(most));
+        return value;
+    }
 
 } // namespace
 
-Options parseOptions(int argc, char** argv)
+Options parseOptions(int argc, char **argv)
 {
     Options options;
     for (int i = 1; i < argc; ++i) {

@@ -8,10 +8,11 @@
 namespace sandbox {
 
 //! What the command line asks for.
-struct Options {
+struct Options
+{
     int port = 0; //!< 0: any port that is free on all addresses
     int schools = 3200;
-    std::chrono::milliseconds latency{0};
+    std::chrono::milliseconds latency {0};
     std::optional<std::string> traceFile;
     std::optional<std::string> storageDir; //!< where uploaded objects will be kept
     bool help = false;
@@ -19,12 +20,13 @@ struct Options {
 };
 
 //! A command line that cannot be understood; what() is one line for the user.
-struct BadArgument : std::runtime_error {
+struct BadArgument : std::runtime_error
+{
     using std::runtime_error::runtime_error;
 };
 
-Options parseOptions(int argc, char** argv);
+Options parseOptions(int argc, char **argv);
 
-extern const char* const usage;
+extern const char *const usage;
 
 } // namespace sandbox

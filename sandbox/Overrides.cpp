@@ -6,15 +6,15 @@ namespace sandbox {
 
 namespace {
 
-std::optional<Json> lookUp(const std::map<std::string, Json>& answers, const std::string& start)
-{
-    const auto found = answers.find(start);
-    return found == answers.end() ? std::nullopt : std::optional(found->second);
-}
+    std::optional<Json> lookUp(const std::map<std::string, Json> &answers, const std::string &start)
+    {
+        const auto found = answers.find(start);
+        return found == answers.end() ? std::nullopt : std::optional(found->second);
+    }
 
 } // namespace
 
-void Overrides::set(const Json& description)
+void Overrides::set(const Json &description)
 {
     if (!description.is_object() || !description.contains("start")
         || !description["start"].is_string())
@@ -30,13 +30,13 @@ void Overrides::set(const Json& description)
         throw std::invalid_argument("a setting needs \"data\" or \"envelope\"");
 }
 
-std::optional<Json> Overrides::envelopeFor(const std::string& start) const
+std::optional<Json> Overrides::envelopeFor(const std::string &start) const
 {
     const std::lock_guard lock(m_mutex);
     return lookUp(m_envelopes, start);
 }
 
-std::optional<Json> Overrides::dataFor(const std::string& start) const
+std::optional<Json> Overrides::dataFor(const std::string &start) const
 {
     const std::lock_guard lock(m_mutex);
     return lookUp(m_data, start);

@@ -4,7 +4,7 @@ namespace sandbox {
 
 std::span<const City> cities()
 {
-    static const std::vector<City> all{
+    static const std::vector<City> all {
         {"北京", "北京", {"东城", "西城", "朝阳", "海淀", "丰台", "通州", "密云"}},
         {"天津", "天津", {"和平", "河东", "南开", "红桥", "蓟州"}},
         {"上海", "上海", {"黄浦", "徐汇", "长宁", "静安", "普陀", "闵行", "崇明"}},

@@ -6,7 +6,8 @@
 
 namespace sandbox {
 
-struct City {
+struct City
+{
     std::string_view province;
     std::string_view name;
     std::vector<std::string_view> districts;

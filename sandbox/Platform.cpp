@@ -10,14 +10,14 @@ void Platform::reset()
     weChat.reset();
 }
 
-std::string credential(std::string_view purpose, const Account& account,
-    const std::string& siteCode, const std::string& session)
+std::string credential(std::string_view purpose, const Account &account,
+    const std::string &siteCode, const std::string &session)
 {
     return Signer::seal(purpose, siteCode + '\n' + session + '\n' + account.userCode);
 }
 
 std::optional<Identity> identify(
-    const Platform& platform, std::string_view purpose, const std::string& credential)
+    const Platform &platform, std::string_view purpose, const std::string &credential)
 {
     const auto content = Signer::open(purpose, credential);
     if (!content)
@@ -25,7 +25,7 @@ std::optional<Identity> identify(
     const auto account = platform.accounts.byCode(content->substr(content->rfind('\n') + 1));
     if (!account)
         return {};
-    return Identity{*account, content->substr(0, content->find('\n'))};
+    return Identity {*account, content->substr(0, content->find('\n'))};
 }
 
 } // namespace sandbox

@@ -9,14 +9,16 @@
 namespace sandbox {
 
 //! A signed-in user, as a cookie or token tells it.
-struct Identity {
+struct Identity
+{
     Account account;
     std::string siteCode;
 };
 
 //! Everything the platform knows. Owned by main; used from all threads.
-struct Platform {
-    Platform(size_t schoolCount, const Addresses& hosts)
+struct Platform
+{
+    Platform(size_t schoolCount, const Addresses &hosts)
         : addresses(hosts)
         , schools(schoolCount, hosts)
     {
@@ -32,9 +34,9 @@ struct Platform {
 };
 
 //! purpose is "token", "mo" or "tmo"; session tells two credentials of one user apart.
-std::string credential(std::string_view purpose, const Account& account,
-    const std::string& siteCode, const std::string& session = {});
+std::string credential(std::string_view purpose, const Account &account,
+    const std::string &siteCode, const std::string &session = {});
 std::optional<Identity> identify(
-    const Platform& platform, std::string_view purpose, const std::string& credential);
+    const Platform &platform, std::string_view purpose, const std::string &credential);
 
 } // namespace sandbox

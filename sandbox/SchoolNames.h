@@ -4,7 +4,8 @@
 
 namespace sandbox {
 
-struct SchoolName {
+struct SchoolName
+{
     std::string text;
     size_t city = 0; //!< index into cities()
 };

@@ -18,7 +18,8 @@ inline constexpr std::string_view localSiteCode = "local01";
 
 enum class Logo { Plain, SchemeRelative, None };
 
-struct School {
+struct School
+{
     std::string fullName;
     std::string siteCode;
     int siteId = 0;
@@ -29,21 +30,22 @@ struct School {
 
 //! The schools of the platform: a few made for showing, then as many generated ones as asked for.
 //! The same number gives the same schools every time. Unchanging after construction.
-class Schools {
+class Schools
+{
 public:
-    Schools(size_t count, const Addresses& addresses);
+    Schools(size_t count, const Addresses &addresses);
 
-    const School* byCode(const std::string& siteCode) const;
+    const School *byCode(const std::string &siteCode) const;
     //! By site id or by site code, as clients ask with either.
-    const School* bySite(const std::string& idOrCode) const;
+    const School *bySite(const std::string &idOrCode) const;
 
     Json list() const;
-    Json search(const std::string& key) const;
+    Json search(const std::string &key) const;
     //! Provinces, their cities, and the schools of each.
     Json regionTree() const;
 
 private:
-    Json row(const School& school) const;
+    Json row(const School &school) const;
 
     Addresses m_addresses;
     std::vector<School> m_schools;

@@ -8,7 +8,8 @@ namespace sandbox {
 
 //! Makes tokens that carry their own content. The key is fixed, so that a token outlives the
 //! process that made it: what was stored by a client yesterday still signs in today.
-class Signer {
+class Signer
+{
 public:
     //! purpose keeps the tokens apart: one made to be a cookie is no login token.
     static std::string seal(std::string_view purpose, std::string_view content);

@@ -11,66 +11,67 @@ namespace sandbox {
 
 namespace {
 
-constexpr int mostSlowMilliseconds = 120'000;
+    constexpr int mostSlowMilliseconds = 120'000;
 
-struct Area {
-    Host host;
-    std::string_view prefix;
-};
+    struct Area
+    {
+        Host host;
+        std::string_view prefix;
+    };
 
-constexpr Area areas[]{
-    {Host::Rb, "/portal/"},
-    {Host::Rb, "/pages/agreement/"},
-    {Host::Rb, "/pages/wechat/"},
-    {Host::Rb, "/images/"},
-    {Host::Local, "/portal/"},
-    {Host::Local, "/images/"},
-    {Host::Tls, "/portal/"},
-    {Host::Tls, "/images/"},
-    {Host::Official, "/pages/official/"},
-    {Host::Content, "/images/"},
-};
+    constexpr Area areas[] {
+        {Host::Rb, "/portal/"},
+        {Host::Rb, "/pages/agreement/"},
+        {Host::Rb, "/pages/wechat/"},
+        {Host::Rb, "/images/"},
+        {Host::Local, "/portal/"},
+        {Host::Local, "/images/"},
+        {Host::Tls, "/portal/"},
+        {Host::Tls, "/images/"},
+        {Host::Official, "/pages/official/"},
+        {Host::Content, "/images/"},
+    };
 
-bool serves(const Request& request, const std::string& path)
-{
-    return std::ranges::any_of(areas, [&](const Area& area) {
-        return area.host == request.host && path.starts_with(area.prefix);
-    });
-}
+    bool serves(const Request &request, const std::string &path)
+    {
+        return std::ranges::any_of(areas, [&](const Area &area) {
+            return area.host == request.host && path.starts_with(area.prefix);
+        });
+    }
 
-bool hasPortal(Host host)
-{
-    return host == Host::Rb || host == Host::Local || host == Host::Tls;
-}
+    bool hasPortal(Host host)
+    {
+        return host == Host::Rb || host == Host::Local || host == Host::Tls;
+    }
 
-std::string contentTypeOf(std::string_view path)
-{
-    if (path.ends_with(".css"))
-        return "text/css;charset=UTF-8";
-    if (path.ends_with(".js"))
-        return "text/javascript;charset=UTF-8";
-    if (path.ends_with(".html") || path.ends_with(".jsp"))
-        return "text/html;charset=UTF-8";
-    if (path.ends_with(".png"))
-        return "image/png";
-    return "application/octet-stream";
-}
+    std::string contentTypeOf(std::string_view path)
+    {
+        if (path.ends_with(".css"))
+            return "text/css;charset=UTF-8";
+        if (path.ends_with(".js"))
+            return "text/javascript;charset=UTF-8";
+        if (path.ends_with(".html") || path.ends_with(".jsp"))
+            return "text/html;charset=UTF-8";
+        if (path.ends_with(".png"))
+            return "image/png";
+        return "application/octet-stream";
+    }
 
-std::chrono::milliseconds askedDelay(const Request& request)
-{
-    const std::string text = request.param("ms");
-    int value = 0;
-    std::from_chars(text.data(), text.data() + text.size(), value);
-    return std::chrono::milliseconds(std::clamp(value, 0, mostSlowMilliseconds));
-}
+    std::chrono::milliseconds askedDelay(const Request &request)
+    {
+        const std::string text = request.param("ms");
+        int value = 0;
+        std::from_chars(text.data(), text.data() + text.size(), value);
+        return std::chrono::milliseconds(std::clamp(value, 0, mostSlowMilliseconds));
+    }
 
 } // namespace
 
-Reply Site::answer(const Request& request) const
+Reply Site::answer(const Request &request) const
 {
     if (request.method != "GET" && request.method != "HEAD")
         return textReply(405, "The page takes no " + request.method + "\n");
-    const std::string& path = request.path;
+    const std::string &path = request.path;
     if (request.host == Host::Upload || request.host == Host::Storage)
         return jsonReply({{"code", 404}, {"msg", "上传服务尚未开通"}, {"data", nullptr}}, 404);
     if (request.host == Host::Rb) {
@@ -91,7 +92,7 @@ Reply Site::answer(const Request& request) const
     return reply;
 }
 
-Reply Site::asset(const Request& request, const std::string& path) const
+Reply Site::asset(const Request &request, const std::string &path) const
 {
     const auto found = embeddedAssets().find(path);
     if (found == embeddedAssets().end() || !serves(request, path))
@@ -104,7 +105,7 @@ Reply Site::asset(const Request& request, const std::string& path) const
     return reply;
 }
 
-Reply Site::notFound(const Request& request) const
+Reply Site::notFound(const Request &request) const
 {
     Reply reply = textReply(404,
         "The host \"" + std::string(roleOf(request.host)) + "\" has no " + request.path + "\n");
@@ -115,13 +116,13 @@ Reply Site::notFound(const Request& request) const
     return reply;
 }
 
-Reply Site::session(const Request& request) const
+Reply Site::session(const Request &request) const
 {
     for (const std::string purpose : {"mo", "tmo"}) {
         const auto identity = identify(m_platform, purpose, request.cookie(purpose));
         if (!identity)
             continue;
-        const School* school = m_platform.schools.byCode(identity->siteCode);
+        const School *school = m_platform.schools.byCode(identity->siteCode);
         return jsonReply({{"signed_in", true}, {"by", purpose},
             {"user_name", identity->account.name}, {"user_type", int(identity->account.type)},
             {"user_sex", identity->account.sex}, {"site_code", identity->siteCode},
@@ -131,14 +132,14 @@ Reply Site::session(const Request& request) const
     return jsonReply({{"signed_in", false}}, 401);
 }
 
-Reply Site::authorise(const Request& request) const
+Reply Site::authorise(const Request &request) const
 {
     const std::string appId = request.param("appid");
     if (appId.empty() || appId.find(':') != appId.npos)
         return textReply(400, "appid is missing or wrong\n");
     const std::string state = "state=" + percentEncoded(request.param("state"));
     Reply reply = asset(request, "/pages/wechat/authorise.html");
-    const auto fill = [&](std::string_view mark, const std::string& value) {
+    const auto fill = [&](std::string_view mark, const std::string &value) {
         replaceAll(reply.body, mark, htmlEscaped(value));
     };
     for (const std::string person : {"bound", "newcomer"})

@@ -9,25 +9,26 @@ namespace sandbox {
 
 //! What browsers see: the portal, the pages around it, pictures, the WeChat authorisation page and
 //! the configuration for clients. Each host serves its own part only.
-class Site {
+class Site
+{
 public:
-    explicit Site(Platform& platform)
+    explicit Site(Platform &platform)
         : m_platform(platform)
     {
     }
 
-    Reply answer(const Request& request) const;
+    Reply answer(const Request &request) const;
 
 private:
-    Reply session(const Request& request) const;
-    Reply authorise(const Request& request) const;
-    Reply asset(const Request& request, const std::string& path) const;
-    Reply notFound(const Request& request) const;
+    Reply session(const Request &request) const;
+    Reply authorise(const Request &request) const;
+    Reply asset(const Request &request, const std::string &path) const;
+    Reply notFound(const Request &request) const;
 
-    Platform& m_platform;
+    Platform &m_platform;
 };
 
 //! A client's configuration in TOML that makes it use the hosts at these addresses.
-std::string deploymentToml(const Addresses& addresses);
+std::string deploymentToml(const Addresses &addresses);
 
 } // namespace sandbox

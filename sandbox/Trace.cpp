@@ -6,29 +6,29 @@ namespace sandbox {
 
 namespace {
 
-Json headersOf(const Request& request)
-{
-    Json headers = Json::object();
-    for (const auto& [name, value] : request.headers) {
-        if (headers.contains(name))
-            headers[name] = headers[name].get<std::string>() + ", " + value;
-        else
-            headers[name] = value;
+    Json headersOf(const Request &request)
+    {
+        Json headers = Json::object();
+        for (const auto &[name, value] : request.headers) {
+            if (headers.contains(name))
+                headers[name] = headers[name].get<std::string>() + ", " + value;
+            else
+                headers[name] = value;
+        }
+        return headers;
     }
-    return headers;
-}
 
 } // namespace
 
-bool Trace::openFile(const std::string& path)
+bool Trace::openFile(const std::string &path)
 {
     m_file.open(path, std::ios::app);
     return m_file.is_open();
 }
 
-void Trace::record(const Request& request, const Addresses& addresses, int status)
+void Trace::record(const Request &request, const Addresses &addresses, int status)
 {
-    Json entry{{"method", request.method}, {"host", addresses.authority(request.host)},
+    Json entry {{"method", request.method}, {"host", addresses.authority(request.host)},
         {"path", request.path}, {"query", request.query}, {"headers", headersOf(request)},
         {"body_size", request.body.size()}};
     if (request.isForm())

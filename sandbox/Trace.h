@@ -11,11 +11,12 @@ namespace sandbox {
 //! What came over the wire, one JSON object a request, in the order in which the answers were
 //! ready. Entries are written, and flushed, before the answer leaves: who has an answer can read
 //! its entry.
-class Trace {
+class Trace
+{
 public:
     //! Appends to the file too; false when it cannot be opened.
-    [[nodiscard]] bool openFile(const std::string& path);
-    void record(const Request& request, const Addresses& addresses, int status);
+    [[nodiscard]] bool openFile(const std::string &path);
+    void record(const Request &request, const Addresses &addresses, int status);
     //! {"next": number to ask for later, "requests": entries from number since on}
     Json since(size_t since) const;
     void clear();

@@ -25,7 +25,7 @@ sigset_t blockEndingSignals()
 }
 
 //! Serves until the process is told to end.
-void run(const Options& options)
+void run(const Options &options)
 {
     const sigset_t endingSignals
         = blockEndingSignals(); // before any thread, for threads inherit it
@@ -42,7 +42,7 @@ void run(const Options& options)
     const Catalogue catalogue(platform, overrides);
     const Site site(platform);
 
-    front.serve([&](const Request& request) {
+    front.serve([&](const Request &request) {
         if (Control::owns(request))
             return control.answer(request);
         Reply reply = Catalogue::isCall(request) ? catalogue.answer(request) : site.answer(request);
@@ -62,7 +62,7 @@ void run(const Options& options)
 
 } // namespace
 
-int main(int argc, char** argv)
+int main(int argc, char **argv)
 {
     try {
         const Options options = parseOptions(argc, argv);
@@ -73,10 +73,10 @@ int main(int argc, char** argv)
         else
             run(options);
         return EXIT_SUCCESS;
-    } catch (const BadArgument& error) {
+    } catch (const BadArgument &error) {
         std::cerr << "vant-sandbox: " << error.what() << std::endl;
         return 2;
-    } catch (const std::exception& error) {
+    } catch (const std::exception &error) {
         std::cerr << "vant-sandbox: " << error.what() << std::endl;
         return EXIT_FAILURE;
     }

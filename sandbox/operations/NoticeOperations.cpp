@@ -2,7 +2,7 @@
 
 namespace sandbox {
 
-Envelope agreement(const Call& call, Platform& platform)
+Envelope agreement(const Call &call, Platform &platform)
 {
     const std::string pages = platform.addresses.base(Host::Rb) + "pages/agreement/";
     if (call.param("type") == "1")
@@ -12,19 +12,19 @@ Envelope agreement(const Call& call, Platform& platform)
     return refusal(400, "没有这类协议");
 }
 
-Envelope appUpdateInfo(const Call& call, Platform&)
+Envelope appUpdateInfo(const Call &call, Platform &)
 {
     // The newest build is the one that asks, until somebody publishes another.
     return success(
         {{"bulid_no", call.param("cur_bulid_no")}, {"is_force", "0"}, {"version_content", ""}});
 }
 
-Envelope listAd4App(const Call&, Platform&)
+Envelope listAd4App(const Call &, Platform &)
 {
     return success(Json::array());
 }
 
-Envelope publicConfiguration(const Call&, Platform& platform)
+Envelope publicConfiguration(const Call &, Platform &platform)
 {
     return success({{"official_url", platform.addresses.base(Host::Official)},
         {"content_url", platform.addresses.base(Host::Content)}, {"service_phone", "400-000-0000"},

@@ -49,14 +49,14 @@ bool AppDelegate::didFinishLaunchingWithOptions(
     }
     if (login->isLogin() && hasToken()) {
         m_environment.shell->navigator()->setRootViewController(u""_s);
-        backGroundloginInWithRefresh(true, [] { });
+        backGroundloginInWithRefresh(true, [] {});
     } else {
         observeIsLogin(Token::Needed, Version::Marked);
     }
     registerServices();
     m_environment.mainQueue->after(launchNotificationDelay, this, [this, launchNotification] {
-        m_environment.notifications->postNotificationName(tappedNotification,
-            launchNotification ? QVariant(*launchNotification) : QVariant());
+        m_environment.notifications->postNotificationName(
+            tappedNotification, launchNotification ? QVariant(*launchNotification) : QVariant());
     });
     return true;
 }
@@ -163,13 +163,19 @@ void AppDelegate::gotoLoginVC()
 
 void AppDelegate::backGroundloginIn(std::function<void()> success)
 {
-    backGroundloginInWithRefresh(true, std::move(success));
+    loginInBackground(true, SilentLogin::UserCheck::No, std::move(success));
 }
 
 void AppDelegate::backGroundloginInWithRefresh(bool refresh, std::function<void()> success)
 {
+    loginInBackground(refresh, SilentLogin::UserCheck::Yes, std::move(success));
+}
+
+void AppDelegate::loginInBackground(
+    bool refresh, SilentLogin::UserCheck check, std::function<void()> success)
+{
     const auto refreshing = refresh ? LoginResult::Refresh::Yes : LoginResult::Refresh::No;
-    m_environment.silentLogin->start(refreshing,
+    m_environment.silentLogin->start(refreshing, check,
         [self = QPointer(this), refresh, success = std::move(success)](
             SilentLogin::Outcome outcome, const QString &errorDescription) {
             if (!self)

@@ -3,7 +3,6 @@
 #include "services/PushRegistration.h"
 #include "session/PushBinding.h"
 #include "session/SilentLogin.h"
-#include "session/SsoCookies.h"
 #include "web/STHomeViewControllerDelegate.h"
 
 #include <QObject>
@@ -30,7 +29,6 @@ struct AppDelegateEnvironment
     MainQueue *mainQueue;
     NotificationCenter *notifications;
     SilentLogin *silentLogin;
-    SsoCookies *ssoCookies;
     PushBinding *pushBinding;
     PushRegistration *pushRegistration;
     LocationManager *locationManager;
@@ -39,8 +37,9 @@ struct AppDelegateEnvironment
     ApplicationBadge *badge;
 };
 
-//! Decides at launch and ever after whether the window shows the login flow or the home container. One for the
-//! process; the screens' controllers are made by the application when they are first asked for.
+//! Decides at launch and ever after whether the window shows the login flow or the home container.
+//! One for the process; the screens' controllers are made by the application when they are first
+//! asked for.
 class AppDelegate : public QObject, public STHomeViewControllerDelegate
 {
     Q_OBJECT
@@ -56,8 +55,8 @@ public:
     AppDelegate(const AppDelegateEnvironment &environment, Controllers controllers);
     ~AppDelegate() override;
 
-    //! The launch: first install, routing, registration of the services, and the notification that launched the
-    //! program, if one did.
+    //! The launch: first install, routing, registration of the services, and the notification that
+    //! launched the program, if one did.
     bool didFinishLaunchingWithOptions(const std::optional<QVariantMap> &launchNotification);
     void applicationDidBecomeActive();
     //! A URL that another program handed to this one; whether it was understood.
@@ -82,7 +81,8 @@ public:
     enum InterfaceOrientation { Portrait = 2, LandscapeRight = 8 };
     InterfaceOrientation supportedInterfaceOrientations() const;
 
-    //! An address waiting to be opened when the home container next appears; nothing in the start-up fills it.
+    //! An address waiting to be opened when the home container next appears; nothing in the
+    //! start-up fills it.
     QString urlStr;
     //! The last tapped notification that came before there was a home container.
     std::optional<QVariantMap> pushDictionary;
@@ -95,6 +95,8 @@ private:
     enum class Version { Marked, NotMarked };
 
     void observeIsLogin(Token token, Version version, std::function<void()> signedIn = {});
+    void loginInBackground(
+        bool refresh, SilentLogin::UserCheck check, std::function<void()> success);
     void switchToHome(Version version);
     void switchToLogin();
     bool hasToken() const;

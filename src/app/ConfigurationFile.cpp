@@ -139,7 +139,8 @@ std::variant<DeploymentConfiguration, QString> ConfigurationFile::parse(
     DeploymentConfiguration configuration = base;
     const auto known = readers(configuration);
     try {
-        const toml::table document = toml::parse(std::string_view(text.data(), size_t(text.size())));
+        const toml::table document
+            = toml::parse(std::string_view(text.data(), size_t(text.size())));
         for (const auto &[sectionName, section] : document) {
             const auto knownSection = known.find(sectionName.str());
             const QString path = QString::fromUtf8(sectionName.str());

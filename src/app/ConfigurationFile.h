@@ -4,8 +4,9 @@
 
 #include <variant>
 
-//! Reads a deployment's configuration (TOML) over a base: keys that are absent keep the base's values; a key that does not
-//! exist, a value of the wrong type and an address that is none are errors.
+//! Reads a deployment's configuration (TOML) over a base: keys that are absent keep the base's
+//! values; a key that does not exist, a value of the wrong type and an address that is none are
+//! errors.
 namespace ConfigurationFile {
 
 //! The configuration, or one line "file:line: what is wrong".

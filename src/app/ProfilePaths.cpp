@@ -46,6 +46,7 @@ ProfilePaths::ProfilePaths(const QString &profile)
         keychainFallback = folder + u"/keychain.ini"_s;
         web = folder + u"/web"_s;
         cache = folder + u"/http"_s;
+        qmlCache = folder + u"/qml"_s;
         album = folder + u"/Pictures"_s;
         downloads = folder + u"/Downloads"_s;
     }

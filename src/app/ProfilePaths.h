@@ -15,6 +15,7 @@ struct ProfilePaths
     QString keychainFallback;
     QString web; //!< the pages' own storage and cache
     QString cache; //!< answers of servers
+    QString qmlCache; //!< the interface, compiled by the toolkit; null: the toolkit's own place
     QString album; //!< saved pictures
     QString downloads;
     QString instanceSocket; //!< by which a second start finds the running instance

@@ -11,7 +11,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int handOverTimeoutMs = 2'000;
-constexpr qint64 longestMessage = 64 * 1024;
+// More than an argument of a command line can be.
+constexpr qint64 longestMessage = 256 * 1024;
 const QString pushKey = QStringLiteral("push");
 const QString urlKey = QStringLiteral("url");
 
@@ -52,7 +53,7 @@ void RunningInstance::accept()
     connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
     connect(socket, &QLocalSocket::readyRead, this, [this, socket] {
         if (socket->canReadLine())
-            take(socket->readLine(longestMessage));
+            take(socket->readLine());
         else if (socket->bytesAvailable() > longestMessage)
             socket->abort();
     });

@@ -48,8 +48,7 @@ std::variant<DeploymentConfiguration, QString> SandboxProcess::start()
         const bool ended = m_process.state() == QProcess::NotRunning
             && m_process.error() != QProcess::FailedToStart;
         return u"the school platform %1 does not start: %2"_s.arg(sandboxPath(),
-            ended ? u"it ended with code %1"_s.arg(m_process.exitCode())
-                  : m_process.errorString());
+            ended ? u"it ended with code %1"_s.arg(m_process.exitCode()) : m_process.errorString());
     }
     const QString base = QString::fromUtf8(m_process.readLine()).trimmed();
 

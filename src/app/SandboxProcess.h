@@ -12,8 +12,8 @@ class SandboxProcess
 public:
     ~SandboxProcess();
 
-    //! Starts the platform and asks it for its deployment's configuration. Waits until it answers, ten seconds at the
-    //! most; otherwise one line that says what went wrong.
+    //! Starts the platform and asks it for its deployment's configuration. Waits until it answers,
+    //! ten seconds at the most; otherwise one line that says what went wrong.
     std::variant<DeploymentConfiguration, QString> start();
 
 private:

@@ -46,12 +46,12 @@ StudentApplication::StudentApplication(
     , m_ssoCookies(&m_cookieStorage, &m_defaults)
     , m_loginResult(&m_loginModel, &m_defaults, &m_requests)
     , m_pushBinding(&m_loginModel, &m_requests, &m_mainQueue)
-    , m_silentLogin(
-          &m_loginModel, &m_requests, &m_ssoCookies, &m_loginResult, &m_pushBinding)
+    , m_silentLogin(&m_loginModel, &m_requests, &m_ssoCookies, &m_loginResult, &m_pushBinding)
     , m_pushRegistration(
           &m_pushClient, configuration.push, &m_loginModel, &m_defaults, &m_notifications)
     , m_shell(m_mainQueue)
     , m_pageServices(m_shell.toast())
+    , m_pageHost(&m_shell, paths.downloads)
     , m_delegate(
           {
               .configuration = configuration,
@@ -60,7 +60,6 @@ StudentApplication::StudentApplication(
               .mainQueue = &m_mainQueue,
               .notifications = &m_notifications,
               .silentLogin = &m_silentLogin,
-              .ssoCookies = &m_ssoCookies,
               .pushBinding = &m_pushBinding,
               .pushRegistration = &m_pushRegistration,
               .locationManager = &m_locationManager,
@@ -115,7 +114,8 @@ void StudentApplication::start(const std::optional<QVariantMap> &launchNotificat
     m_window->show();
 }
 
-// Making the engine's profile and view takes the main thread for a while, which nobody notices after the first frame.
+// Making the engine's profile and view takes the main thread for a while, which nobody notices
+// after the first frame.
 void StudentApplication::warmWebEngineWhenIdle()
 {
     connect(
@@ -152,6 +152,7 @@ std::unique_ptr<STHomeViewController> StudentApplication::makeHome()
         .photoLibrary = &m_photoLibrary,
         .wxApi = &m_wxApi,
         .services = &m_pageServices,
+        .pageHost = &m_pageHost,
         .shell = &m_shell,
     });
 }
@@ -186,7 +187,7 @@ void StudentApplication::openOutLinkPage(const QString &urlStr, const QString &t
     if (!m_outLinkProfile)
         m_outLinkProfile = std::make_unique<WebPageProfile>(
             u"outlink"_s, m_paths.web + u"/outlink"_s, pageApplicationName, &m_cookieStorage);
-    auto *page = new OMOutLinkViewController(m_outLinkProfile.get());
+    auto *page = new OMOutLinkViewController(m_outLinkProfile.get(), &m_pageHost);
     page->urlStr = urlStr;
     page->setTitle(titleStr);
     auto *bar = new NavigationController(m_shell.navigator(), u"OutLinkScreen"_s, page);

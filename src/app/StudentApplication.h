@@ -17,8 +17,10 @@
 #include "platform/UnavailablePushClient.h"
 #include "platform/UnavailableShareSDK.h"
 #include "platform/UnavailableWXApi.h"
+#include "session/SsoCookies.h"
 #include "session/LoginResult.h"
 #include "ui/Shell.h"
+#include "web/PageHost.h"
 #include "web/UnavailablePageServices.h"
 
 #include <QNetworkAccessManager>
@@ -27,7 +29,8 @@
 class QQuickWindow;
 class WebPageProfile;
 
-//! The client: makes one of everything, gives each what it uses, and takes it all down in the right order.
+//! The client: makes one of everything, gives each what it uses, and takes it all down in the right
+//! order.
 class StudentApplication : public QObject
 {
     Q_OBJECT
@@ -83,6 +86,7 @@ private:
     PushRegistration m_pushRegistration;
     Shell m_shell;
     UnavailablePageServices m_pageServices;
+    PageHost m_pageHost;
     std::unique_ptr<WebPageProfile> m_homeProfile;
     std::unique_ptr<WebPageProfile> m_outLinkProfile;
     AppDelegate m_delegate;

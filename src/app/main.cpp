@@ -7,6 +7,7 @@
 #include "platform/ServerTrust.h"
 
 #include <QDir>
+#include <QFile>
 #include <QGuiApplication>
 #include <QtQml/qqmlextensionplugin.h>
 
@@ -29,17 +30,23 @@ int refuse(const QString &problem)
     return badStart;
 }
 
-// The defaults, the sandbox's own over them, the operator's file over both.
-std::variant<DeploymentConfiguration, QString> configurationFor(
-    const CommandLine &line, SandboxProcess &sandbox)
+using Configuration = std::variant<DeploymentConfiguration, QString>;
+
+// The operator's file over the base; the base where there is none.
+Configuration fileConfiguration(const CommandLine &line, const DeploymentConfiguration &base)
 {
-    std::variant<DeploymentConfiguration, QString> configuration;
+    return line.configFile.isNull() ? base : ConfigurationFile::read(line.configFile, base);
+}
+
+// The defaults, the sandbox's own over them, the operator's file over both.
+Configuration configurationFor(const CommandLine &line, SandboxProcess &sandbox)
+{
+    Configuration base;
     if (line.sandbox)
-        configuration = sandbox.start();
-    if (line.configFile.isNull() || std::holds_alternative<QString>(configuration))
-        return configuration;
-    return ConfigurationFile::read(
-        line.configFile, std::get<DeploymentConfiguration>(configuration));
+        base = sandbox.start();
+    if (std::holds_alternative<QString>(base))
+        return base;
+    return fileConfiguration(line, std::get<DeploymentConfiguration>(base));
 }
 
 }
@@ -59,13 +66,17 @@ int main(int argc, char *argv[])
         return 0;
     }
 
+    if (!line.profile.isNull() && (line.profile.isEmpty() || !QDir().mkpath(line.profile)))
+        return refuse(u"--profile: the folder \"%1\" cannot be made"_s.arg(line.profile));
+    if (const auto file = fileConfiguration(line, {}); std::holds_alternative<QString>(file))
+        return refuse(std::get<QString>(file));
+
     ApplicationSetup::beforeApplication();
     QGuiApplication application(argc, argv);
     ApplicationSetup::afterApplication();
-
-    if (!line.profile.isNull() && (line.profile.isEmpty() || !QDir().mkpath(line.profile)))
-        return refuse(u"--profile: the folder \"%1\" cannot be made"_s.arg(line.profile));
     const ProfilePaths paths(line.profile);
+    if (!paths.qmlCache.isNull())
+        qputenv("QML_DISK_CACHE_PATH", QFile::encodeName(paths.qmlCache));
     RunningInstance instance(paths.instanceSocket);
     if (instance.handOver(line.push, line.url))
         return 0;
@@ -82,8 +93,8 @@ int main(int argc, char *argv[])
     }
 
     StudentApplication student(deployment, paths);
-    QObject::connect(&instance, &RunningInstance::pushReceived, &student,
-        &StudentApplication::receivePush);
+    QObject::connect(
+        &instance, &RunningInstance::pushReceived, &student, &StudentApplication::receivePush);
     QObject::connect(
         &instance, &RunningInstance::urlReceived, &student, &StudentApplication::receiveUrl);
     QObject::connect(

@@ -7,7 +7,8 @@
 
 namespace {
 
-struct ReadName {
+struct ReadName
+{
     qsizetype position;
     QString section; // empty: begins with no letter
     QString reading; // syllables with blanks between, so that one character's names stay together

@@ -13,7 +13,8 @@ namespace BMChineseSort {
 
 //! Section titles ("#", "A" … "Z", no empty ones), and for each title its records in order.
 template <typename Model>
-struct Sections {
+struct Sections
+{
     QStringList firstLetterArray;
     QList<QList<Model>> sortedModelArr;
 
@@ -38,7 +39,7 @@ Sections<Model> sortAndGroup(
         names.append(property.readOnGadget(&model).toString());
 
     const SectionsOfNames positions = sortAndGroup(names, setting);
-    Sections<Model> sections{positions.firstLetterArray, {}};
+    Sections<Model> sections {positions.firstLetterArray, {}};
     sections.sortedModelArr.reserve(positions.sortedModelArr.size());
     for (const QList<qsizetype> &section : positions.sortedModelArr) {
         QList<Model> &sorted = sections.sortedModelArr.emplaceBack();

@@ -4,7 +4,8 @@
 #include <QString>
 
 //! How BMChineseSort reads, groups and orders names.
-struct BMChineseSortSetting {
+struct BMChineseSortSetting
+{
     enum class SortMode {
         Transliteration = 1, //!< Mandarin to Latin, tone marks stripped
         PinyinTable
@@ -20,7 +21,7 @@ struct BMChineseSortSetting {
     //! Names with this prefix are left out; empty: none are.
     QString ignoreModelWithPrefix;
     //! The reading of names that begin with these.
-    QMap<QString, QString> polyphoneMapping{
+    QMap<QString, QString> polyphoneMapping {
         {QStringLiteral("重庆"), QStringLiteral("CQ")},
         {QStringLiteral("厦门"), QStringLiteral("XM")},
         {QStringLiteral("长"), QStringLiteral("C")},

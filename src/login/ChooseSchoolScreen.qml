@@ -75,11 +75,6 @@ ScreenFrame {
         Accessible.name: text
     }
 
-    LoadingSpinner {
-        anchors.centerIn: list
-        visible: screen.controller.state === ChooseSchoolViewController.Loading
-    }
-
     ErrorView {
         anchors.fill: parent
         visible: screen.controller.state === ChooseSchoolViewController.Failed

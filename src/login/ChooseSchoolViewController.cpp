@@ -38,17 +38,18 @@ void ChooseSchoolViewController::viewDidLoad()
 void ChooseSchoolViewController::load()
 {
     setState(State::Loading);
-    m_environment.shell->toast()->show(u"请稍后"_s);
-    m_siteConfiguration.load([self = QPointer(this), toast = m_environment.shell->toast()](
-                                 int status, const QList<DataModel> &rows, const auto &error) {
-        toast->hide();
-        if (!self)
-            return;
-        if (status == ResponseStatus::success)
-            self->m_schools.setSchools(rows);
-        else
-            self->setState(State::Failed, error ? error->errorDescription : u"请求错误"_s);
-    });
+    Toast *toast = m_environment.shell->toast();
+    m_siteConfiguration.load(
+        [self = QPointer(this), toast, loading = toast->showLoading(u"请稍后"_s)](
+            int status, const QList<DataModel> &rows, const auto &error) {
+            toast->hideLoading(loading);
+            if (!self)
+                return;
+            if (status == ResponseStatus::success)
+                self->m_schools.setSchools(rows);
+            else
+                self->setState(State::Failed, error ? error->errorDescription : u"请求错误"_s);
+        });
 }
 
 void ChooseSchoolViewController::textDidChange(const QString &searchText)

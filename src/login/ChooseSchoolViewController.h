@@ -10,7 +10,8 @@
 //! The school chooser: all schools by the first letter of their reading, and a search. Presented
 //! over a login screen and owned by the navigator from then on; it dismisses itself when a school
 //! has been chosen.
-class ChooseSchoolViewController : public ViewController {
+class ChooseSchoolViewController : public ViewController
+{
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Controllers are made in C++.")

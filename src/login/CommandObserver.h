@@ -6,7 +6,8 @@
 #include <functional>
 
 //! Why a command failed: the server's or the transport's number, and the text to show ("msg").
-struct CommandError {
+struct CommandError
+{
     qint64 code = 0;
     QString msg;
 
@@ -16,7 +17,8 @@ struct CommandError {
 //! Who listens to a command: at most one value, then exactly one of completed and error, on the
 //! main thread, never from inside the call that started the command. What is left empty is not
 //! told.
-struct CommandObserver {
+struct CommandObserver
+{
     std::function<void(const QJsonValue &value)> next;
     std::function<void(const CommandError &error)> error;
     std::function<void()> completed;

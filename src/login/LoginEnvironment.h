@@ -17,7 +17,8 @@ class SsoCookies;
 class WXApi;
 
 //! Everything that the login screens work with; nothing is owned, all must outlive them.
-struct LoginEnvironment {
+struct LoginEnvironment
+{
     LoginModel *loginModel;
     LoginResult *loginResult;
     MainQueue *mainQueue;

@@ -13,7 +13,8 @@ struct DataModel;
 //! The login screen: school, account and password, the agreements, and the WeChat login. One for
 //! the process, made by the application. It never opens the home screen itself: that follows from
 //! the stored login.
-class LoginViewController2 : public ViewController {
+class LoginViewController2 : public ViewController
+{
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Controllers are made in C++.")

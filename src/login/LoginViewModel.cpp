@@ -24,13 +24,13 @@ const QString unusableAnswer = u"请求错误"_s;
 //! Null, so that the parameter stays away, where there is no such entry.
 QString entry(const std::optional<QJsonObject> &authParams, QStringView key)
 {
-    return authParams ? authParams->value(key).toVariant().toString() : QString();
+    return authParams ? DictionaryMapper::text(authParams->value(key)) : QString();
 }
 
 CommandError commandError(const std::optional<ResponseErrorInfo> &error)
 {
-    return error ? CommandError{error->code, error->errorDescription}
-                 : CommandError{0, unusableAnswer};
+    return error ? CommandError {error->code, error->errorDescription}
+                 : CommandError {0, unusableAnswer};
 }
 
 }

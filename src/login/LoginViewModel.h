@@ -13,7 +13,8 @@
 
 //! The login logic behind a login screen: commands that call the platform and store a successful
 //! login. Owned by its screen's controller; a command whose view model dies tells nobody.
-class LoginViewModel : public QObject {
+class LoginViewModel : public QObject
+{
     Q_OBJECT
 
 public:

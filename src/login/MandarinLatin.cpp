@@ -11,9 +11,10 @@ constexpr char rules[] = "Han-Latin; NFKD; [:Mn:] Remove";
 
 }
 
-struct MandarinLatin::Converter {
+struct MandarinLatin::Converter
+{
     UErrorCode status = U_ZERO_ERROR;
-    std::unique_ptr<icu::Transliterator> transliterator{
+    std::unique_ptr<icu::Transliterator> transliterator {
         icu::Transliterator::createInstance(rules, UTRANS_FORWARD, status)};
 };
 

@@ -11,7 +11,8 @@
 //! The conversion is slow, so each distinct character is converted once in the life of an object.
 //! An object belongs to the thread that uses it. The first object of the process also loads the
 //! conversion's rules, which takes far longer than a list of schools does: see prepare().
-class MandarinLatin {
+class MandarinLatin
+{
 public:
     MandarinLatin();
     ~MandarinLatin();

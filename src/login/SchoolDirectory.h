@@ -9,7 +9,8 @@
 
 //! All schools in the order of their reading, ready to be searched. Made once, on a worker; it
 //! never changes and may be read by any thread.
-class SchoolDirectory {
+class SchoolDirectory
+{
 public:
     SchoolDirectory() = default;
     //! Sorts and groups: far too slow for the main thread.

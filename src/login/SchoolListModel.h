@@ -12,7 +12,8 @@
 //! The school chooser's table: all schools, or those that the search text finds, under their
 //! section letters. Owned by ChooseSchoolViewController. Sorting and searching run on pool threads;
 //! the model is reset when one is done.
-class SchoolListModel : public QAbstractListModel {
+class SchoolListModel : public QAbstractListModel
+{
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Tables are made in C++.")

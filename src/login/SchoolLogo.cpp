@@ -13,14 +13,12 @@ namespace {
 
 const QUrl placeholder(u"qrc:/assets/logo.png"_s);
 // A server's picture is not trusted to be small.
-constexpr qsizetype maximumBytes = 2 * 1024 * 1024;
+constexpr qint64 maximumBytes = 2 * 1024 * 1024;
 constexpr int maximumSide = 4096;
 
 //! An address that holds the picture itself; empty when the bytes are no picture of a sane size.
 QUrl sourceOf(const QByteArray &picture)
 {
-    if (picture.size() > maximumBytes)
-        return {};
     QBuffer buffer;
     buffer.setData(picture);
     QImageReader reader(&buffer);
@@ -63,7 +61,9 @@ void SchoolLogo::load(const QString &address, quint64 request)
 {
     if (address.isEmpty() || request != m_newestRequest)
         return;
-    HTTPSessionManager(m_network).GET(
+    HTTPSessionManager session(m_network);
+    session.setMaximumBodySize(maximumBytes);
+    session.GET(
         address, {},
         [self = QPointer(this), request](const HTTPResponse &response) {
             if (!self || request != self->m_newestRequest)

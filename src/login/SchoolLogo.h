@@ -8,7 +8,8 @@ class QNetworkAccessManager;
 
 //! The picture at the top of the login screen: the application's own until the chosen school's has
 //! been loaded. Owned by the login screen's controller.
-class SchoolLogo : public QObject {
+class SchoolLogo : public QObject
+{
     Q_OBJECT
 
 public:

@@ -6,8 +6,9 @@
 
 #include <vector>
 
-//! The identifier of this device: a UUID (36 characters, upper case) that is made once and kept in the keychain.
-//! Read once at start; who needs it before the keychain has answered waits with whenReady().
+//! The identifier of this device: a UUID (36 characters, upper case) that is made once and kept in
+//! the keychain. Read once at start; who needs it before the keychain has answered waits with
+//! whenReady().
 class DeviceIdentifier : public QObject
 {
     Q_OBJECT
@@ -18,7 +19,8 @@ public:
     //! \a key names the keychain item: the edition's bundle identifier.
     DeviceIdentifier(KeyChainStore *keychain, const QString &key);
 
-    //! Reads the item, or makes and stores a new one when there is none, it is empty, or it cannot be read.
+    //! Reads the item, or makes and stores a new one when there is none, it is empty, or it cannot
+    //! be read.
     void prepare();
     //! Calls back with the identifier, at once when it is known.
     void whenReady(Ready ready);
@@ -26,6 +28,7 @@ public:
     QString uuid() const { return m_uuid; }
 
 private:
+    QString unarchived(const QByteArray &data) const;
     void finish(const QString &uuid);
 
     KeyChainStore *m_keychain;

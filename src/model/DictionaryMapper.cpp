@@ -19,8 +19,7 @@ QVariant converted(const QJsonValue &value, QMetaType wanted)
             return *number != 0;
         return {};
     case QMetaType::Int:
-        if (const auto number = DictionaryMapper::integer(value);
-            number && *number == int(*number))
+        if (const auto number = DictionaryMapper::integer(value); number && *number == int(*number))
             return int(*number);
         return {};
     default:

@@ -8,8 +8,9 @@
 //! Fills records from the server's objects by name; the one mapper of the program.
 namespace DictionaryMapper {
 
-//! Sets every property of the gadget whose name is a key of the dictionary. Numbers become strings and strings numbers
-//! where the property asks for it; null, objects and text that is no number leave the property as it is.
+//! Sets every property of the gadget whose name is a key of the dictionary. Numbers become strings
+//! and strings numbers where the property asks for it; null, objects and text that is no number
+//! leave the property as it is.
 void fill(void *gadget, const QMetaObject &metaObject, const QJsonObject &dictionary);
 
 template <typename Record>

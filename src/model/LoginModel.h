@@ -10,10 +10,12 @@
 #include <functional>
 #include <optional>
 
-//! Who is signed in, and the settings that come with it. One for the process, made by the application.
+//! Who is signed in, and the settings that come with it. One for the process, made by the
+//! application.
 //!
-//! Nothing persistent is held in memory: each getter reads the settings and each setter writes them through at once,
-//! so that a kill at any moment leaves the old or the new value. A missing string reads as null, a missing bool false.
+//! Nothing persistent is held in memory: each getter reads the settings and each setter writes them
+//! through at once, so that a kill at any moment leaves the old or the new value. A missing string
+//! reads as null, a missing bool false.
 class LoginModel : public QObject
 {
     Q_OBJECT
@@ -23,7 +25,8 @@ public:
 
     bool isLogin() const;
     void setIsLogin(bool value);
-    //! Calls the observer with the current value at once, and then on every write, of an equal value too.
+    //! Calls the observer with the current value at once, and then on every write, of an equal
+    //! value too.
     void observeIsLogin(QObject *context, std::function<void(bool isLogin)> observer);
 
     QString login_token() const;

@@ -3,7 +3,8 @@
 #include <QMetaType>
 #include <QString>
 
-//! The single sign-on identity of a login answer's "ssoinfo"; the session itself travels as cookies.
+//! The single sign-on identity of a login answer's "ssoinfo"; the session itself travels as
+//! cookies.
 struct SsoModel
 {
     Q_GADGET

@@ -7,7 +7,8 @@
 //! The one way to put values into fixed texts. A value that is missing prints as "(null)".
 namespace StringFormat {
 
-//! A value as text: strings as they are, numbers without a needless fraction, objects and lists as compact JSON.
+//! A value as text: strings as they are, numbers without a needless fraction, objects and lists as
+//! compact JSON.
 QString description(const QVariant &value);
 QString description(const QJsonValue &value);
 QString description(const QString &value);

@@ -9,9 +9,11 @@ class LoginModel;
 class QNetworkAccessManager;
 class UserDefaults;
 
-//! Sends calls to the platform and reads the envelope of their answers. One for the process, made by the application.
+//! Sends calls to the platform and reads the envelope of their answers. One for the process, made
+//! by the application.
 //!
-//! It owns the requests in flight, any number at a time; nothing is retried or queued. Used on the main thread only.
+//! It owns the requests in flight, any number at a time; nothing is retried or queued. Used on the
+//! main thread only.
 class BaseRequestManager
 {
 public:
@@ -24,9 +26,10 @@ public:
     BaseRequestManager(const BaseRequestManager &) = delete;
     BaseRequestManager &operator=(const BaseRequestManager &) = delete;
 
-    //! Calls operation \a start of module \a action. "action" and "start" in \a params are overwritten; parameters
-    //! that are null stay away. \a type is a RequestItem::Type; of any other type nothing is sent, the response
-    //! never comes, and the item stays in connectItems as long as the manager lives.
+    //! Calls operation \a start of module \a action. "action" and "start" in \a params are
+    //! overwritten; parameters that are null stay away. \a type is a RequestItem::Type; of any
+    //! other type nothing is sent, the response never comes, and the item stays in connectItems as
+    //! long as the manager lives.
     void connectWithAction(const QString &action, const QString &start, int type,
         const HTTPParameters &params, ResponseCallback response);
 

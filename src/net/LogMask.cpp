@@ -7,9 +7,9 @@ QString LogMask::secret(const QString &value)
 
 HTTPParameters LogMask::parameters(const HTTPParameters &parameters)
 {
-    static const QStringList secretNames {QStringLiteral("user_pwd"),
-        QStringLiteral("login_token"), QStringLiteral("sign"), QStringLiteral("code"),
-        QStringLiteral("open_id"), QStringLiteral("union_id"), QStringLiteral("card_no")};
+    static const QStringList secretNames {QStringLiteral("user_pwd"), QStringLiteral("login_token"),
+        QStringLiteral("sign"), QStringLiteral("code"), QStringLiteral("open_id"),
+        QStringLiteral("union_id"), QStringLiteral("card_no")};
     HTTPParameters masked = parameters;
     for (const QString &name : secretNames) {
         if (const auto found = masked.find(name); found != masked.end())

@@ -6,7 +6,8 @@
 
 class UserDefaults;
 
-//! Keeps the session cookies' parameters beyond a restart. Made by whoever needs it; the settings are not owned.
+//! Keeps the session cookies' parameters beyond a restart. Made by whoever needs it; the settings
+//! are not owned.
 class OMShareGlobalInfo
 {
 public:

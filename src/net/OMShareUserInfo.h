@@ -5,8 +5,9 @@
 class QVariant;
 class UserDefaults;
 
-//! A few facts about the user, kept beside the login record and apart from it: its isLogin opens no screen.
-//! Every value is read from the settings and written through at once; the settings are not owned.
+//! A few facts about the user, kept beside the login record and apart from it: its isLogin opens no
+//! screen. Every value is read from the settings and written through at once; the settings are not
+//! owned.
 class OMShareUserInfo
 {
 public:

@@ -15,8 +15,8 @@ struct Servers
     QString localUrlQe; //!< that server's qe module
 };
 
-//! The address of operation \a start of module \a action, the query still missing. A null organization or local
-//! address counts as empty.
+//! The address of operation \a start of module \a action, the query still missing. A null
+//! organization or local address counts as empty.
 QString of(const QString &action, const QString &start, const QString &organization,
     const Servers &servers);
 

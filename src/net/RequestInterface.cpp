@@ -21,8 +21,8 @@ constexpr int pushDevice = 1;
 
 }
 
-RequestInterface::RequestInterface(BaseRequestManager *manager,
-    DeviceIdentifier *studentIdentifier, DeviceIdentifier *patriarchIdentifier)
+RequestInterface::RequestInterface(BaseRequestManager *manager, DeviceIdentifier *studentIdentifier,
+    DeviceIdentifier *patriarchIdentifier)
     : m_manager(manager)
     , m_studentIdentifier(studentIdentifier)
     , m_patriarchIdentifier(patriarchIdentifier)
@@ -130,8 +130,7 @@ void RequestInterface::settingPatriarchAccountWithUserID(const QString &userID,
         std::move(response));
 }
 
-void RequestInterface::requsetSiteWithSearchkey(
-    const QString &searchkey, ResponseCallback response)
+void RequestInterface::requsetSiteWithSearchkey(const QString &searchkey, ResponseCallback response)
 {
     get(siteModule, u"siteSearch"_qs, {{u"searchkey"_qs, searchkey}}, std::move(response));
 }
@@ -171,20 +170,17 @@ void RequestInterface::requestAd(const QSize &resolutionPixel, ResponseCallback 
 
 void RequestInterface::requestAgreementUser(ResponseCallback response)
 {
-    get(portalSettingsModule, u"agreement"_qs, {{u"type"_qs, userAgreement}},
-        std::move(response));
+    get(portalSettingsModule, u"agreement"_qs, {{u"type"_qs, userAgreement}}, std::move(response));
 }
 
 void RequestInterface::requestAgreementPrivacy(ResponseCallback response)
 {
-    get(portalSettingsModule, u"agreement"_qs, {{u"type"_qs, privacyPolicy}},
-        std::move(response));
+    get(portalSettingsModule, u"agreement"_qs, {{u"type"_qs, privacyPolicy}}, std::move(response));
 }
 
 void RequestInterface::bindUserInfoEntrance(const QString &entrance, const QString &site_id,
-    const QString &reg_id, const QString &user_id, const QString &user_type,
-    const QString &im_type, const QString &dev_type, const QString &app_type,
-    ResponseCallback response)
+    const QString &reg_id, const QString &user_id, const QString &user_type, const QString &im_type,
+    const QString &dev_type, const QString &app_type, ResponseCallback response)
 {
     get(u"qe/h5/third"_qs, u"bindIm"_qs,
         {{u"entrance"_qs, entrance}, {u"site_id"_qs, site_id}, {u"reg_id"_qs, reg_id},

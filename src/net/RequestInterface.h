@@ -7,10 +7,11 @@ class BaseRequestManager;
 class DeviceIdentifier;
 class QSize;
 
-//! The one place that knows the platform's operations. One for the process, made by the application.
+//! The one place that knows the platform's operations. One for the process, made by the
+//! application.
 //!
-//! Every call is a GET, is neither retried nor shown, and ends with its response as ResponseCallback says.
-//! A null string is a parameter that stays away.
+//! Every call is a GET, is neither retried nor shown, and ends with its response as
+//! ResponseCallback says. A null string is a parameter that stays away.
 class RequestInterface
 {
 public:
@@ -18,7 +19,8 @@ public:
     RequestInterface(BaseRequestManager *manager, DeviceIdentifier *studentIdentifier,
         DeviceIdentifier *patriarchIdentifier);
 
-    //! The site whose path segment the addresses carry; set whenever a site has been chosen or restored.
+    //! The site whose path segment the addresses carry; set whenever a site has been chosen or
+    //! restored.
     void setOrganization(const QString &organization);
     QString getCurrentOrganization() const;
 
@@ -32,8 +34,8 @@ public:
     void tokenLogin(const QString &login_token, ResponseCallback response);
     //! \a type is 1 or 2, as the WeChat login chooses.
     void loginForAppWeixinWithCode(const QString &code, int type, ResponseCallback response);
-    //! Signs an account in and binds it to a WeChat identity. Everything from union_id to sign is passed on as the
-    //! platform gave it.
+    //! Signs an account in and binds it to a WeChat identity. Everything from union_id to sign is
+    //! passed on as the platform gave it.
     void accountBindWechatWithUserCode(const QString &userCode, const QString &userPwd,
         const QString &union_id, const QString &open_id, const QString &nick,
         const QString &timestamp, const QString &sign, const QString &bind_type,

@@ -17,8 +17,7 @@ const QString cookieKey = QStringLiteral("MiPushUsingCookie");
 HTTPSessionManager sessionManager(QNetworkAccessManager *network)
 {
     HTTPSessionManager manager(network);
-    manager.setAcceptableContentTypes(
-        {"application/json", "text/json", "text/plain", "text/html"});
+    manager.setAcceptableContentTypes({"application/json", "text/json", "text/plain", "text/html"});
     manager.setTimeoutInterval(requestTimeout);
     manager.setValueForHTTPHeaderField("vant-ios;client-st;", "User-Agent");
     return manager;
@@ -53,8 +52,7 @@ void RequestItem::request()
     HTTPParameters parameters = m_params;
     parameters[QStringLiteral("action")] = m_action;
     parameters[QStringLiteral("start")] = m_start;
-    const QString address
-        = m_baseRequestManager->addressOf(m_action, m_start, m_organization);
+    const QString address = m_baseRequestManager->addressOf(m_action, m_start, m_organization);
 
     // The task outlives an item that is destroyed early.
     const auto whileAlive = [item = QPointer(this)](auto finish) {
@@ -65,16 +63,17 @@ void RequestItem::request()
     };
     const auto failure = whileAlive(&RequestItem::didFail);
     if (m_type == Post) {
-        m_requestTask = manager.POST(
-            address, parameters, whileAlive(&RequestItem::didSucceedPost), failure);
+        m_requestTask
+            = manager.POST(address, parameters, whileAlive(&RequestItem::didSucceedPost), failure);
     } else if (m_type == Get) {
-        // The cookie string of the last answer is told here and no more: what travels is the cookie storage.
+        // The cookie string of the last answer is told here and no more: what travels is the cookie
+        // storage.
         qCDebug(lcNet).noquote() << StringFormat::format(
             u"params:%@"_qs, QVariant(LogMask::parameters(parameters)));
         qCDebug(lcNet).noquote() << StringFormat::format(u"mipushCookie:%@"_qs,
             LogMask::secret(m_baseRequestManager->defaults()->stringForKey(cookieKey)));
-        m_requestTask = manager.GET(
-            address, parameters, whileAlive(&RequestItem::didSucceedGet), failure);
+        m_requestTask
+            = manager.GET(address, parameters, whileAlive(&RequestItem::didSucceedGet), failure);
     }
 }
 

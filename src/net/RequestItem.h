@@ -13,14 +13,16 @@
 class BaseRequestManager;
 
 //! One call to the platform, from the moment it is sent until its completion has been delivered.
-//! Owned by BaseRequestManager::connectItems; single use. Destroyed earlier, it ends its transfer and stays silent.
+//! Owned by BaseRequestManager::connectItems; single use. Destroyed earlier, it ends its transfer
+//! and stays silent.
 class RequestItem : public QObject
 {
     Q_OBJECT
 
 public:
     enum Type { Get = 0, Post = 1 };
-    //! No body that could be read; a parsed body of a GET; the bytes of a POST's answer, which nobody parses.
+    //! No body that could be read; a parsed body of a GET; the bytes of a POST's answer, which
+    //! nobody parses.
     using ResponseObject = std::variant<std::monostate, QJsonValue, QByteArray>;
 
     static std::unique_ptr<RequestItem> createItemWithtype(int type, const QString &organization,

@@ -25,8 +25,7 @@ QList<DataModel> rowsOf(const QJsonArray &list)
     rows.reserve(list.size());
     for (const QJsonValue &element : list) {
         if (element.isObject())
-            rows << DataModel::fromSchool(
-                DictionaryMapper::model<SchoolModel>(element.toObject()));
+            rows << DataModel::fromSchool(DictionaryMapper::model<SchoolModel>(element.toObject()));
     }
     return rows;
 }

@@ -11,7 +11,8 @@
 class LoginModel;
 class RequestInterface;
 
-//! Where this deployment's content lies, and which schools it has. Made by whoever shows the schools.
+//! Where this deployment's content lies, and which schools it has. Made by whoever shows the
+//! schools.
 class SiteConfiguration
 {
 public:
@@ -22,9 +23,9 @@ public:
     //! Nothing is owned; both must outlive every load.
     SiteConfiguration(RequestInterface *requests, LoginModel *loginModel);
 
-    //! Asks the server, stores the six content addresses in the login record (a missing one as nil) and hands over
-    //! the schools. An answer whose data is no object fails and leaves the stored addresses alone.
-    //! \a loaded is called once, on the main thread, later.
+    //! Asks the server, stores the six content addresses in the login record (a missing one as nil)
+    //! and hands over the schools. An answer whose data is no object fails and leaves the stored
+    //! addresses alone. \a loaded is called once, on the main thread, later.
     void load(Loaded loaded) const;
 
 private:

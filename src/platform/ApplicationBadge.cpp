@@ -11,8 +11,9 @@ ApplicationBadge::ApplicationBadge(const QString &desktopFileName)
 
 void ApplicationBadge::setNumber(int number)
 {
-    QDBusMessage update = QDBusMessage::createSignal(QStringLiteral("/com/canonical/Unity/LauncherEntry"),
-        QStringLiteral("com.canonical.Unity.LauncherEntry"), QStringLiteral("Update"));
+    QDBusMessage update
+        = QDBusMessage::createSignal(QStringLiteral("/com/canonical/Unity/LauncherEntry"),
+            QStringLiteral("com.canonical.Unity.LauncherEntry"), QStringLiteral("Update"));
     update << m_applicationUri
            << QVariantMap {{QStringLiteral("count"), qint64(number)},
                   {QStringLiteral("count-visible"), number > 0}};

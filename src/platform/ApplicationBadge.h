@@ -2,7 +2,8 @@
 
 #include <QString>
 
-//! The number on the program's icon, through the desktop's launcher-entry interface; ignored where there is none.
+//! The number on the program's icon, through the desktop's launcher-entry interface; ignored where
+//! there is none.
 class ApplicationBadge
 {
 public:

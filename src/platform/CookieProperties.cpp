@@ -11,6 +11,7 @@ const QString domainKey = QStringLiteral("Domain");
 const QString pathKey = QStringLiteral("Path");
 const QString secureKey = QStringLiteral("Secure");
 const QString httpOnlyKey = QStringLiteral("HttpOnly");
+const QString sameSiteKey = QStringLiteral("SameSite");
 const QString expiresKey = QStringLiteral("Expires");
 
 }
@@ -24,6 +25,7 @@ QVariantMap CookieProperties::of(const QNetworkCookie &cookie)
         {pathKey, cookie.path()},
         {secureKey, cookie.isSecure()},
         {httpOnlyKey, cookie.isHttpOnly()},
+        {sameSiteKey, int(cookie.sameSitePolicy())},
     };
     if (!cookie.isSessionCookie())
         properties.insert(expiresKey, cookie.expirationDate().toMSecsSinceEpoch());
@@ -32,12 +34,13 @@ QVariantMap CookieProperties::of(const QNetworkCookie &cookie)
 
 QNetworkCookie CookieProperties::cookie(const QVariantMap &properties)
 {
-    QNetworkCookie cookie(
-        properties.value(nameKey).toString().toUtf8(), properties.value(valueKey).toString().toUtf8());
+    QNetworkCookie cookie(properties.value(nameKey).toString().toUtf8(),
+        properties.value(valueKey).toString().toUtf8());
     cookie.setDomain(properties.value(domainKey).toString());
     cookie.setPath(properties.value(pathKey).toString());
     cookie.setSecure(properties.value(secureKey).toBool());
     cookie.setHttpOnly(properties.value(httpOnlyKey).toBool());
+    cookie.setSameSitePolicy(QNetworkCookie::SameSite(properties.value(sameSiteKey).toInt()));
     if (properties.contains(expiresKey))
         cookie.setExpirationDate(
             QDateTime::fromMSecsSinceEpoch(properties.value(expiresKey).toLongLong(), Qt::UTC));

@@ -38,8 +38,7 @@ QString write(const QString &folderPath, QByteArray encoded)
     const QDir folder(folderPath);
     folder.mkpath(u"."_s);
     QSaveFile file(freeName(folder, format == u"jpeg" ? u"jpg"_s : format));
-    if (!file.open(QIODevice::WriteOnly) || file.write(encoded) != encoded.size()
-        || !file.commit())
+    if (!file.open(QIODevice::WriteOnly) || file.write(encoded) != encoded.size() || !file.commit())
         return file.errorString();
     return {};
 }

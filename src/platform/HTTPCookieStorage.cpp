@@ -9,6 +9,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <algorithm>
+
 namespace {
 
 bool hasExpired(const QNetworkCookie &cookie)
@@ -29,6 +31,13 @@ QList<QNetworkCookie> HTTPCookieStorage::cookies() const
     QList<QNetworkCookie> live = allCookies();
     live.removeIf(hasExpired);
     return live;
+}
+
+bool HTTPCookieStorage::holdsCookieNamed(const QList<QByteArray> &names) const
+{
+    const QList<QNetworkCookie> held = allCookies();
+    return std::any_of(held.cbegin(), held.cend(),
+        [&names](const QNetworkCookie &cookie) { return names.contains(cookie.name()); });
 }
 
 void HTTPCookieStorage::setCookie(const QNetworkCookie &cookie)

@@ -3,8 +3,8 @@
 #include <QNetworkCookie>
 #include <QNetworkCookieJar>
 
-//! The cookies that all requests of the shell share; persistent ones survive a restart in a file of mode 0600.
-//! Owned by the application and given to every network access manager.
+//! The cookies that all requests of the shell share; persistent ones survive a restart in a file of
+//! mode 0600. Owned by the application and given to every network access manager.
 class HTTPCookieStorage : public QNetworkCookieJar
 {
     Q_OBJECT
@@ -14,6 +14,8 @@ public:
 
     //! All that have not expired.
     QList<QNetworkCookie> cookies() const;
+    //! Whether a cookie of one of these names is held, an expired one included.
+    bool holdsCookieNamed(const QList<QByteArray> &names) const;
     void setCookie(const QNetworkCookie &cookie);
     void removeCookie(const QNetworkCookie &cookie);
 

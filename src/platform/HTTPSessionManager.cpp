@@ -32,13 +32,19 @@ void HTTPSessionManager::setCachePolicy(CachePolicy policy)
     m_cachePolicy = policy;
 }
 
+void HTTPSessionManager::setMaximumBodySize(qint64 size)
+{
+    m_maximumBodySize = size;
+}
+
 QNetworkRequest HTTPSessionManager::request(const QUrl &url) const
 {
     QNetworkRequest request(url);
     request.setTransferTimeout(int(m_timeout.count()));
-    if (m_cachePolicy == CachePolicy::ReturnCacheDataElseLoad)
-        request.setAttribute(
-            QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::PreferCache);
+    const bool usesCache = m_cachePolicy == CachePolicy::ReturnCacheDataElseLoad;
+    request.setAttribute(QNetworkRequest::CacheLoadControlAttribute,
+        usesCache ? QNetworkRequest::PreferCache : QNetworkRequest::AlwaysNetwork);
+    request.setAttribute(QNetworkRequest::CacheSaveControlAttribute, usesCache);
     for (const auto &[field, value] : m_headers)
         request.setRawHeader(field, value);
     return request;
@@ -47,7 +53,8 @@ QNetworkRequest HTTPSessionManager::request(const QUrl &url) const
 HTTPTask *HTTPSessionManager::track(
     QNetworkReply *reply, HTTPSuccess success, HTTPFailure failure) const
 {
-    return new HTTPTask(reply, m_acceptableContentTypes, std::move(success), std::move(failure));
+    return new HTTPTask(
+        reply, m_acceptableContentTypes, m_maximumBodySize, std::move(success), std::move(failure));
 }
 
 HTTPTask *HTTPSessionManager::GET(const QString &address, const HTTPParameters &parameters,

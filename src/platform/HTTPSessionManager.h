@@ -10,12 +10,17 @@ class QNetworkRequest;
 
 //! The way to a server: how requests are written and which answers are acceptable.
 //!
-//! A cheap value that is made for each request; connections, cookies and certificates belong to the network access
-//! manager behind it, which all share. Parameters travel as query (GET) or as form body (POST).
+//! A cheap value that is made for each request; connections, cookies and certificates belong to the
+//! network access manager behind it, which all share. Parameters travel as query (GET) or as form
+//! body (POST).
 class HTTPSessionManager
 {
 public:
-    enum class CachePolicy { UseProtocol, ReturnCacheDataElseLoad };
+    //! Answers are kept on disk for ReturnCacheDataElseLoad alone: most addresses and bodies hold
+    //! secrets.
+    enum class CachePolicy { NoCache, ReturnCacheDataElseLoad };
+
+    static constexpr qint64 defaultMaximumBodySize = 64 * 1024 * 1024;
 
     explicit HTTPSessionManager(QNetworkAccessManager *network);
 
@@ -24,13 +29,17 @@ public:
     void setAcceptableContentTypes(const QSet<QByteArray> &types);
     void setTimeoutInterval(std::chrono::milliseconds timeout);
     void setCachePolicy(CachePolicy policy);
+    //! An answer with a larger body (unpacked, in bytes) is a failure, cut off as soon as that
+    //! shows.
+    void setMaximumBodySize(qint64 size);
 
     //! An answer of status 200 to 299 with an acceptable content type is success, all else failure.
     HTTPTask *GET(const QString &address, const HTTPParameters &parameters, HTTPSuccess success,
         HTTPFailure failure) const;
     HTTPTask *POST(const QString &address, const HTTPParameters &parameters, HTTPSuccess success,
         HTTPFailure failure) const;
-    //! Sends what the device holds from its position on; the device stays the caller's and must outlive the task.
+    //! Sends what the device holds from its position on; the device stays the caller's and must
+    //! outlive the task.
     HTTPTask *PUT(
         const QString &address, QIODevice *body, HTTPSuccess success, HTTPFailure failure) const;
 
@@ -42,5 +51,6 @@ private:
     QList<std::pair<QByteArray, QByteArray>> m_headers;
     QSet<QByteArray> m_acceptableContentTypes;
     std::chrono::milliseconds m_timeout {60'000};
-    CachePolicy m_cachePolicy = CachePolicy::UseProtocol;
+    CachePolicy m_cachePolicy = CachePolicy::NoCache;
+    qint64 m_maximumBodySize = defaultMaximumBodySize;
 };

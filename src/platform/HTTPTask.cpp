@@ -20,10 +20,11 @@ QByteArray mimeTypeOf(const HTTPResponse &response)
 }
 
 HTTPTask::HTTPTask(QNetworkReply *reply, const QSet<QByteArray> &acceptableContentTypes,
-    HTTPSuccess success, HTTPFailure failure)
+    qint64 maximumBodySize, HTTPSuccess success, HTTPFailure failure)
     : QObject(reply->manager())
     , m_reply(reply)
     , m_acceptableContentTypes(acceptableContentTypes)
+    , m_maximumBodySize(maximumBodySize)
     , m_success(std::move(success))
     , m_failure(std::move(failure))
 {
@@ -42,7 +43,7 @@ void HTTPTask::cancel()
 void HTTPTask::readBody()
 {
     m_body += m_reply->readAll();
-    if (m_body.size() > maximumBodySize)
+    if (m_body.size() > m_maximumBodySize)
         m_reply->abort();
 }
 
@@ -52,8 +53,8 @@ HTTPError HTTPTask::errorOf(const HTTPResponse &response) const
         && (response.statusCode < firstSuccessStatus || response.statusCode > lastSuccessStatus);
     if (refused)
         return {unacceptableStatus, QStringLiteral("status %1").arg(response.statusCode)};
-    if (response.body.size() > maximumBodySize)
-        return {bodyTooLarge, QStringLiteral("body above %1 bytes").arg(maximumBodySize)};
+    if (response.body.size() > m_maximumBodySize)
+        return {bodyTooLarge, QStringLiteral("body above %1 bytes").arg(m_maximumBodySize)};
     if (m_reply->error() != QNetworkReply::NoError)
         return {int(m_reply->error()), m_reply->errorString()};
     if (!m_acceptableContentTypes.isEmpty() && !response.body.isEmpty()

@@ -8,19 +8,17 @@
 
 class QNetworkReply;
 
-//! One request on its way. Made by HTTPSessionManager, deletes itself after the answer has been delivered.
-//! Exactly one of success and failure is called, on the main thread, never from inside the call that started it;
-//! a cancelled task ends with failure. Only a network access manager that dies first takes its tasks with it unanswered.
+//! One request on its way. Made by HTTPSessionManager, deletes itself after the answer has been
+//! delivered. Exactly one of success and failure is called, on the main thread, never from inside
+//! the call that started it; a cancelled task ends with failure. Only a network access manager that
+//! dies first takes its tasks with it unanswered.
 class HTTPTask : public QObject
 {
     Q_OBJECT
 
 public:
-    //! An answer with a larger body (unpacked) is a failure, cut off as soon as that shows.
-    static constexpr qint64 maximumBodySize = 64 * 1024 * 1024;
-
     HTTPTask(QNetworkReply *reply, const QSet<QByteArray> &acceptableContentTypes,
-        HTTPSuccess success, HTTPFailure failure);
+        qint64 maximumBodySize, HTTPSuccess success, HTTPFailure failure);
 
     void cancel();
 
@@ -36,6 +34,7 @@ private:
     QNetworkReply *m_reply;
     QByteArray m_body;
     QSet<QByteArray> m_acceptableContentTypes;
+    qint64 m_maximumBodySize;
     HTTPSuccess m_success;
     HTTPFailure m_failure;
 };

@@ -9,7 +9,6 @@
 #include <functional>
 #include <utility>
 
-
 //! An answer of a server, as it came.
 struct HTTPResponse
 {
@@ -17,7 +16,8 @@ struct HTTPResponse
     QList<std::pair<QByteArray, QByteArray>> headers;
     QByteArray body;
 
-    //! Every value of a header joined by ", ", null when the header is absent; names compare without case.
+    //! Every value of a header joined by ", ", null when the header is absent; names compare
+    //! without case.
     QByteArray header(const QByteArray &name) const;
 };
 

@@ -10,7 +10,8 @@ using namespace QKeychain;
 
 namespace {
 
-// The service not running, refusing, or locked for good all come down to this: the file answers instead.
+// The service not running, refusing, or locked for good all come down to this: the file answers
+// instead.
 bool serviceFailed(const Job *job)
 {
     return job->error() != NoError && job->error() != EntryNotFound;
@@ -43,14 +44,13 @@ void KeyChainStore::load(const QString &key, Loaded loaded)
     job->setKey(itemName(key));
     connect(job, &Job::finished, this, [this, job, key, loaded = std::move(loaded)] {
         std::optional<QByteArray> data;
-        if (job->error() == NoError) {
-            data = job->binaryData();
-        } else if (serviceFailed(job)) {
+        if (serviceFailed(job))
             reportFallback(job);
-            const QVariant stored = m_fallback->value(key);
-            if (stored.isValid())
-                data = stored.toByteArray();
-        }
+        // A service that runs for the first time knows nothing of what the file holds.
+        if (job->error() == NoError)
+            data = job->binaryData();
+        else if (m_fallback->contains(key))
+            data = m_fallback->value(key).toByteArray();
         loaded(data);
     });
     job->start();

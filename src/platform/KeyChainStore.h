@@ -8,10 +8,11 @@
 
 class QSettings;
 
-//! Small secrets in the user's keyring. Where no keyring service runs, a file of mode 0600 takes its place.
+//! Small secrets in the user's keyring. Where no keyring service runs, a file of mode 0600 takes
+//! its place.
 //!
-//! Service and account of an item are both its key; a profile of its own gives its items names of their own.
-//! All operations are asynchronous; completions arrive on the main thread.
+//! Service and account of an item are both its key; a profile of its own gives its items names of
+//! their own. All operations are asynchronous; completions arrive on the main thread.
 class KeyChainStore : public QObject
 {
     Q_OBJECT
@@ -20,7 +21,8 @@ public:
     using Loaded = std::function<void(std::optional<QByteArray> data)>;
     using Done = std::function<void(bool stored)>;
 
-    //! \a profileName: empty for the user's ordinary profile. \a fallbackFile: where items go without a service.
+    //! \a profileName: empty for the user's ordinary profile. \a fallbackFile: where items go
+    //! without a service.
     KeyChainStore(const QString &profileName, const QString &fallbackFile);
     ~KeyChainStore() override;
 

@@ -4,7 +4,12 @@
 class NetworkReachabilityManager
 {
 public:
-    enum class Status { Unknown = -1, NotReachable = 0, ReachableViaWWAN = 1, ReachableViaWiFi = 2 };
+    enum class Status {
+        Unknown = -1,
+        NotReachable = 0,
+        ReachableViaWWAN = 1,
+        ReachableViaWiFi = 2
+    };
 
     virtual ~NetworkReachabilityManager() = default;
 

@@ -15,6 +15,7 @@ public:
 
     virtual ~PhotoLibrary() = default;
 
-    //! Adds an encoded image (JPEG, PNG, …) to the album as it is; data that is no image is an error.
+    //! Adds an encoded image (JPEG, PNG, …) to the album as it is; data that is no image is an
+    //! error.
     virtual void writeImageToSavedPhotosAlbum(const QByteArray &encoded, Saved saved) = 0;
 };

@@ -12,8 +12,10 @@ public:
     //! What may be shown for a message, as flags of registerRemoteNotification.
     enum NotificationType { Badge = 1, Sound = 2, Alert = 4 };
 
-    //! Registers with the service; ends in didRegisterClient or didOccurError, never from inside this call.
-    virtual void startSdk(const QString &appId, const QString &appKey, const QString &appSecret) = 0;
+    //! Registers with the service; ends in didRegisterClient or didOccurError, never from inside
+    //! this call.
+    virtual void startSdk(const QString &appId, const QString &appKey, const QString &appSecret)
+        = 0;
     virtual void registerRemoteNotification(int types) = 0;
     virtual void resetBadge() = 0;
 

@@ -24,6 +24,5 @@ QString ServerTrust::addAuthorities(const QString &pemFile)
 
 bool ServerTrust::isTrusted(const QList<QSslCertificate> &chain, const QString &host)
 {
-    return s_authoritiesAdded && !chain.isEmpty()
-        && QSslCertificate::verify(chain, host).isEmpty();
+    return s_authoritiesAdded && !chain.isEmpty() && QSslCertificate::verify(chain, host).isEmpty();
 }

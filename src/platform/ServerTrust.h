@@ -5,7 +5,8 @@
 
 class QSslCertificate;
 
-//! Which servers are who they say: the system's certificate authorities, and those that the deployment adds.
+//! Which servers are who they say: the system's certificate authorities, and those that the
+//! deployment adds.
 namespace ServerTrust {
 
 //! Adds the authorities of a PEM file for every connection made from now on. Null text: done.

@@ -6,7 +6,8 @@
 class SystemReachability : public NetworkReachabilityManager
 {
 public:
-    //! \a hostIsLoopback: the platform's servers run on this very machine, which no network can take away.
+    //! \a hostIsLoopback: the platform's servers run on this very machine, which no network can
+    //! take away.
     explicit SystemReachability(bool hostIsLoopback);
 
     Status networkReachabilityStatus() const override;

@@ -6,8 +6,8 @@
 
 //! The per-application key-value store: everything small that survives a restart.
 //!
-//! One file of mode 0600. Whoever changes a value calls synchronize() after it; a file on disk is always whole,
-//! the one before the change or the one after it, whenever the process is killed.
+//! One file of mode 0600. Whoever changes a value calls synchronize() after it; a file on disk is
+//! always whole, the one before the change or the one after it, whenever the process is killed.
 class UserDefaults
 {
 public:

@@ -9,10 +9,12 @@ class NotificationCenter;
 class PushClient;
 class UserDefaults;
 
-//! Registers this device with the push service and passes on what the service reports. Owned by the application.
+//! Registers this device with the push service and passes on what the service reports. Owned by the
+//! application.
 //!
-//! The client id is stored when it comes and bound to a user at the next login only. Notifications become
-//! "GeTuiPushLoadNewWeb" (in the foreground) and "backGeTuiPushLoadNewWeb" (tapped), with their user info.
+//! The client id is stored when it comes and bound to a user at the next login only. Notifications
+//! become "GeTuiPushLoadNewWeb" (in the foreground) and "backGeTuiPushLoadNewWeb" (tapped), with
+//! their user info.
 class PushRegistration : public QObject
 {
     Q_OBJECT

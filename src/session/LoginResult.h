@@ -31,7 +31,9 @@ public:
     void handleLoginResult(const QJsonObject &data, const ChosenRegion &region);
 
 private:
-    void storeAnswer(const QJsonObject &data);
+    enum class RedirectUrl { NotStored, Stored };
+
+    void storeAnswer(const QJsonObject &data, RedirectUrl redirectUrl);
 
     LoginModel *m_loginModel;
     UserDefaults *m_defaults;

@@ -43,8 +43,7 @@ void PushBinding::bindGeTui()
                     << StringFormat::format(u"ResponseStateSuccess%@"_s, data);
                 return;
             }
-            qCDebug(lcSession).noquote()
-                << StringFormat::format(u"ResponseStateFailed%@"_s, data);
+            qCDebug(lcSession).noquote() << StringFormat::format(u"ResponseStateFailed%@"_s, data);
             self->retryLater();
         });
 }

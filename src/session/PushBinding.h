@@ -6,7 +6,8 @@ class LoginModel;
 class MainQueue;
 class RequestInterface;
 
-//! Binds the push client id to the signed-in user; a failed call is repeated hourly, at most ten times a process.
+//! Binds the push client id to the signed-in user; a failed call is repeated hourly, at most ten
+//! times a process.
 class PushBinding : public QObject
 {
     Q_OBJECT

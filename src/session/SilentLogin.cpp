@@ -10,6 +10,12 @@
 
 #include <algorithm>
 
+namespace {
+
+const QString unusableAnswer = QStringLiteral("请求错误");
+
+}
+
 SilentLogin::SilentLogin(LoginModel *loginModel, RequestInterface *requests, SsoCookies *cookies,
     LoginResult *result, PushBinding *binding)
     : m_loginModel(loginModel)
@@ -20,48 +26,52 @@ SilentLogin::SilentLogin(LoginModel *loginModel, RequestInterface *requests, Sso
 {
 }
 
-void SilentLogin::start(LoginResult::Refresh refresh, Finished finished)
+void SilentLogin::start(LoginResult::Refresh refresh, UserCheck check, Finished finished)
 {
     const bool underWay = !m_waiting.empty();
-    m_waiting.push_back({refresh, std::move(finished)});
+    m_waiting.push_back({refresh, check, std::move(finished)});
     if (underWay)
         return;
     m_requests->setOrganization(m_loginModel->siteCode());
     m_requests->tokenLogin(m_loginModel->login_token(),
         [self = QPointer(this)](int status, const QJsonValue &data, const auto &error) {
             if (self)
-                self->handleAnswer(status, data, error ? error->errorDescription : QString());
+                self->handleAnswer(status, data, error ? error->errorDescription : unusableAnswer);
         });
 }
 
-void SilentLogin::handleAnswer(
-    int status, const QJsonValue &data, const QString &errorDescription)
+void SilentLogin::handleAnswer(int status, const QJsonValue &data, const QString &errorDescription)
 {
-    if (status != ResponseStatus::success) {
-        finish(Outcome::Failed, errorDescription, {});
-        return;
-    }
-    const QJsonObject answer = data.toObject();
-    const auto user = DictionaryMapper::model<UserModel>(answer.value(u"user").toObject());
-    if (user.user_type == UserModel::refusedType)
-        finish(Outcome::Refused, {}, {});
+    if (status != ResponseStatus::success)
+        fail(errorDescription);
+    else if (!data.isObject())
+        fail(unusableAnswer);
     else
-        finish(Outcome::SignedIn, {}, answer);
+        signIn(data.toObject());
 }
 
-void SilentLogin::finish(
-    Outcome outcome, const QString &errorDescription, const QJsonObject &data)
+void SilentLogin::fail(const QString &errorDescription)
+{
+    for (const Waiting &one : std::exchange(m_waiting, {}))
+        one.finished(Outcome::Failed, errorDescription);
+}
+
+void SilentLogin::signIn(const QJsonObject &answer)
 {
     const auto waiting = std::exchange(m_waiting, {});
-    if (outcome == Outcome::SignedIn) {
+    const auto user = DictionaryMapper::model<UserModel>(answer.value(u"user").toObject());
+    const auto isRefused = [&user](const Waiting &one) {
+        return one.check == UserCheck::Yes && user.user_type == UserModel::refusedType;
+    };
+    if (!std::all_of(waiting.cbegin(), waiting.cend(), isRefused)) {
         const bool refresh = std::any_of(waiting.cbegin(), waiting.cend(),
             [](const Waiting &one) { return one.refresh == LoginResult::Refresh::Yes; });
         m_cookies->handleCookie();
         m_result->handleLoginResult(
-            data, refresh ? LoginResult::Refresh::Yes : LoginResult::Refresh::No);
+            answer, refresh ? LoginResult::Refresh::Yes : LoginResult::Refresh::No);
         if (!m_loginModel->c_id().isNull())
             m_binding->bindGeTui();
     }
     for (const Waiting &one : waiting)
-        one.finished(outcome, errorDescription);
+        one.finished(isRefused(one) ? Outcome::Refused : Outcome::SignedIn, {});
 }

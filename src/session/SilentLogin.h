@@ -11,8 +11,8 @@
 class PushBinding;
 class SsoCookies;
 
-//! The login with the stored token, without a screen. One runs at a time: who asks while one is under way gets its
-//! answer, so that a stale token can never make a loop of requests.
+//! The login with the stored token, without a screen. One runs at a time: who asks while one is
+//! under way gets its answer, so that a stale token can never make a loop of requests.
 class SilentLogin : public QObject
 {
     Q_OBJECT
@@ -21,24 +21,28 @@ public:
     enum class Outcome {
         SignedIn, //!< stored; cookies saved, push bound where the client id is known
         Refused, //!< the account's type may not use this edition
-        Failed, //!< no success; the server's text says why
+        Failed, //!< no usable answer; the text says why
     };
+    enum class UserCheck { No, Yes };
     using Finished = std::function<void(Outcome outcome, const QString &errorDescription)>;
 
     SilentLogin(LoginModel *loginModel, RequestInterface *requests, SsoCookies *cookies,
         LoginResult *result, PushBinding *binding);
 
-    void start(LoginResult::Refresh refresh, Finished finished);
+    //! \a check: whether an account of a type that may not use this edition is refused.
+    void start(LoginResult::Refresh refresh, UserCheck check, Finished finished);
 
 private:
     struct Waiting
     {
         LoginResult::Refresh refresh;
+        UserCheck check;
         Finished finished;
     };
 
     void handleAnswer(int status, const QJsonValue &data, const QString &errorDescription);
-    void finish(Outcome outcome, const QString &errorDescription, const QJsonObject &data);
+    void signIn(const QJsonObject &answer);
+    void fail(const QString &errorDescription);
 
     LoginModel *m_loginModel;
     RequestInterface *m_requests;

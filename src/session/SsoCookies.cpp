@@ -4,15 +4,15 @@
 #include "platform/HTTPCookieStorage.h"
 #include "platform/UserDefaults.h"
 
-#include <algorithm>
-
 namespace {
 
 const QString savedKey = QStringLiteral("vantCookies");
 
+const QList<QByteArray> sessionCookieNames {"mo", "tmo"};
+
 bool isSessionCookie(const QNetworkCookie &cookie)
 {
-    return cookie.name() == "mo" || cookie.name() == "tmo";
+    return sessionCookieNames.contains(cookie.name());
 }
 
 }
@@ -36,8 +36,7 @@ void SsoCookies::handleCookie()
 
 void SsoCookies::configCookies()
 {
-    const QList<QNetworkCookie> live = m_storage->cookies();
-    if (std::any_of(live.cbegin(), live.cend(), isSessionCookie))
+    if (m_storage->holdsCookieNamed(sessionCookieNames))
         return;
     for (const QVariant &properties : m_defaults->objectForKey(savedKey).toList()) {
         const QNetworkCookie cookie = CookieProperties::cookie(properties.toMap());

@@ -3,8 +3,8 @@
 class HTTPCookieStorage;
 class UserDefaults;
 
-//! The session cookies "mo" and "tmo": kept under "vantCookies", so that the session outlives the process.
-//! Names compare exactly; other cookies are never touched.
+//! The session cookies "mo" and "tmo": kept under "vantCookies", so that the session outlives the
+//! process. Names compare exactly; other cookies are never touched.
 class SsoCookies
 {
 public:

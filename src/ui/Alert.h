@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 //! One question or notice to the user, shown by AlertView.
 struct Alert
 {
@@ -15,6 +17,8 @@ struct Alert
     QString message {};
     //! From left to right; none gets one named 确定. Not shown in FullScreen.
     QStringList buttons {};
+    //! The first text of a line that the user may fill in. Not in FullScreen.
+    std::optional<QString> input {};
     //! The caller's own mark.
     int tag = 0;
     //! The back key and a touch outside answer it too; FullScreen always is.

@@ -8,7 +8,7 @@ FocusScope {
     required property AlertView alertView
 
     visible: alertView.visible && !alertView.fullScreen
-    Accessible.role: Accessible.AlertMessage
+    Accessible.role: Accessible.Dialog
     Accessible.name: alertView.title + "\n" + alertView.message
 
     ModalScrim {
@@ -73,6 +73,17 @@ FocusScope {
                     Accessible.role: Accessible.StaticText
                     Accessible.name: text
                 }
+
+                IconTextField {
+                    id: input
+                    width: parent.width - 40
+                    visible: view.alertView.hasInput
+                    focus: visible
+                    text: view.alertView.input
+                    Accessible.name: view.alertView.message
+                    onTextEdited: view.alertView.input = text
+                    onAccepted: view.alertView.press(box.buttonCount - 1)
+                }
             }
         }
 
@@ -94,7 +105,7 @@ FocusScope {
                     width: box.sideBySide ? box.width / 2 : box.width
                     implicitHeight: Math.max(50, implicitContentHeight + 20)
                     text: modelData
-                    focus: isLast
+                    focus: isLast && !view.alertView.hasInput
                     onClicked: view.alertView.press(index)
 
                     background: Rectangle {

@@ -7,6 +7,14 @@ AlertView::AlertView(QObject *parent)
 
 void AlertView::show(const Alert &alert, Answer answer)
 {
+    ask(alert, [answer = std::move(answer)](int buttonIndex, const QString &) {
+        if (answer)
+            answer(buttonIndex);
+    });
+}
+
+void AlertView::ask(const Alert &alert, InputAnswer answer)
+{
     Pending pending {alert, std::move(answer)};
     if (alert.style == Alert::Style::FullScreen)
         pending.alert.cancellable = true;
@@ -15,6 +23,12 @@ void AlertView::show(const Alert &alert, Answer answer)
     m_queue.enqueue(std::move(pending));
     if (m_queue.size() == 1)
         Q_EMIT changed();
+}
+
+void AlertView::setInput(const QString &input)
+{
+    if (hasInput())
+        m_queue.head().alert.input = input;
 }
 
 void AlertView::press(int buttonIndex)
@@ -42,6 +56,5 @@ void AlertView::finish(int buttonIndex)
     // The answer may show the next alert, so this one is out of the queue before.
     const Pending answered = m_queue.dequeue();
     Q_EMIT changed();
-    if (answered.answer)
-        answered.answer(buttonIndex);
+    answered.answer(buttonIndex, answered.alert.input.value_or(QString()));
 }

@@ -20,6 +20,8 @@ class AlertView : public QObject
     Q_PROPERTY(QString title READ title NOTIFY changed)
     Q_PROPERTY(QString message READ message NOTIFY changed)
     Q_PROPERTY(QStringList buttons READ buttons NOTIFY changed)
+    Q_PROPERTY(bool hasInput READ hasInput NOTIFY changed)
+    Q_PROPERTY(QString input READ input WRITE setInput NOTIFY changed)
     Q_PROPERTY(int tag READ tag NOTIFY changed)
     Q_PROPERTY(bool cancellable READ isCancellable NOTIFY changed)
     Q_PROPERTY(bool fullScreen READ isFullScreen NOTIFY changed)
@@ -27,11 +29,14 @@ class AlertView : public QObject
 public:
     //! The button's index from 0, or cancelled.
     using Answer = std::function<void(int buttonIndex)>;
+    using InputAnswer = std::function<void(int buttonIndex, const QString &input)>;
     static constexpr int cancelled = -1;
 
     explicit AlertView(QObject *parent = nullptr);
 
     void show(const Alert &alert, Answer answer = {});
+    //! The same for an alert with an input.
+    void ask(const Alert &alert, InputAnswer answer);
 
     //! For the view: answers the alert that is shown, hides it, shows the next one. An index that
     //! is no button's is refused.
@@ -44,6 +49,10 @@ public:
     QString title() const { return current().title; }
     QString message() const { return current().message; }
     QStringList buttons() const { return current().buttons; }
+    bool hasInput() const { return current().input.has_value(); }
+    QString input() const { return current().input.value_or(QString()); }
+    //! For the view: what the user has typed so far.
+    void setInput(const QString &input);
     int tag() const { return current().tag; }
     bool isCancellable() const { return current().cancellable; }
     bool isFullScreen() const { return current().style == Alert::Style::FullScreen; }
@@ -56,7 +65,7 @@ private:
     struct Pending
     {
         Alert alert;
-        Answer answer;
+        InputAnswer answer;
     };
 
     const Alert &current() const;

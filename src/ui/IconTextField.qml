@@ -13,6 +13,8 @@ T.TextField {
     implicitHeight: Math.max(52, contentHeight + 24)
     leftPadding: iconSource != "" ? 40 : 4
     rightPadding: 4
+    // A text control has a font of its own otherwise.
+    font.family: Qt.application.font.family
     font.pixelSize: Theme.bodyText
     color: Theme.text
     placeholderTextColor: Theme.placeholder

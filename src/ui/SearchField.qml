@@ -9,6 +9,8 @@ T.TextField {
     implicitHeight: Math.max(Theme.touchSize, contentHeight + 16)
     leftPadding: 40
     rightPadding: clear.visible ? clear.width : 12
+    // A text control has a font of its own otherwise.
+    font.family: Qt.application.font.family
     font.pixelSize: Theme.bodyText
     color: Theme.text
     placeholderTextColor: Theme.secondaryText

@@ -10,7 +10,7 @@ T.AbstractButton {
 
     implicitWidth: Math.max(Theme.touchSize, implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: Math.max(Theme.touchSize, implicitContentHeight + topPadding + bottomPadding)
-    font.pixelSize: Theme.bodyText
+    font { family: Qt.application.font.family; pixelSize: Theme.bodyText }
     focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.Button
     Accessible.name: text

@@ -16,17 +16,17 @@ Toast::Toast(MainQueue &queue, QObject *parent)
 
 void Toast::show(const QString &text)
 {
-    present(text, Kind::Plain);
+    presentForAWhile(text, Kind::Plain);
 }
 
 void Toast::showError(const QString &text)
 {
-    present(text, Kind::Error);
+    presentForAWhile(text, Kind::Error);
 }
 
 void Toast::showSuccess(const QString &text)
 {
-    present(text, Kind::Success);
+    presentForAWhile(text, Kind::Success);
 }
 
 void Toast::hide()
@@ -37,15 +37,33 @@ void Toast::hide()
     Q_EMIT changed();
 }
 
+quint64 Toast::showLoading(const QString &text)
+{
+    present(text, Kind::Loading);
+    return m_generation;
+}
+
+void Toast::hideLoading(quint64 number)
+{
+    if (number == m_generation)
+        hide();
+}
+
 void Toast::present(const QString &text, Kind kind)
 {
-    if (text.isEmpty())
-        return;
     m_text = text;
     m_kind = kind;
     m_visible = true;
+    ++m_generation;
     Q_EMIT changed();
-    m_queue.after(visibleTime, this, [this, generation = ++m_generation] {
+}
+
+void Toast::presentForAWhile(const QString &text, Kind kind)
+{
+    if (text.isEmpty())
+        return;
+    present(text, kind);
+    m_queue.after(visibleTime, this, [this, generation = m_generation] {
         if (generation == m_generation)
             hide();
     });

@@ -5,8 +5,8 @@
 
 class MainQueue;
 
-//! A short text that goes by itself. One at a time: a newer one takes the older one's place and its
-//! own full time. One for the process, owned by Shell.
+//! A short text. One at a time: a newer one takes the older one's place and its own full time. One
+//! for the process, owned by Shell.
 class Toast : public QObject
 {
     Q_OBJECT
@@ -17,16 +17,19 @@ class Toast : public QObject
     Q_PROPERTY(bool visible READ isVisible NOTIFY changed)
 
 public:
-    enum class Kind { Plain, Error, Success };
+    enum class Kind { Plain, Error, Success, Loading };
     Q_ENUM(Kind)
 
     explicit Toast(MainQueue &queue, QObject *parent = nullptr);
 
-    //! An empty text shows nothing.
+    //! These go by themselves. An empty text shows nothing.
     void show(const QString &text);
     void showError(const QString &text);
     void showSuccess(const QString &text);
-    void hide();
+    //! Stays until its number is given to hideLoading(), or another toast takes its place.
+    quint64 showLoading(const QString &text);
+    //! Hides nothing but that one.
+    void hideLoading(quint64 number);
 
     QString text() const { return m_text; }
     Kind kind() const { return m_kind; }
@@ -36,7 +39,9 @@ Q_SIGNALS:
     void changed();
 
 private:
+    void hide();
     void present(const QString &text, Kind kind);
+    void presentForAWhile(const QString &text, Kind kind);
 
     MainQueue &m_queue;
     QString m_text;

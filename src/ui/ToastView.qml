@@ -30,7 +30,7 @@ Item {
 
             Image {
                 id: icon
-                visible: view.toast.kind !== Toast.Plain
+                visible: view.toast.kind === Toast.Success || view.toast.kind === Toast.Error
                 anchors.verticalCenter: parent.verticalCenter
                 width: visible ? 24 : 0
                 height: 24
@@ -38,10 +38,19 @@ Item {
                                                           : "qrc:/assets/toast_error.png"
             }
 
+            LoadingSpinner {
+                id: spinner
+                visible: view.toast.kind === Toast.Loading
+                anchors.verticalCenter: parent.verticalCenter
+                width: 24
+                height: 24
+                color: "white"
+            }
+
             Text {
                 anchors.verticalCenter: parent.verticalCenter
                 width: Math.min(implicitWidth, view.maximumWidth - 40
-                                - (icon.visible ? icon.width + content.spacing : 0))
+                                - (view.toast.kind !== Toast.Plain ? spinner.width + content.spacing : 0))
                 text: view.toast.text
                 textFormat: Text.PlainText
                 font.pixelSize: Theme.bodyText

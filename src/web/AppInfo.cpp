@@ -19,8 +19,8 @@ QString AppInfo::text(const LoginModel &loginModel, const QString &deviceIdentif
         uR"({"im_type" : %@, "app_type" : %@, "dev_type" : %@, "regId": "%@", "site_id": "%@", )"
         uR"("client_code": "%@", "terminal_cdn": "%@", "rb_cdn": "%@", "base_cdn": "%@", )"
         uR"("register_cdn": "%@", "zzrb_cdn": "%@", "qe_cdn": "%@"})"_s,
-        QVariant(type), QVariant(type), QVariant(type), loginModel.c_id(), siteId,
-        deviceIdentifier, loginModel.terminalCDN(), loginModel.rbCDN(), loginModel.baseCDN(),
+        QVariant(type), QVariant(type), QVariant(type), loginModel.c_id(), siteId, deviceIdentifier,
+        loginModel.terminalCDN(), loginModel.rbCDN(), loginModel.baseCDN(),
         loginModel.registerCDN(), loginModel.zzrbCDN(), loginModel.qeCDN());
 }
 

@@ -41,7 +41,8 @@ void BridgeHandlers::registerAll(WebViewJavascriptBridge *bridge, STHomeViewCont
     on("quickLoginApp", [home](D data, R) { home->quickLogin(text(data, "href"_L1)); });
     on("jump2OutlinkPage", [home](D data, R) {
         const QJsonValue obj = data[objKey];
-        home->services()->jump2Outlink(text(obj, "url"_L1), text(obj, "title"_L1), text(obj, "color"_L1));
+        home->services()->jump2Outlink(
+            text(obj, "url"_L1), text(obj, "title"_L1), text(obj, "color"_L1));
     });
     on("jump2OutlinkLandscapePage",
         [home](D data, R) { home->services()->jump2OutlinkLandscape(text(data, "url"_L1)); });

@@ -1,5 +1,7 @@
 #include "web/BridgeTrust.h"
 
+#include <QUrl>
+
 namespace {
 
 QString originOf(QUrl url)
@@ -7,8 +9,9 @@ QString originOf(QUrl url)
     const int usualPort = url.scheme() == u"https" ? 443 : 80;
     if (url.port() == usualPort)
         url.setPort(-1);
-    return url.adjusted(QUrl::RemovePath | QUrl::RemoveQuery | QUrl::RemoveFragment
-                         | QUrl::RemoveUserInfo)
+    return url
+        .adjusted(
+            QUrl::RemovePath | QUrl::RemoveQuery | QUrl::RemoveFragment | QUrl::RemoveUserInfo)
         .toString(QUrl::FullyEncoded);
 }
 
@@ -20,8 +23,7 @@ BridgeTrust::BridgeTrust(const QStringList &trustedOrigins)
         m_origins << originOf(QUrl(origin));
 }
 
-bool BridgeTrust::serves(const QUrl &page, const QString &claimedOrigin) const
+bool BridgeTrust::serves(const QString &origin) const
 {
-    return m_origins.isEmpty()
-        || (m_origins.contains(originOf(page)) && m_origins.contains(originOf(QUrl(claimedOrigin))));
+    return m_origins.isEmpty() || m_origins.contains(originOf(QUrl(origin)));
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QStringList>
-#include <QUrl>
 
 //! Which pages the bridge serves: those of the configured origins, or all where none is configured.
 class BridgeTrust
@@ -9,8 +8,8 @@ class BridgeTrust
 public:
     explicit BridgeTrust(const QStringList &trustedOrigins);
 
-    //! Both the page that the view shows and the origin that the document claims must be trusted.
-    bool serves(const QUrl &page, const QString &claimedOrigin) const;
+    //! \a origin: as a document's own location gives it.
+    bool serves(const QString &origin) const;
 
 private:
     QStringList m_origins;

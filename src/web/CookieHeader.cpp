@@ -31,8 +31,8 @@ QList<QNetworkCookie> CookieHeader::beyond(
 {
     QList<QNetworkCookie> cookies;
     for (const QString &pair : header.split(u';', Qt::SkipEmptyParts)) {
-        QNetworkCookie cookie(pair.section(u'=', 0, 0).trimmed().toUtf8(),
-            pair.section(u'=', 1).toUtf8());
+        QNetworkCookie cookie(
+            pair.section(u'=', 0, 0).trimmed().toUtf8(), pair.section(u'=', 1).toUtf8());
         const bool isKnown = std::any_of(known.cbegin(), known.cend(),
             [&cookie](const QNetworkCookie &other) { return other.name() == cookie.name(); });
         if (isKnown)

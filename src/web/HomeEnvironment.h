@@ -8,6 +8,7 @@ class LoginModel;
 class MainQueue;
 class NetworkReachabilityManager;
 class NotificationCenter;
+class PageHost;
 class PageServices;
 class PhotoLibrary;
 class QNetworkAccessManager;
@@ -38,5 +39,6 @@ struct HomeEnvironment
     PhotoLibrary *photoLibrary;
     WXApi *wxApi;
     PageServices *services;
+    PageHost *pageHost;
     Shell *shell;
 };

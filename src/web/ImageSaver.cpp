@@ -46,10 +46,11 @@ void ImageSaver::saveImageToDiskWithUrl(const QString &url)
         [self = QPointer(this)](const HTTPResponse &response) {
             if (!self)
                 return;
-            self->m_album->writeImageToSavedPhotosAlbum(response.body, [self](const QString &error) {
-                if (self)
-                    self->didFinishSaving(error);
-            });
+            self->m_album->writeImageToSavedPhotosAlbum(
+                response.body, [self](const QString &error) {
+                    if (self)
+                        self->didFinishSaving(error);
+                });
         },
         [self = QPointer(this)](const HTTPResponse &, const HTTPError &error) {
             if (self)

@@ -4,12 +4,14 @@
 #include "web/WebCookieStore.h"
 #include "web/WebPageProfile.h"
 
-OMOutLinkViewController::OMOutLinkViewController(WebPageProfile *profile)
+OMOutLinkViewController::OMOutLinkViewController(WebPageProfile *profile, PageHost *host)
     : m_profile(profile)
-    , m_webView(profile->engineProfile(), nullptr)
+    , m_webView(profile->engineProfile(), nullptr, host)
 {
-    m_webView.setPolicy([](const QUrl &url, bool, bool) { return EngineNavigation::mayFollow(url); });
-    connect(&m_webView, &WebView::didFinishNavigation, this, [this] { setErrorViewVisible(false); });
+    m_webView.setPolicy(
+        [](const QUrl &url, bool, bool) { return EngineNavigation::mayFollow(url); });
+    connect(
+        &m_webView, &WebView::didFinishNavigation, this, [this] { setErrorViewVisible(false); });
     connect(&m_webView, &WebView::didFailNavigation, this, [this] { setErrorViewVisible(true); });
 }
 

@@ -6,8 +6,8 @@
 class HTTPCookieStorage;
 class WebPageProfile;
 
-//! A plain page of the network, or a text of its own, under a navigation bar. Presented over another screen and
-//! owned by the navigator from then on.
+//! A plain page of the network, or a text of its own, under a navigation bar. Presented over
+//! another screen and owned by the navigator from then on.
 class OMOutLinkViewController : public ViewController
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ class OMOutLinkViewController : public ViewController
     Q_PROPERTY(bool errorViewVisible READ errorViewVisible NOTIFY errorViewVisibleChanged)
 
 public:
-    explicit OMOutLinkViewController(WebPageProfile *profile);
+    OMOutLinkViewController(WebPageProfile *profile, PageHost *host);
 
     QString urlStr;
     QString htmlStr; //!< shown instead of the page when it is not empty

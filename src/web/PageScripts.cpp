@@ -13,9 +13,9 @@ QString PageScripts::bridge()
     QFile file(u":/qt/qml/Vant/Web/bridge.js"_s);
     if (!file.open(QIODevice::ReadOnly))
         qFatal("the bridge script is not part of this program");
-    const int toPage
-        = QMetaMethod::fromSignal(&WebViewJavascriptBridge::toPage).methodIndex();
-    return QString::fromUtf8(file.readAll()).replace(u"%TO_PAGE_SIGNAL%"_s, QString::number(toPage));
+    const int toPage = QMetaMethod::fromSignal(&WebViewJavascriptBridge::toPage).methodIndex();
+    return QString::fromUtf8(file.readAll())
+        .replace(u"%TO_PAGE_SIGNAL%"_s, QString::number(toPage));
 }
 
 QString PageScripts::postCurrentCookies()

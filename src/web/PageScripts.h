@@ -6,14 +6,16 @@
 //! Every script text that the shell runs in a page is made here.
 namespace PageScripts {
 
-//! Defines WebViewJavascriptBridge in a document; run before the page's own scripts, in the main frame.
+//! Defines WebViewJavascriptBridge in a document; run before the page's own scripts, in the main
+//! frame.
 QString bridge();
-//! Posts the document's cookies to a message handler "currentCookies". No such handler exists and the post fails
-//! inside the page: deliberate.
+//! Posts the document's cookies to a message handler "currentCookies". No such handler exists and
+//! the post fails inside the page: deliberate.
 QString postCurrentCookies();
 //! Keeps the document itself from being scrolled by hand; parts of a page scroll as they like.
 QString fixDocument();
-//! Names a jump target for the page. Without quotes around its values, so that it sets nothing: deliberate.
+//! Names a jump target for the page. Without quotes around its values, so that it sets nothing:
+//! deliberate.
 QString setJumpUrl();
 QString disableUserSelect();
 QString disableTouchCallout();

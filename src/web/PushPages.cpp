@@ -53,8 +53,8 @@ void PushPages::loadNewWeb(const QVariant &userInfo)
         = m_loginModel->userModel && m_loginModel->userModel->user_type == UserModel::teacherType;
     Alert alert;
     alert.title = u"提醒"_s;
-    alert.message = StringFormat::format(
-        u"%@收到一条消息，是否点击查看？"_s, isTeacher ? u"您"_s : u"你"_s);
+    alert.message
+        = StringFormat::format(u"%@收到一条消息，是否点击查看？"_s, isTeacher ? u"您"_s : u"你"_s);
     alert.buttons = QStringList {u"取消"_s, u"确定"_s};
     m_alertView->show(alert, [self = QPointer(this)](int button) {
         if (self && button == confirmButton)

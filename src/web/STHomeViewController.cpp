@@ -41,8 +41,8 @@ STHomeViewController::STHomeViewController(const HomeEnvironment &environment)
     : statusColor(defaultStatusColor)
     , m_environment(environment)
     , m_trust(environment.configuration.trustedOrigins)
-    , m_bridge([this](const QString &origin) { return m_trust.serves(m_webView.url(), origin); })
-    , m_webView(environment.profile->engineProfile(), &m_bridge)
+    , m_bridge([this](const QString &origin) { return m_trust.serves(origin); })
+    , m_webView(environment.profile->engineProfile(), &m_bridge, environment.pageHost)
     , m_pushPages(&m_webView, environment.shell->alertView(), environment.loginModel)
     , m_imageSaver(environment.network, environment.photoLibrary, environment.shell->toast())
 {
@@ -119,11 +119,11 @@ void STHomeViewController::loadPortal()
         setErrorViewVisible(true);
         return;
     }
-    WebCookieStore *cookies = m_environment.profile->cookies();
-    cookies->sendWithNextLoad(
-        CookieHeader::value(m_environment.cookieStorage->cookiesForUrl(url)), url);
     setErrorViewVisible(false);
     m_webView.load(url);
+    // After the end of the load whose place this one takes, and before its own beginning.
+    m_environment.profile->cookies()->sendWithNextLoad(
+        CookieHeader::value(m_environment.cookieStorage->cookiesForUrl(url)), url);
 }
 
 void STHomeViewController::configNSTimer()
@@ -199,8 +199,8 @@ bool STHomeViewController::isOnline() const
 
 void STHomeViewController::getRequestUrl(const WebViewJavascriptBridge::Respond &respond) const
 {
-    const QString url = AppInfo::requestUrl(
-        *m_environment.loginModel, m_environment.configuration.hosts.portal);
+    const QString url
+        = AppInfo::requestUrl(*m_environment.loginModel, m_environment.configuration.hosts.portal);
     if (!url.isNull())
         respond(bridgeResult(url));
 }
@@ -245,18 +245,18 @@ void STHomeViewController::setErrorViewVisible(bool visible)
 void STHomeViewController::errorViewButtonDidPress()
 {
     setErrorViewVisible(false);
-    if (m_webView.url().isEmpty())
-        configWebView();
-    else
+    if (m_webView.hasPage())
         m_webView.reload();
+    else
+        configWebView();
 }
 
 void STHomeViewController::longPressed(QPointF point)
 {
     if (!longClickSaveImgAble)
         return;
-    m_webView.evaluateJavaScript(PageScripts::imageSourceAt(point),
-        [self = QPointer(this)](const QVariant &result) {
+    m_webView.evaluateJavaScript(
+        PageScripts::imageSourceAt(point), [self = QPointer(this)](const QVariant &result) {
             const QString source = result.toString();
             if (!self || source.isEmpty())
                 return;

@@ -14,8 +14,8 @@
 
 class Repetition;
 
-//! The home screen: one web view with the portal of the user's school, and its bridge to the device.
-//! Made once by the application delegate and kept for the rest of the process.
+//! The home screen: one web view with the portal of the user's school, and its bridge to the
+//! device. Made once by the application delegate and kept for the rest of the process.
 class STHomeViewController : public ViewController
 {
     Q_OBJECT
@@ -39,7 +39,8 @@ public:
     QColor statusBarColor() const;
     bool errorViewVisible() const { return m_errorViewVisible; }
 
-    //! Signs out: saved and live session cookies go, the page is emptied, the login flow takes over.
+    //! Signs out: saved and live session cookies go, the page is emptied, the login flow takes
+    //! over.
     void logout();
     void jump2LoginPage();
     void quickLogin(const QString &href);

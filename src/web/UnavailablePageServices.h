@@ -4,7 +4,8 @@
 
 class Toast;
 
-//! Stands for the services that this build does not bring: tells the person so, and the page hears nothing.
+//! Stands for the services that this build does not bring: tells the person so, and the page hears
+//! nothing.
 class UnavailablePageServices : public PageServices
 {
 public:

@@ -28,8 +28,8 @@ WebCookieStore::WebCookieStore(HTTPCookieStorage *storage, QWebEngineCookieStore
 {
     connect(m_engine, &QWebEngineCookieStore::cookieAdded, this, &WebCookieStore::cookieAdded);
     connect(m_engine, &QWebEngineCookieStore::cookieRemoved, this, &WebCookieStore::cookieRemoved);
-    connect(m_storage, &HTTPCookieStorage::cookieRemoved, this,
-        [this](const QNetworkCookie &cookie) {
+    connect(
+        m_storage, &HTTPCookieStorage::cookieRemoved, this, [this](const QNetworkCookie &cookie) {
             if (!m_mirroring)
                 m_engine->deleteCookie(cookie, originOf(cookie));
         });
@@ -81,10 +81,10 @@ void WebCookieStore::cookieAdded(const QNetworkCookie &cookie)
 {
     if (isForOneLoad(cookie))
         return;
-    const auto echo = std::find_if(
-        m_echoes.begin(), m_echoes.end(), [&cookie](const QNetworkCookie &set) {
-            return set.hasSameIdentifier(cookie) && set.value() == cookie.value();
-        });
+    const auto echo
+        = std::find_if(m_echoes.begin(), m_echoes.end(), [&cookie](const QNetworkCookie &set) {
+              return set.hasSameIdentifier(cookie) && set.value() == cookie.value();
+          });
     if (echo != m_echoes.end())
         m_echoes.erase(echo);
     else

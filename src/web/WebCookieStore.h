@@ -9,8 +9,9 @@ class QWebEngineCookieStore;
 
 //! Keeps a web profile's cookies and the shell's cookie storage together.
 //!
-//! The storage is copied into the engine before a load; what pages set or delete comes back into the storage, and what
-//! the shell deletes goes from the engine too. A cookie for one load never reaches the storage.
+//! The storage is copied into the engine before a load; what pages set or delete comes back into
+//! the storage, and what the shell deletes goes from the engine too. A cookie for one load never
+//! reaches the storage.
 class WebCookieStore : public QObject
 {
     Q_OBJECT
@@ -20,8 +21,8 @@ public:
 
     //! Copies every cookie of the storage into the engine.
     void copyStorage();
-    //! Sees to it that the page's request carries the cookies of the header; those that the storage does not hold
-    //! live until endLoad().
+    //! Sees to it that the page's request carries the cookies of the header; those that the storage
+    //! does not hold live until endLoad().
     void sendWithNextLoad(const QString &cookieHeader, const QUrl &page);
     //! The load has ended, however: its own cookies go.
     void endLoad();

@@ -17,9 +17,25 @@ Item {
         onLoaded: root.webView.viewCreated()
     }
 
+    QtObject {
+        id: dialogs
+        property var pending: ({}) // requests of the page that await their answer, by number
+    }
+
+    Connections {
+        target: root.webView.host
+
+        function onDialogAnswered(id, accepted, input) {
+            const request = dialogs.pending[id]
+            if (!request)
+                return // another view's
+            delete dialogs.pending[id]
+            accepted ? request.dialogAccept(input) : request.dialogReject()
+        }
+    }
+
     Connections {
         target: root.webView
-
         function onLoadRequested(url) { holder.item.url = url }
         function onHtmlRequested(html) { holder.item.loadHtml(html) }
         function onReloadRequested() { holder.item.reload() }
@@ -27,10 +43,27 @@ Item {
             const webView = root.webView
             holder.item.runJavaScript(script, result => webView.scriptFinished(id, result))
         }
-        function onRecreateRequested(url) {
+        function onRecreateRequested() {
             holder.active = false
             holder.active = true
-            holder.item.url = url
+        }
+    }
+
+    Connections {
+        target: root.webView.profile
+
+        function onDownloadRequested(download) {
+            // The profile serves every view of its class of pages.
+            if (download.view !== holder.item)
+                return
+            const host = root.webView.host
+            download.downloadDirectory = host.downloadDirectory
+            download.accept()
+            download.isFinishedChanged.connect(() => {
+                if (download.isFinished)
+                    host.downloadEnded(download.downloadFileName,
+                                       download.state === WebEngineDownloadRequest.DownloadCompleted)
+            })
         }
     }
 
@@ -90,6 +123,23 @@ Item {
                     error.acceptCertificate()
                 else
                     error.rejectCertificate()
+            }
+            onJavaScriptDialogRequested: request => {
+                request.accepted = true
+                const host = root.webView.host
+                switch (request.type) {
+                case JavaScriptDialogRequest.DialogTypeAlert:
+                    dialogs.pending[host.showAlert(request.message)] = request
+                    break
+                case JavaScriptDialogRequest.DialogTypeConfirm:
+                    dialogs.pending[host.showConfirm(request.message)] = request
+                    break
+                case JavaScriptDialogRequest.DialogTypePrompt:
+                    dialogs.pending[host.showPrompt(request.message, request.defaultText)] = request
+                    break
+                default:
+                    request.dialogAccept() // a page cannot keep the user from leaving it
+                }
             }
             onContextMenuRequested: request => request.accepted = true
             onFullScreenRequested: request => request.accept()

@@ -12,11 +12,14 @@ WebPageProfile::WebPageProfile(const QString &name, const QString &folder,
     : m_profile(std::make_unique<QQuickWebEngineProfile>())
     , m_cookies(std::make_unique<WebCookieStore>(storage, m_profile->cookieStore()))
 {
-    m_profile->setStorageName(name);
-    m_profile->setOffTheRecord(false);
+    // The folders first: each further setting opens those that stand, the usual ones of the user
+    // otherwise.
     m_profile->setPersistentStoragePath(folder + u"/storage"_s);
     m_profile->setCachePath(folder + u"/cache"_s);
-    // The shell's storage owns the session: the engine writes its own file seconds late, and a kill would lose it.
+    m_profile->setStorageName(name);
+    m_profile->setOffTheRecord(false);
+    // The shell's storage owns the session: the engine writes its own file seconds late, and a kill
+    // would lose it.
     m_profile->setPersistentCookiesPolicy(QQuickWebEngineProfile::NoPersistentCookies);
     m_profile->setHttpUserAgent(m_profile->httpUserAgent() + u' ' + applicationName);
 }

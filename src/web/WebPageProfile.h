@@ -9,14 +9,16 @@ class HTTPCookieStorage;
 class QQuickWebEngineProfile;
 class WebCookieStore;
 
-//! The engine's profile of one class of pages, shared by all views of that class for the life of the process:
-//! user agent, scripts and cookies belong to it. Making one takes the main thread tens of milliseconds.
+//! The engine's profile of one class of pages, shared by all views of that class for the life of
+//! the process: user agent, scripts and cookies belong to it. Making one takes the main thread tens
+//! of milliseconds.
 class WebPageProfile
 {
 public:
     enum class Frames { Main, All };
 
-    //! \a applicationName is appended to the engine's own user agent. \a folder is where pages' own storage goes.
+    //! \a applicationName is appended to the engine's own user agent. \a folder is where pages' own
+    //! storage goes.
     WebPageProfile(const QString &name, const QString &folder, const QString &applicationName,
         HTTPCookieStorage *storage);
     ~WebPageProfile();

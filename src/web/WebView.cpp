@@ -19,9 +19,10 @@ const QWebEngineCertificateError *certificateErrorIn(const QVariant &value)
 
 }
 
-WebView::WebView(QQuickWebEngineProfile *profile, QObject *bridge)
+WebView::WebView(QQuickWebEngineProfile *profile, QObject *bridge, PageHost *host)
     : m_profile(profile)
     , m_bridge(bridge)
+    , m_host(host)
 {
 }
 
@@ -32,6 +33,7 @@ void WebView::load(const QUrl &url)
 
 void WebView::loadHtml(const QString &html)
 {
+    m_hasPage = false;
     schedule([this, html] { Q_EMIT htmlRequested(html); });
 }
 
@@ -40,19 +42,29 @@ void WebView::schedule(std::function<void()> load)
     const bool scheduled = bool(m_pendingLoad);
     m_pendingLoad = std::move(load);
     m_loadStarted = false;
+    if (std::exchange(m_loadAwaited, true))
+        Q_EMIT loadEnded();
     if (m_viewExists && !scheduled)
         QMetaObject::invokeMethod(this, &WebView::makePendingLoad, Qt::QueuedConnection);
 }
 
 void WebView::makePendingLoad()
 {
-    if (const auto pending = std::exchange(m_pendingLoad, {}))
-        pending();
+    const auto pending = std::exchange(m_pendingLoad, {});
+    if (!pending)
+        return;
+    // A view whose renderer died would load pages without the profile's scripts.
+    if (std::exchange(m_dead, false))
+        Q_EMIT recreateRequested();
+    pending();
 }
 
 void WebView::reload()
 {
-    Q_EMIT reloadRequested();
+    if (m_dead)
+        load(m_url);
+    else
+        Q_EMIT reloadRequested();
 }
 
 void WebView::evaluateJavaScript(const QString &script, Evaluated done)
@@ -103,6 +115,7 @@ bool WebView::endLoad()
 {
     if (!std::exchange(m_loadStarted, false))
         return false;
+    m_loadAwaited = false;
     Q_EMIT loadEnded();
     return true;
 }
@@ -110,8 +123,10 @@ bool WebView::endLoad()
 void WebView::loadSucceeded()
 {
     m_diedSinceLoad = false;
-    if (endLoad())
-        Q_EMIT didFinishNavigation();
+    if (!endLoad())
+        return;
+    m_hasPage = m_url.scheme() != u"about" && m_url.scheme() != u"data";
+    Q_EMIT didFinishNavigation();
 }
 
 void WebView::loadFailed(bool isHttpStatus, const QString &error)
@@ -143,10 +158,11 @@ void WebView::renderProcessTerminated(int exitCode)
     endLoad();
     Q_EMIT documentGone();
     m_evaluations.clear();
+    m_dead = true;
     if (std::exchange(m_diedSinceLoad, true))
         Q_EMIT didFailNavigation(u"the page's process ends again and again"_s);
     else
-        Q_EMIT recreateRequested(m_url);
+        load(m_url);
 }
 
 bool WebView::trustsCertificate(const QVariant &error) const

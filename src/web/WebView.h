@@ -8,21 +8,25 @@
 
 #include <functional>
 
+class PageHost;
 class QQuickWebEngineProfile;
 
-//! A web view as the controllers see it; WebPage.qml carries out what is asked here and reports what happens.
+//! A web view as the controllers see it; WebPage.qml carries out what is asked here and reports
+//! what happens.
 //!
-//! Owned by the controller of the screen. Of the loads asked for in one turn, or before the view exists, the last is
-//! made.
-//! A dead renderer is replaced and its page loaded again; the second death without a load in between is a failure.
+//! Owned by the controller of the screen. Of the loads asked for in one turn, or before the view
+//! exists, the last is made. A dead renderer is replaced and its page loaded again; the second
+//! death without a load in between is a failure.
 class WebView : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the controller of a screen.")
     Q_MOC_INCLUDE(<QQuickWebEngineProfile>)
+    Q_MOC_INCLUDE("web/PageHost.h")
     Q_PROPERTY(QQuickWebEngineProfile *profile READ profile CONSTANT)
     Q_PROPERTY(QObject *bridge READ bridge CONSTANT)
+    Q_PROPERTY(PageHost *host READ host CONSTANT)
     Q_PROPERTY(QUrl url READ url NOTIFY urlChanged)
 
 public:
@@ -31,16 +35,20 @@ public:
     using Evaluated = std::function<void(const QVariant &result)>;
 
     //! \a bridge is published to the page as "shell"; null: the pages of this view have none.
-    WebView(QQuickWebEngineProfile *profile, QObject *bridge);
+    WebView(QQuickWebEngineProfile *profile, QObject *bridge, PageHost *host);
 
     QQuickWebEngineProfile *profile() const { return m_profile; }
     QObject *bridge() const { return m_bridge; }
+    PageHost *host() const { return m_host; }
     void setPolicy(Policy policy) { m_policy = std::move(policy); }
 
-    //! The page in the view; empty before the first load.
+    //! What the view shows or loads; empty before the first load.
     QUrl url() const { return m_url; }
+    //! Whether the view has shown a page of the network since it was last emptied.
+    bool hasPage() const { return m_hasPage; }
 
     void load(const QUrl &url);
+    //! Leaves the view without a page.
     void loadHtml(const QString &html);
     void reload();
     //! Runs a script in the page; without a page the result is invalid.
@@ -56,7 +64,8 @@ public:
     //! An HTTP status is no failure: the server sent a page with it.
     Q_INVOKABLE void loadFailed(bool isHttpStatus, const QString &error);
     Q_INVOKABLE void loadStopped();
-    //! What a page writes to its console: for its authors, who switch the category vant.web.page on.
+    //! What a page writes to its console: for its authors, who switch the category vant.web.page
+    //! on.
     Q_INVOKABLE void consoleMessage(const QString &message, int line, const QString &source);
     Q_INVOKABLE void renderProcessTerminated(int exitCode);
     //! Whether a certificate that the engine refuses is signed by an authority the deployment adds.
@@ -69,11 +78,11 @@ Q_SIGNALS:
     void htmlRequested(const QString &html);
     void reloadRequested();
     void scriptRequested(int id, const QString &script);
-    void recreateRequested(const QUrl &url);
+    void recreateRequested();
     // For the controller.
     void didFinishNavigation();
     void didFailNavigation(const QString &error);
-    //! A load has ended in any way.
+    //! A load has ended in any way, or another has taken its place.
     void loadEnded();
     void documentGone();
 
@@ -84,11 +93,15 @@ private:
 
     QQuickWebEngineProfile *m_profile;
     QObject *m_bridge;
+    PageHost *m_host;
     Policy m_policy;
     QUrl m_url;
     bool m_viewExists = false;
     std::function<void()> m_pendingLoad; // the last one asked for in this turn
     bool m_loadStarted = false; // of the load asked for last
+    bool m_loadAwaited = false; // one was asked for and has not ended
+    bool m_hasPage = false;
+    bool m_dead = false; // only a new view can show pages again
     QHash<int, Evaluated> m_evaluations;
     int m_lastEvaluation = 0;
     bool m_diedSinceLoad = false;

@@ -41,7 +41,18 @@ void WebViewJavascriptBridge::callHandler(
 void WebViewJavascriptBridge::documentGone()
 {
     m_nonce.clear();
+    forgetDocument();
+}
+
+void WebViewJavascriptBridge::forgetDocument()
+{
+    // A call that waited for an answer of the document will never get one.
     m_responses.clear();
+    // The next document numbers its calls from the same start.
+    for (qsizetype i = m_outgoing.size() - 1; i >= 0; --i) {
+        if (m_outgoing.at(i).toObject().contains(responseIdKey))
+            m_outgoing.removeAt(i);
+    }
 }
 
 QJsonObject WebViewJavascriptBridge::receive(const QJsonObject &batch)
@@ -53,9 +64,8 @@ QJsonObject WebViewJavascriptBridge::receive(const QJsonObject &batch)
     }
     const QString nonce = batch.value(nonceKey).toString();
     if (nonce != m_nonce) {
-        // A call that waited for an answer of the earlier document will never get one.
         if (!m_nonce.isEmpty())
-            m_responses.clear();
+            forgetDocument();
         m_nonce = nonce;
     }
     m_receiving = true;

@@ -8,12 +8,13 @@
 #include <functional>
 #include <unordered_map>
 
-//! The shell's side of the bridge to the pages of one web view: named handlers on both sides, each call with an
-//! optional answer. Owned by the controller of the web view and published to its page as "shell".
+//! The shell's side of the bridge to the pages of one web view: named handlers on both sides, each
+//! call with an optional answer. Owned by the controller of the web view and published to its page
+//! as "shell".
 //!
-//! Payloads are any JSON value; an absent one is undefined. Answers and calls that become ready together travel
-//! together. A call into the page waits until a document is there to take it; an answer to a document that has gone
-//! is dropped.
+//! Payloads are any JSON value; an absent one is undefined. Answers and calls that become ready
+//! together travel together. A call into the page waits until a document is there to take it; an
+//! answer to a document that has gone is dropped.
 class WebViewJavascriptBridge : public QObject
 {
     Q_OBJECT
@@ -33,7 +34,8 @@ public:
     //! The document has gone without a successor yet: calls wait from now on.
     void documentGone();
 
-    //! Takes the messages of a document and returns what is ready for it at once. For the page only.
+    //! Takes the messages of a document and returns what is ready for it at once. For the page
+    //! only.
     Q_INVOKABLE QJsonObject receive(const QJsonObject &batch);
 
 Q_SIGNALS:
@@ -41,6 +43,7 @@ Q_SIGNALS:
     void toPage(const QJsonObject &batch);
 
 private:
+    void forgetDocument();
     void handle(const QJsonObject &message);
     void post(const QJsonObject &message);
     QJsonObject takeOutgoing();

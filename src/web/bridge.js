@@ -4,7 +4,6 @@
     const transport = window.qt && window.qt.webChannelTransport;
     if (!transport || window.WebViewJavascriptBridge)
         return;
-
     const INVOKE_METHOD = 6, CONNECT_TO_SIGNAL = 7, SIGNAL = 1, RESPONSE = 10;
     const TO_PAGE = %TO_PAGE_SIGNAL%;
     const { parse, stringify } = JSON;
@@ -77,13 +76,20 @@
         }
     };
 
-    transport.onmessage = ({ data }) => {
+    const onmessage = ({ data }) => {
         const message = parse(data);
         if (message.type === RESPONSE)
             receive(message.data);
         else if (message.type === SIGNAL)
             receive(message.args[0]);
     };
+    // The engine delivers to whatever stands there. The transport itself stays in here: what a page sends must come
+    // by way of post(), which tells its origin truly.
+    Object.defineProperty(window, 'qt', {
+        value: Object.freeze({ webChannelTransport: Object.freeze({ onmessage }) }),
+        configurable: false,
+        writable: false,
+    });
 
     const bridge = {
         registerHandler: (name, handler) => { handlers.set(name, handler); },

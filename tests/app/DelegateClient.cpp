@@ -11,6 +11,7 @@ DelegateClient::DelegateClient(const DeploymentConfiguration &configuration)
     , album(session.net.folder.filePath(u"album"_s))
     , shell(session.mainQueue)
     , pageServices(shell.toast())
+    , pageHost(&shell, session.net.folder.path())
     , profile(u"home"_s, session.net.folder.filePath(u"web"_s), u"VANT-IOS iphone"_s,
           session.net.cookies)
     , delegate(
@@ -21,11 +22,10 @@ DelegateClient::DelegateClient(const DeploymentConfiguration &configuration)
               .mainQueue = &session.mainQueue,
               .notifications = &notifications,
               .silentLogin = &session.silentLogin,
-              .ssoCookies = &session.cookies,
               .pushBinding = &session.binding,
               .pushRegistration = &pushRegistration,
-              .locationManager = &services,
-              .shareSDK = &services,
+              .locationManager = &locationManager,
+              .shareSDK = &shareSDK,
               .wxApi = &wxApi,
               .badge = &badge,
           },
@@ -75,6 +75,7 @@ std::unique_ptr<STHomeViewController> DelegateClient::makeHome()
         .photoLibrary = &album,
         .wxApi = &wxApi,
         .services = &pageServices,
+        .pageHost = &pageHost,
         .shell = &shell,
     });
 }

@@ -5,79 +5,21 @@
 #include "platform/ApplicationBadge.h"
 #include "platform/DesktopUrlOpener.h"
 #include "platform/FolderPhotoLibrary.h"
-#include "platform/LocationManager.h"
 #include "platform/NotificationCenter.h"
-#include "platform/ShareSDK.h"
 #include "platform/SystemReachability.h"
+#include "platform/UnavailableLocationManager.h"
 #include "platform/UnavailablePushClient.h"
-#include "platform/WXApi.h"
+#include "platform/UnavailableShareSDK.h"
+#include "platform/UnavailableWXApi.h"
 #include "session/SessionClient.h"
 #include "ui/Shell.h"
+#include "web/PageHost.h"
 #include "web/STHomeViewController.h"
 #include "web/UnavailablePageServices.h"
 #include "web/WebPageProfile.h"
 
-//! The vendors' services, which note what they were asked in one list.
-struct NotedServices : LocationManager, ShareSDK
-{
-    void setEnableHTTPS(bool enabled) override { calls << u"https %1"_qs.arg(enabled); }
-    bool setApiKey(const QString &key) override
-    {
-        calls << u"map "_qs + key;
-        return true;
-    }
-    bool registerPlatforms(const QString &wechatAppId, const QString &qqAppId) override
-    {
-        calls << u"share %1 %2"_qs.arg(wechatAppId, qqAppId);
-        return true;
-    }
-    void uploadPrivacyPermissionStatus(bool) override { }
-
-    QStringList calls;
-};
-
-class NotedWXApi : public WXApi
-{
-public:
-    explicit NotedWXApi(QStringList *calls)
-        : m_calls(calls)
-    {
-    }
-
-    bool registerApp(const QString &appId, const QString &universalLink) override
-    {
-        *m_calls << u"wechat %1 %2"_qs.arg(appId, universalLink);
-        return true;
-    }
-    bool sendAuthReq(const QString &, const QString &) override { return true; }
-    bool handleOpenURL(const QUrl &url) override { return url.scheme() == u"wx1"; }
-    bool handleOpenUniversalLink(const QUrl &link) override { return link.host() == u"link.example"; }
-
-private:
-    QStringList *m_calls;
-};
-
-class NotedPushClient : public PushClient
-{
-public:
-    explicit NotedPushClient(QStringList *calls)
-        : m_calls(calls)
-    {
-    }
-
-    void startSdk(const QString &id, const QString &key, const QString &secret) override
-    {
-        *m_calls << u"push %1 %2 %3"_qs.arg(id, key, secret);
-    }
-    void registerRemoteNotification(int types) override { *m_calls << u"show %1"_qs.arg(types); }
-    void resetBadge() override { *m_calls << u"resetBadge"_qs; }
-
-private:
-    QStringList *m_calls;
-};
-
-//! The application without its window: the delegate with the real session, shell and controllers. Its clock stands
-//! still until it is advanced.
+//! The application without its window: the delegate with the real session, shell and controllers.
+//! Its clock stands still until it is advanced.
 class DelegateClient
 {
 public:
@@ -90,9 +32,10 @@ public:
     SessionClient session;
     ManualMainQueue &mainQueue {session.mainQueue};
     NotificationCenter notifications;
-    NotedServices services;
-    NotedWXApi wxApi {&services.calls};
-    NotedPushClient pushClient {&services.calls};
+    UnavailableLocationManager locationManager;
+    UnavailableShareSDK shareSDK;
+    UnavailableWXApi wxApi;
+    UnavailablePushClient pushClient;
     PushRegistration pushRegistration;
     ApplicationBadge badge;
     SystemReachability reachability {true};
@@ -100,6 +43,7 @@ public:
     FolderPhotoLibrary album;
     Shell shell;
     UnavailablePageServices pageServices;
+    PageHost pageHost;
     WebPageProfile profile;
     AppDelegate delegate;
 

@@ -4,6 +4,8 @@
 #include "e2e/SignIn.h"
 #include "e2e/Texts.h"
 
+#include <QFileInfo>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -54,6 +56,34 @@ void errorView(Driver &driver)
     backToPortal(driver);
 }
 
+void answer(Driver &driver, const QString &question, const QString &button, const QString &result)
+{
+    driver.page().tap(question);
+    driver.see(button, QAccessible::Button);
+    driver.photograph();
+    driver.tap(button, QAccessible::Button);
+    driver.seeInPage(u"#out-dialog"_s, result);
+    driver.seeNothingOf(button, QAccessible::Button);
+}
+
+void pageDialogs(Driver &driver)
+{
+    openLinks(driver);
+    answer(driver, u"#btn-alert"_s, u"确定"_s, u"提示已关闭"_s);
+    answer(driver, u"#btn-confirm"_s, Texts::cancel, u"已取消"_s);
+    answer(driver, u"#btn-confirm"_s, u"确定"_s, u"已确认"_s);
+    driver.note(u"the page heard each answer"_s);
+}
+
+void download(Driver &driver)
+{
+    const QString name = u"校园海报.png"_s;
+    driver.seeToast(u"已下载：%1"_s.arg(name), [&] { driver.page().tap(u"#link-download"_s); });
+    const QFileInfo file(driver.profile() + u"/Downloads/"_s + name);
+    driver.check(file.size() > 0, u"%1 is kept"_s.arg(file.filePath()));
+    backToPortal(driver);
+}
+
 }
 
 QList<Step> portalSteps()
@@ -61,6 +91,8 @@ QList<Step> portalSteps()
     const QStringList signedIn {u"sign-in"_s};
     return {
         {u"blank-link"_s, signedIn, firstLife, blankLink},
+        {u"page-dialogs"_s, signedIn, firstLife, pageDialogs},
+        {u"download"_s, {u"page-dialogs"_s}, firstLife, download},
         {u"error-view"_s, signedIn, firstLife, errorView},
     };
 }

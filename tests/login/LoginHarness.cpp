@@ -1,8 +1,10 @@
 #include "login/LoginHarness.h"
 
+#include "support/Patience.h"
+
 using namespace Qt::StringLiterals;
 
-LoginHarness::LoginHarness(SandboxProcess &sandbox)
+LoginHarness::LoginHarness(PlatformProcess &sandbox)
     : sandbox(sandbox)
     , defaults(folder.filePath(u"settings.ini"_s))
     , loginModel(&defaults)
@@ -41,10 +43,22 @@ LoginEnvironment LoginHarness::environment()
     };
 }
 
+bool LoginHarness::callsEnd()
+{
+    return QTest::qWaitFor([this] { return manager.connectItems().empty(); }, patienceMs);
+}
+
+QList<TracedRequest> LoginHarness::calls()
+{
+    QList<TracedRequest> calls = sandbox.takeRequests();
+    calls.removeIf([](const TracedRequest &request) { return request.value(u"start"_s).isNull(); });
+    return calls;
+}
+
 QStringList LoginHarness::askedFor()
 {
     QStringList operations;
-    for (const TracedRequest &request : sandbox.takeRequests())
+    for (const TracedRequest &request : calls())
         operations << request.value(u"start"_s);
     return operations;
 }

@@ -1,44 +1,54 @@
 #pragma once
 
 #include "login/LoginEnvironment.h"
-#include "login/NotedWXApi.h"
-#include "login/SwitchedReachability.h"
 #include "model/DeviceIdentifier.h"
 #include "model/LoginModel.h"
 #include "net/BaseRequestManager.h"
 #include "net/RequestInterface.h"
 #include "platform/HTTPCookieStorage.h"
 #include "platform/NotificationCenter.h"
+#include "platform/UnavailableWXApi.h"
 #include "session/LoginResult.h"
 #include "session/PushBinding.h"
 #include "session/SsoCookies.h"
 #include "support/ManualMainQueue.h"
-#include "support/SandboxProcess.h"
+#include "support/PlatformProcess.h"
+#include "support/SwitchedReachability.h"
 #include "ui/Shell.h"
 
 #include <QNetworkAccessManager>
 #include <QTemporaryDir>
+
+//! Notes what was asked of WeChat; the answer is the test's.
+class NotedWXApi : public UnavailableWXApi
+{
+public:
+    bool sendAuthReq(const QString &scope, const QString &state) override
+    {
+        asked << scope + u' ' + state;
+        return true;
+    }
+
+    QStringList asked;
+};
 
 //! All that a login screen works with, in a profile of its own, against a real school platform.
 //! Time is the test's.
 class LoginHarness
 {
 public:
-    //! The platform's accounts all have this password.
-    static constexpr auto password = "vant1234";
-    //! The platform's show schools.
-    static constexpr auto school = "school01";
-    static constexpr auto localSchool = "长乐数智学校（本地部署）";
-
-    explicit LoginHarness(SandboxProcess &sandbox);
+    explicit LoginHarness(PlatformProcess &sandbox);
 
     LoginEnvironment environment();
-    //! The operations the platform was asked for since the last call.
+    //! Waits until nothing is under way any more.
+    bool callsEnd();
+    //! The operations the platform was asked for since the last question; pictures are none.
+    QList<TracedRequest> calls();
     QStringList askedFor();
     //! The text of the toast, null when there is none.
     QString toast();
 
-    SandboxProcess &sandbox;
+    PlatformProcess &sandbox;
     QTemporaryDir folder;
     ManualMainQueue mainQueue;
     NotificationCenter notifications;

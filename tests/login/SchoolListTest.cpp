@@ -1,21 +1,41 @@
+#include "login/BMChineseSort.h"
+#include "login/MandarinLatin.h"
+#include "login/PinyinSearchKey.h"
 #include "login/SchoolListModel.h"
+#include "support/Patience.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
-#include <QTest>
 #include <QThreadPool>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-QStringList shown(const SchoolListModel &model)
+//! "A: 安庆 安阳 | C: 成都": one line that shows titles, order and grouping at once.
+QString grouped(const QStringList &names)
 {
-    QStringList names;
+    BMChineseSortSetting setting;
+    setting.sortMode = BMChineseSortSetting::SortMode::Transliteration;
+    const auto sections = BMChineseSort::sortAndGroup(names, setting);
+    QStringList lines;
+    for (qsizetype i = 0; i < sections.firstLetterArray.size(); ++i) {
+        QString line = sections.firstLetterArray.at(i) + u':';
+        for (const qsizetype position : sections.sortedModelArr.at(i))
+            line += u' ' + names.at(position);
+        lines << line;
+    }
+    return lines.join(u" | ");
+}
+
+//! "A 安庆 | B 北京"
+QString shown(const SchoolListModel &model)
+{
+    QStringList rows;
     for (int row = 0; row < model.rowCount(); ++row)
-        names << model.index(row).data(SchoolListModel::SectionRole).toString() + u' '
+        rows << model.index(row).data(SchoolListModel::SectionRole).toString() + u' '
                 + model.index(row).data(SchoolListModel::NameRole).toString();
-    return names;
+    return rows.join(u" | ");
 }
 
 QList<DataModel> schools(const QStringList &names)
@@ -32,131 +52,112 @@ class SchoolListTest : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
-    void init();
-    void showsAllUnderTheirSections();
-    void findsByTheSearchKey_data();
-    void findsByTheSearchKey();
-    void emptyTextShowsAllAtOnce();
-    void theNewestTextWins();
-    void aTextTypedWhileSortingCounts();
-    void knowsTheSchoolOfAShownRow();
-    void diesWhileWorking();
-
 private:
     std::unique_ptr<SchoolListModel> m_model;
     std::unique_ptr<QAbstractItemModelTester> m_tester;
-};
 
-void SchoolListTest::init()
-{
-    m_tester.reset();
-    m_model = std::make_unique<SchoolListModel>();
-    m_tester = std::make_unique<QAbstractItemModelTester>(m_model.get());
-    m_model->setSchools(schools(
-        {u"长沙一中"_s, u"厦门一中"_s, u"安阳小学"_s, u"BDFZ附中"_s, u"37中"_s, u"北京小学"_s}));
-    QTRY_COMPARE(m_model->rowCount(), 6);
-}
+private Q_SLOTS:
+    void init()
+    {
+        m_tester.reset();
+        m_model = std::make_unique<SchoolListModel>();
+        m_tester = std::make_unique<QAbstractItemModelTester>(m_model.get());
+        m_model->setSchools(schools({u"长沙一中"_s, u"厦门一中"_s, u"安阳小学"_s, u"BDFZ附中"_s,
+            u"37中"_s, u"北京小学"_s}));
+        TRY_COMPARE(m_model->rowCount(), 6);
+    }
 
-void SchoolListTest::showsAllUnderTheirSections()
-{
-    QCOMPARE(shown(*m_model),
-        (QStringList {u"# 37中"_s, u"A 安阳小学"_s, u"B BDFZ附中"_s, u"B 北京小学"_s,
-            u"C 长沙一中"_s, u"X 厦门一中"_s}));
-    QCOMPARE(m_model->sectionTitles(), (QStringList {u"#"_s, u"A"_s, u"B"_s, u"C"_s, u"X"_s}));
-    QCOMPARE(m_model->rowOfSection(u"B"_s), 2);
-    QCOMPARE(m_model->rowOfSection(u"Z"_s), -1);
-}
+    void groupsByTheFirstLetterOfTheReading_data()
+    {
+        QTest::addColumn<QString>("names"); // with a blank between them
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("syllable by syllable")
+            << u"杭州 海门 海安 合肥"_s << u"H: 海安 海门 杭州 合肥"_s;
+        QTest::newRow("polyphones by the table, together")
+            << u"长沙 成都 长春 重庆 厦门 沈阳"_s
+            << u"C: 长春 长沙 成都 重庆 | S: 沈阳 | X: 厦门"_s;
+        QTest::newRow("the table is about how a name starts")
+            << u"重点中学 大厦小学 校长学院"_s << u"D: 大厦小学 | X: 校长学院 | Z: 重点中学"_s;
+        QTest::newRow("Latin, either case and width")
+            << u"BDFZ附中 abc学校 北京 Ｃ校"_s << u"A: abc学校 | B: BDFZ附中 北京 | C: Ｃ校"_s;
+        QTest::newRow("what begins with no letter")
+            << u"安阳 37中 （新）实验 Яхта 𠮷中"_s << u"#: （新）实验 37中 Яхта 𠮷中 | A: 安阳"_s;
+        QTest::newRow("equal readings, by their characters")
+            << u"试验小学 实验小学 试验小学"_s << u"S: 实验小学 试验小学 试验小学"_s;
+    }
 
-void SchoolListTest::findsByTheSearchKey_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QStringList>("found");
+    void groupsByTheFirstLetterOfTheReading()
+    {
+        QFETCH(const QString, names);
+        QTEST(grouped(names.split(u' ')), "expected");
+    }
 
-    const QStringList beginWithB {u"B BDFZ附中"_s, u"B 北京小学"_s};
-    QTest::newRow("initial") << u"c"_s << QStringList {u"C 长沙一中"_s};
-    QTest::newRow("initial, upper case") << u"X"_s << QStringList {u"X 厦门一中"_s};
-    QTest::newRow("initial or name") << u"b"_s << beginWithB;
-    QTest::newRow("part of the name")
-        << u"一中"_s << QStringList {u"C 长沙一中"_s, u"X 厦门一中"_s};
-    QTest::newRow("Latin part, other case") << u"dfZ附"_s << QStringList {u"B BDFZ附中"_s};
-    QTest::newRow("the last of all keys") << u"厦门一中"_s << QStringList {u"X 厦门一中"_s};
-    QTest::newRow("a full pinyin does not match") << u"changsha"_s << QStringList {};
-    QTest::newRow("never across two keys") << u"中#"_s << QStringList {};
-    QTest::newRow("nor by the separator") << QString(QChar(u'\0')) << QStringList {};
-    QTest::newRow("# is in every key")
-        << u"#"_s
-        << QStringList {u"# 37中"_s, u"A 安阳小学"_s, u"B BDFZ附中"_s, u"B 北京小学"_s,
-               u"C 长沙一中"_s, u"X 厦门一中"_s};
-}
+    void wordsAndBlanksAreSyllablesOfASearchKeyToo()
+    {
+        MandarinLatin latin;
+        using PinyinSearchKey::QuanPin;
+        QCOMPARE(PinyinSearchKey::transformToPinyin(u"吕 BD中"_s, QuanPin::Yes, latin),
+            u"#luBDzhong,lu#BDzhong,luBD#zhong,#l,#吕 BD中"_s);
+        QCOMPARE(PinyinSearchKey::transformToPinyin({}, QuanPin::No, latin), u"#,#"_s);
+    }
 
-void SchoolListTest::findsByTheSearchKey()
-{
-    QFETCH(const QString, text);
-    QFETCH(const QStringList, found);
-    QSignalSpy resets(m_model.get(), &SchoolListModel::modelReset);
-    m_model->setSearchText(text);
-    QVERIFY2(resets.isEmpty(), "the search must not run in the call");
-    QTRY_COMPARE(resets.size(), 1);
-    QCOMPARE(shown(*m_model), found);
+    void findsByTheSearchKey_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("found");
+        QTest::newRow("initial or name") << u"b"_s << u"B BDFZ附中 | B 北京小学"_s;
+        QTest::newRow("upper case") << u"X"_s << u"X 厦门一中"_s;
+        QTest::newRow("part of the name") << u"一中"_s << u"C 长沙一中 | X 厦门一中"_s;
+        QTest::newRow("Latin part, other case") << u"dfZ附"_s << u"B BDFZ附中"_s;
+        QTest::newRow("a full pinyin does not match") << u"changsha"_s << QString();
+        QTest::newRow("never across two keys") << u"中#"_s << QString();
+        QTest::newRow("nor by the separator") << QString(QChar(u'\0')) << QString();
+        QTest::newRow("# is in every key")
+            << u"#"_s
+            << u"# 37中 | A 安阳小学 | B BDFZ附中 | B 北京小学 | C 长沙一中 | X 厦门一中"_s;
+    }
 
-    QStringList titles;
-    for (const QString &row : found)
-        titles << row.left(1);
-    titles.removeDuplicates();
-    QCOMPARE(m_model->sectionTitles(), titles);
-}
-
-void SchoolListTest::emptyTextShowsAllAtOnce()
-{
-    m_model->setSearchText(u"一中"_s);
-    QTRY_COMPARE(m_model->rowCount(), 2);
-    m_model->setSearchText({});
-    QCOMPARE(m_model->rowCount(), 6);
-}
-
-void SchoolListTest::theNewestTextWins()
-{
-    QSignalSpy resets(m_model.get(), &SchoolListModel::modelReset);
-    for (const QString &text : {u"一"_s, u"一中"_s, u"x"_s})
+    void findsByTheSearchKey()
+    {
+        QFETCH(const QString, text);
+        QSignalSpy resets(m_model.get(), &SchoolListModel::modelReset);
         m_model->setSearchText(text);
-    QTRY_COMPARE(resets.size(), 1);
-    QCOMPARE(shown(*m_model), QStringList {u"X 厦门一中"_s});
+        QVERIFY2(resets.isEmpty(), "the search must not run in the call");
+        TRY_COMPARE(resets.size(), 1);
+        QTEST(shown(*m_model), "found");
+    }
 
-    m_model->setSearchText(u"一中"_s);
-    m_model->setSearchText({});
-    m_model->setSearchText(u"37"_s);
-    QTRY_COMPARE(shown(*m_model), QStringList {u"# 37中"_s});
-}
+    void theNewestTextWins()
+    {
+        QSignalSpy resets(m_model.get(), &SchoolListModel::modelReset);
+        for (const QString &text : {u"一"_s, u"一中"_s, u"x"_s})
+            m_model->setSearchText(text);
+        TRY_COMPARE(resets.size(), 1);
+        QCOMPARE(shown(*m_model), u"X 厦门一中"_s);
+        QCOMPARE(m_model->sectionTitles(), QStringList {u"X"_s});
+        QCOMPARE(m_model->schoolAt(0)->aSiteCode, u"code-厦门一中"_s);
+        QVERIFY(!m_model->schoolAt(1));
 
-void SchoolListTest::aTextTypedWhileSortingCounts()
-{
-    m_model->setSchools(schools({u"成都一中"_s, u"成都小学"_s}));
-    m_model->setSearchText(u"一中"_s);
-    QTRY_COMPARE(shown(*m_model), QStringList {u"C 成都一中"_s});
-}
+        m_model->setSearchText(u"一中"_s);
+        m_model->setSearchText({});
+        QVERIFY2(m_model->rowCount() == 6, "no text shows all at once");
+        m_model->setSearchText(u"37"_s);
+        TRY_COMPARE(shown(*m_model), u"# 37中"_s);
+        m_model->setSchools(schools({u"成都一中"_s, u"成都小学"_s}));
+        m_model->setSearchText(u"一中"_s);
+        TRY_COMPARE(shown(*m_model), u"C 成都一中"_s);
+    }
 
-void SchoolListTest::knowsTheSchoolOfAShownRow()
-{
-    m_model->setSearchText(u"一中"_s);
-    QTRY_COMPARE(m_model->rowCount(), 2);
-    QCOMPARE(m_model->schoolAt(1)->aSiteCode, u"code-厦门一中"_s);
-    QVERIFY(!m_model->schoolAt(-1));
-    QVERIFY(!m_model->schoolAt(2));
-}
-
-void SchoolListTest::diesWhileWorking()
-{
-    QStringList names;
-    for (int i = 0; i < 5000; ++i)
-        names << u"学校%1"_s.arg(i);
-    m_model->setSchools(schools(names));
-    m_model->setSearchText(u"学"_s);
-    m_tester.reset();
-    m_model.reset();
-    QVERIFY(QThreadPool::globalInstance()->waitForDone());
-    QCoreApplication::processEvents();
-}
+    void diesWhileWorking()
+    {
+        m_model->setSchools(schools(QStringList(5000, u"学校"_s)));
+        m_model->setSearchText(u"学"_s);
+        m_tester.reset();
+        m_model.reset();
+        QVERIFY(QThreadPool::globalInstance()->waitForDone());
+        QCoreApplication::processEvents();
+    }
+};
 
 QTEST_GUILESS_MAIN(SchoolListTest)
 #include "SchoolListTest.moc"

@@ -2,6 +2,7 @@
 
 #include "model/DataModel.h"
 #include "model/SchoolModel.h"
+#include "model/StringFormat.h"
 #include "model/UserModel.h"
 
 #include <QJsonArray>
@@ -14,140 +15,105 @@ namespace {
 
 QJsonObject object(const QByteArray &json)
 {
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(json, &error);
-    if (error.error != QJsonParseError::NoError)
-        qFatal("%s: %s", json.constData(), qPrintable(error.errorString()));
+    const QJsonDocument document = QJsonDocument::fromJson(json);
+    if (!document.isObject())
+        qFatal("no object: %s", json.constData());
     return document.object();
 }
 
 }
 
+//! A server's values as the properties of records, and as the text of messages.
 class DictionaryMapperTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void fillsText_data();
-    void fillsText();
-    void fillsNumbers_data();
-    void fillsNumbers();
-    void goesByExactNames();
-    void leavesWhatTheDictionaryLacks();
-    void knowsALocalSchool_data();
+    void convertsValues_data();
+    void convertsValues();
+    void goesByExactNamesAndLeavesWhatIsLacking();
     void knowsALocalSchool();
+    void fillsTheFormat();
 };
 
-void DictionaryMapperTest::fillsText_data()
+void DictionaryMapperTest::convertsValues_data()
 {
     QTest::addColumn<QByteArray>("json");
     QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("description");
 
-    QTest::newRow("text") << R"("u1")"_ba << u"u1"_s;
-    QTest::newRow("empty text") << R"("")"_ba << u""_s;
-    QTest::newRow("number") << "1024"_ba << u"1024"_s;
-    QTest::newRow("number beyond 32 bits") << "350203201109124524"_ba << u"350203201109124524"_s;
-    QTest::newRow("large whole number") << "1700000000000"_ba << u"1700000000000"_s;
-    QTest::newRow("negative number") << "-7"_ba << u"-7"_s;
-    QTest::newRow("fraction") << "24.5"_ba << u"24.5"_s;
-    QTest::newRow("true") << "true"_ba << u"1"_s;
-    QTest::newRow("false") << "false"_ba << u"0"_s;
-    QTest::newRow("null") << "null"_ba << QString();
-    QTest::newRow("object") << R"({"id": 1})"_ba << QString();
-    QTest::newRow("list") << R"(["u1"])"_ba << QString();
+    const auto row
+        = [](const char *json, const QString &text, int number, const QString &description) {
+              QTest::newRow(json) << QByteArray(json) << text << number << description;
+          };
+    const QString nil;
+    row(R"("u1")", u"u1"_s, 0, u"u1"_s);
+    row(R"("")", u""_s, 0, u""_s);
+    row("null", nil, 0, u"<null>"_s);
+    row(R"({"id":1})", nil, 0, uR"({"id":1})"_s);
+    row(R"([5,"学"])", nil, 0, uR"([5,"学"])"_s);
+    row("true", u"1"_s, 1, u"1"_s);
+    row("-7", u"-7"_s, -7, u"-7"_s);
+    row(R"(" 5 ")", u" 5 "_s, 5, u" 5 "_s);
+    row(R"("5x")", u"5x"_s, 0, u"5x"_s);
+    row("2147483647", u"2147483647"_s, 2147483647, u"2147483647"_s);
+    row(R"("2147483648")", u"2147483648"_s, 0, u"2147483648"_s);
+    // Five once cut to 32 bits.
+    row("4294967301", u"4294967301"_s, 0, u"4294967301"_s);
+    row("350203201109124524", u"350203201109124524"_s, 0, u"350203201109124524"_s);
+    row(R"("99999999999999999999")", u"99999999999999999999"_s, 0, u"99999999999999999999"_s);
 }
 
-void DictionaryMapperTest::fillsText()
+void DictionaryMapperTest::convertsValues()
 {
     QFETCH(QByteArray, json);
     QFETCH(QString, text);
-    const auto user
-        = DictionaryMapper::model<UserModel>(object("{\"user_id\": " + json + ", \"email\": \"e\"}"));
+    const QJsonObject values = object("{\"user_id\": " + json + ", \"user_type\": " + json + "}");
+    const auto user = DictionaryMapper::model<UserModel>(values);
     QCOMPARE(user.user_id, text);
     QCOMPARE(user.user_id.isNull(), text.isNull());
-    QCOMPARE(user.email, u"e"_s);
-}
-
-void DictionaryMapperTest::fillsNumbers_data()
-{
-    QTest::addColumn<QByteArray>("json");
-    QTest::addColumn<int>("number");
-
-    constexpr int untouched = 0;
-    QTest::newRow("number") << "5"_ba << 5;
-    QTest::newRow("number as text") << R"("5")"_ba << 5;
-    QTest::newRow("with blanks") << R"(" 5 ")"_ba << 5;
-    QTest::newRow("negative") << R"("-1")"_ba << -1;
-    QTest::newRow("true") << "true"_ba << 1;
-    QTest::newRow("greatest") << "2147483647"_ba << 2147483647;
-    QTest::newRow("one too great") << "2147483648"_ba << untouched;
-    QTest::newRow("one too great, as text") << R"("2147483648")"_ba << untouched;
-    QTest::newRow("five once cut to 32 bits") << "4294967301"_ba << untouched;
-    QTest::newRow("far too great") << "1e300"_ba << untouched;
-    QTest::newRow("far too great, as text") << R"("99999999999999999999")"_ba << untouched;
-    QTest::newRow("words") << R"("five")"_ba << untouched;
-    QTest::newRow("half a number") << R"("5x")"_ba << untouched;
-    QTest::newRow("empty") << R"("")"_ba << untouched;
-    QTest::newRow("null") << "null"_ba << untouched;
-    QTest::newRow("object") << R"({"user_type": 5})"_ba << untouched;
-    QTest::newRow("list") << "[5]"_ba << untouched;
-}
-
-void DictionaryMapperTest::fillsNumbers()
-{
-    QFETCH(QByteArray, json);
-    const auto user = DictionaryMapper::model<UserModel>(object("{\"user_type\": " + json + "}"));
     QTEST(user.user_type, "number");
+    QTEST(StringFormat::description(values[u"user_id"]), "description");
 }
 
-void DictionaryMapperTest::goesByExactNames()
-{
-    const auto user = DictionaryMapper::model<UserModel>(
-        object(R"({"User_id": "a", "userId": "b", "objectName": "c", "user_name": "d"})"));
-    UserModel expected;
-    expected.user_name = u"d"_s;
-    QCOMPARE(user, expected);
-}
-
-void DictionaryMapperTest::leavesWhatTheDictionaryLacks()
+void DictionaryMapperTest::goesByExactNamesAndLeavesWhatIsLacking()
 {
     UserModel user;
     user.user_id = u"u1"_s;
     user.user_type = 2;
-    user.mobile = u"138"_s;
-    DictionaryMapper::fill(
-        &user, UserModel::staticMetaObject, object(R"({"mobile": "139", "user_type": "x"})"));
-    QCOMPARE(user.user_id, u"u1"_s);
-    QCOMPARE(user.user_type, 2);
-    QCOMPARE(user.mobile, u"139"_s);
-}
-
-void DictionaryMapperTest::knowsALocalSchool_data()
-{
-    QTest::addColumn<QByteArray>("json");
-    QTest::addColumn<bool>("isLocal");
-    QTest::newRow("1") << "1"_ba << true;
-    QTest::newRow("text 1") << R"("1")"_ba << true;
-    QTest::newRow("true") << "true"_ba << true;
-    QTest::newRow("text true") << R"("true")"_ba << true;
-    QTest::newRow("0") << "0"_ba << false;
-    QTest::newRow("text 0") << R"("0")"_ba << false;
-    QTest::newRow("false") << "false"_ba << false;
-    QTest::newRow("null") << "null"_ba << false;
-    QTest::newRow("something else") << R"("no")"_ba << false;
+    UserModel expected = user;
+    expected.mobile = u"139"_s;
+    DictionaryMapper::fill(&user, UserModel::staticMetaObject,
+        object(R"({"User_id": "a", "userId": "b", "objectName": "c", "mobile": "139",
+            "user_type": "x"})"));
+    QCOMPARE(user, expected);
 }
 
 void DictionaryMapperTest::knowsALocalSchool()
 {
-    QFETCH(QByteArray, json);
-    QFETCH(bool, isLocal);
-    const auto school = DictionaryMapper::model<SchoolModel>(object(
-        R"({"full_name": "厦门一中", "site_code": "xmyz", "site_id": 7001, "url": "http://l/rb/",
-            "url_qe": "http://l/qe/", "is_local": )"
-        + json + "}"));
-    const DataModel expected {
-        u"厦门一中"_s, u"xmyz"_s, isLocal, u"http://l/rb/"_s, u"http://l/qe/"_s, u"7001"_s};
-    QCOMPARE(DataModel::fromSchool(school), expected);
+    const auto isLocal = [](const QByteArray &json) {
+        const auto school
+            = DictionaryMapper::model<SchoolModel>(object("{\"is_local\": " + json + "}"));
+        return DataModel::fromSchool(school).isLocal;
+    };
+    for (const char *yes : {"1", R"("1")", "true", R"("true")"})
+        QVERIFY2(isLocal(yes), yes);
+    for (const char *no : {"0", R"("0")", "false", "null", R"("no")"})
+        QVERIFY2(!isLocal(no), no);
+}
+
+void DictionaryMapperTest::fillsTheFormat()
+{
+    const auto format = [](const QString &text, const auto &...values) {
+        return StringFormat::format(text, values...);
+    };
+    QCOMPARE(format(u"100% %@: %@"_s, QJsonValue(QJsonValue::Undefined), QString()),
+        u"100% (null): (null)"_s);
+    // What a value holds is never taken for a place to fill.
+    QCOMPARE(format(u"%@-%@"_s, u"%@"_s, u"%1%d"_s), u"%@-%1%d"_s);
+    QCOMPARE(format(u"none"_s, u"x"_s), u"none"_s);
+    QCOMPARE(format(u"%@ and %@"_s, u"x"_s), u"x and %@"_s);
 }
 
 QTEST_GUILESS_MAIN(DictionaryMapperTest)

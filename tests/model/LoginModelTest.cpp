@@ -1,8 +1,11 @@
 #include "model/LoginModel.h"
 
+#include "model/DeviceIdentifier.h"
+#include "support/Patience.h"
+
+#include <QRegularExpression>
 #include <QSettings>
 #include <QTemporaryDir>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -53,33 +56,27 @@ const BoolProperty bools[] {
 
 }
 
+//! What is kept of a login, and the identifier of the device that it is made from.
 class LoginModelTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
-    void writesEachValueThroughUnderItsKey();
-    void readsWhatOthersWrote();
-    void aFreshInstallHasNothing();
-    void nilRemovesAValue();
+    void keepsEachValueUnderItsKey();
     void logoutClearsWhatWasTypedOnly();
-    void anObserverHearsTheCurrentValueAtOnce();
-    void observersHearEqualValuesToo();
-    void eachObservationAddsOne();
-    void anObserverKeepsItsMemory();
+    void observersHearEveryWrite();
+    void theIdentifierIsMadeOnce_data();
+    void theIdentifierIsMadeOnce();
+    void tellsThoseWhoWait();
 
 private:
     QString file() const { return m_folder->filePath(u"settings.ini"_s); }
-    //! What another program finds in the file at this moment.
-    QVariant onDisk(const char *key) const
-    {
-        return QSettings(file(), QSettings::IniFormat).value(QString::fromLatin1(key));
-    }
 
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<UserDefaults> m_defaults;
     std::unique_ptr<LoginModel> m_model;
+    std::unique_ptr<KeyChainStore> m_keychain;
 };
 
 void LoginModelTest::init()
@@ -87,61 +84,33 @@ void LoginModelTest::init()
     m_folder = std::make_unique<QTemporaryDir>();
     m_defaults = std::make_unique<UserDefaults>(file());
     m_model = std::make_unique<LoginModel>(m_defaults.get());
+    m_keychain
+        = std::make_unique<KeyChainStore>(m_folder->path(), m_folder->filePath(u"keychain.ini"_s));
 }
 
-void LoginModelTest::writesEachValueThroughUnderItsKey()
+void LoginModelTest::keepsEachValueUnderItsKey()
 {
+    LoginModel second(m_defaults.get());
+    const auto onDisk = [&](const char *key) {
+        return QSettings(file(), QSettings::IniFormat).value(QString::fromLatin1(key));
+    };
     for (const TextProperty &property : texts) {
+        QVERIFY2((second.*property.get)().isNull(), property.key);
         (m_model.get()->*property.set)(u"值 of "_s + QString::fromLatin1(property.key));
         QCOMPARE(onDisk(property.key), u"值 of "_s + QString::fromLatin1(property.key));
     }
     for (const BoolProperty &property : bools) {
+        QVERIFY2(!(second.*property.get)(), property.key);
         (m_model.get()->*property.set)(true);
-        QCOMPARE(onDisk(property.key).toBool(), true);
+        QVERIFY2(onDisk(property.key).toBool(), property.key);
     }
     QCOMPARE(QSettings(file(), QSettings::IniFormat).allKeys().size(),
         qsizetype(std::size(texts) + std::size(bools)));
     // Nothing was written over by a later one.
-    const LoginModel second(m_defaults.get());
     for (const TextProperty &property : texts)
         QCOMPARE((second.*property.get)(), u"值 of "_s + QString::fromLatin1(property.key));
     for (const BoolProperty &property : bools)
         QVERIFY2((second.*property.get)(), property.key);
-}
-
-void LoginModelTest::readsWhatOthersWrote()
-{
-    LoginModel second(m_defaults.get());
-    for (const TextProperty &property : texts) {
-        QVERIFY2((m_model.get()->*property.get)().isNull(), property.key);
-        (second.*property.set)(u"x"_s);
-        QCOMPARE((m_model.get()->*property.get)(), u"x"_s);
-    }
-    for (const BoolProperty &property : bools) {
-        (second.*property.set)(true);
-        QVERIFY2((m_model.get()->*property.get)(), property.key);
-        (second.*property.set)(false);
-        QVERIFY2(!(m_model.get()->*property.get)(), property.key);
-    }
-}
-
-void LoginModelTest::aFreshInstallHasNothing()
-{
-    for (const TextProperty &property : texts)
-        QVERIFY2((m_model.get()->*property.get)().isNull(), property.key);
-    for (const BoolProperty &property : bools)
-        QVERIFY2(!(m_model.get()->*property.get)(), property.key);
-    QCOMPARE(m_model->user_type, 0);
-    QVERIFY(!m_model->userModel && !m_model->ssoinfo && !m_model->siteInfo);
-}
-
-void LoginModelTest::nilRemovesAValue()
-{
-    m_model->setQeCDN(u"https://qe/"_s);
-    m_model->setQeCDN(QString());
-    QVERIFY(m_model->qeCDN().isNull());
-    m_model->setQeCDN(u""_s);
-    QVERIFY(!m_model->qeCDN().isNull());
 }
 
 void LoginModelTest::logoutClearsWhatWasTypedOnly()
@@ -157,63 +126,82 @@ void LoginModelTest::logoutClearsWhatWasTypedOnly()
     for (const TextProperty &property : texts) {
         const QByteArray key = property.key;
         const bool typed = key == "userNameForST" || key == "passwordForST";
-        const QString value = (m_model.get()->*property.get)();
-        QCOMPARE(value, typed ? u""_s : u"kept"_s);
-        QVERIFY2(!value.isNull(), property.key);
+        QCOMPARE((m_model.get()->*property.get)(), typed ? u""_s : u"kept"_s);
+        QVERIFY2(!(m_model.get()->*property.get)().isNull(), property.key);
     }
     for (const BoolProperty &property : bools)
         QCOMPARE((m_model.get()->*property.get)(), QByteArray("isLoginForST") != property.key);
     QVERIFY(m_model->userModel.has_value());
 }
 
-void LoginModelTest::anObserverHearsTheCurrentValueAtOnce()
-{
-    for (const bool value : {true, false}) {
-        m_model->setIsLogin(value);
-        QList<bool> heard;
-        QObject context;
-        m_model->observeIsLogin(&context, [&](bool isLogin) { heard << isLogin; });
-        QCOMPARE(heard, QList {value});
-    }
-}
-
-void LoginModelTest::observersHearEqualValuesToo()
+void LoginModelTest::observersHearEveryWrite()
 {
     QList<bool> heard;
+    int calls = 0;
     {
         QObject context;
         m_model->observeIsLogin(&context, [&](bool isLogin) {
-            QCOMPARE(onDisk("isLoginForST").toBool(), isLogin);
+            QCOMPARE(UserDefaults(file()).boolForKey(u"isLoginForST"_s), isLogin);
             heard << isLogin;
         });
         m_model->setIsLogin(true);
         m_model->setIsLogin(true);
         m_model->logout();
+        m_model->observeIsLogin(&context, [&calls, count = 0](bool) mutable { calls = ++count; });
         m_model->setIsLogin(false);
         QCOMPARE(heard, (QList {false, true, true, false, false}));
+        QCOMPARE(calls, 2);
     }
     m_model->setIsLogin(true);
     QCOMPARE(heard.size(), 5);
 }
 
-void LoginModelTest::eachObservationAddsOne()
+void LoginModelTest::theIdentifierIsMadeOnce_data()
 {
-    int heard = 0;
-    const auto observer = [&](bool) { ++heard; };
-    m_model->observeIsLogin(this, observer);
-    m_model->observeIsLogin(this, observer);
-    m_model->observeIsLogin(this, observer);
-    heard = 0;
-    m_model->setIsLogin(true);
-    QCOMPARE(heard, 3);
+    QTest::addColumn<QByteArray>("stored");
+    QTest::newRow("of an earlier version") << "stored"_ba;
+    QTest::newRow("an empty item is none") << ""_ba;
+    QTest::newRow("none") << QByteArray();
 }
 
-void LoginModelTest::anObserverKeepsItsMemory()
+void LoginModelTest::theIdentifierIsMadeOnce()
 {
-    QList<int> calls;
-    m_model->observeIsLogin(this, [&calls, count = 0](bool) mutable { calls << ++count; });
-    m_model->setIsLogin(true);
-    QCOMPARE(calls, (QList {1, 2}));
+    QFETCH(QByteArray, stored);
+    const QString student = u"cn.vant.student"_s;
+    bool done = stored.isNull();
+    if (!done)
+        m_keychain->save(student, stored, [&](bool) { done = true; });
+    TRY_VERIFY(done);
+    const auto prepared = [&](const QString &key) {
+        DeviceIdentifier identifier(m_keychain.get(), key);
+        identifier.prepare();
+        if (!QTest::qWaitFor([&] { return !identifier.uuid().isNull(); }, patienceMs))
+            qFatal("no identifier");
+        return identifier.uuid();
+    };
+    const QString made = prepared(student);
+    static const QRegularExpression form(u"^[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}$"_s);
+    if (stored.isEmpty())
+        QVERIFY2(form.match(made).hasMatch(), qPrintable(made));
+    else
+        QCOMPARE(made, QString::fromUtf8(stored));
+    TRY_COMPARE(prepared(student), made);
+    QVERIFY(prepared(u"cn.vant.patriarch"_s) != made);
+}
+
+void LoginModelTest::tellsThoseWhoWait()
+{
+    DeviceIdentifier identifier(m_keychain.get(), u"cn.vant.student"_s);
+    QStringList told;
+    const auto note = [&](const QString &uuid) { told << uuid; };
+    identifier.whenReady(note);
+    // One who asks for more while being told.
+    identifier.whenReady([&](const QString &) { identifier.whenReady(note); });
+    identifier.prepare();
+    QCOMPARE(told, {});
+    TRY_COMPARE(told.size(), 2);
+    identifier.whenReady(note);
+    QCOMPARE(told, QStringList(3, identifier.uuid()));
 }
 
 QTEST_GUILESS_MAIN(LoginModelTest)

@@ -1,15 +1,9 @@
 #include "net/NetClient.h"
 
 #include "model/StringFormat.h"
+#include "support/Patience.h"
 
 #include <QLoggingCategory>
-#include <QTest>
-
-namespace {
-
-constexpr int answerTimeout = 30'000;
-
-}
 
 char *toString(const Answer &answer)
 {
@@ -43,7 +37,9 @@ Answer NetClient::await(const Call &call)
     call([answers](int status, const QJsonValue &data, const auto &error) {
         answers->append({status, data, error});
     });
-    if (!QTest::qWaitFor([&] { return !answers->isEmpty(); }, answerTimeout))
+    if (!answers->isEmpty())
+        qFatal("answered from inside the call");
+    if (!QTest::qWaitFor([&] { return !answers->isEmpty(); }, patienceMs))
         return {};
     return answers->first();
 }

@@ -1,201 +1,117 @@
 #include "platform/KeyChainStore.h"
 
 #include "PrivateBus.h"
+#include "support/Patience.h"
 
 #include <QDir>
-#include <QTest>
+#include <QSettings>
 
 using namespace Qt::StringLiterals;
 
-//! The test runs twice: with a keyring service (and last without it), and in a process that has no bus at all.
+//! On a session bus with a keyring. Where there is no bus the device identifier's test has the
+//! keychain.
 class KeyChainStoreTest : public QObject
 {
     Q_OBJECT
 
-public:
-    explicit KeyChainStoreTest(PrivateBus *bus)
-        : m_bus(bus)
-    {
-    }
-
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void keepsAnItem_data();
-    void keepsAnItem();
-    void replacesAnItem();
-    void deletesAnItem();
-    void aMissingItemIsNothing();
-    void twoProfilesNeverMeet();
-    void answersLaterOnly();
+    void keepsItems();
     void aDeadStoreAnswersNobody();
+    void aServiceThatIsNewTakesWhatTheFileHolds();
     void withoutAServiceItemsAreInAPrivateFile();
 
 private:
     using Data = std::optional<QByteArray>;
 
-    QString fallbackFile(const QString &profile = {}) const
-    {
-        return m_folder->filePath(profile + u"keychain.ini"_s);
-    }
-    static Data load(KeyChainStore &store, const QString &key);
-    static bool save(KeyChainStore &store, const QString &key, const QByteArray &data);
-    static void remove(KeyChainStore &store, const QString &key);
+    static Data load(KeyChainStore &store);
+    static bool save(KeyChainStore &store, const QByteArray &data);
+    static void remove(KeyChainStore &store);
 
-    PrivateBus *m_bus;
-    bool m_fileHoldsItems = false;
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<KeyChainStore> m_store;
+    PrivateBus m_bus;
+    const QTemporaryDir m_folder;
+    const QString m_file = m_folder.filePath(u"data/keychain.ini"_s);
 };
 
-KeyChainStoreTest::Data KeyChainStoreTest::load(KeyChainStore &store, const QString &key)
+const QString key = QStringLiteral("cn.vant.student");
+
+KeyChainStoreTest::Data KeyChainStoreTest::load(KeyChainStore &store)
 {
     std::optional<Data> loaded;
     store.load(key, [&](const Data &data) { loaded = data; });
-    if (!QTest::qWaitFor([&] { return loaded.has_value(); }))
-        qFatal("the keychain did not answer");
+    if (loaded || !QTest::qWaitFor([&] { return loaded.has_value(); }, patienceMs))
+        qFatal("the keychain answered at once, or never");
     return *loaded;
 }
 
-bool KeyChainStoreTest::save(KeyChainStore &store, const QString &key, const QByteArray &data)
+bool KeyChainStoreTest::save(KeyChainStore &store, const QByteArray &data)
 {
     std::optional<bool> saved;
     store.save(key, data, [&](bool stored) { saved = stored; });
-    if (!QTest::qWaitFor([&] { return saved.has_value(); }))
-        qFatal("the keychain did not answer");
+    if (saved || !QTest::qWaitFor([&] { return saved.has_value(); }, patienceMs))
+        qFatal("the keychain answered at once, or never");
     return *saved;
 }
 
-void KeyChainStoreTest::remove(KeyChainStore &store, const QString &key)
+void KeyChainStoreTest::remove(KeyChainStore &store)
 {
     bool done = false;
     store.deleteKeyData(key, [&](bool) { done = true; });
-    if (!QTest::qWaitFor([&] { return done; }))
-        qFatal("the keychain did not answer");
+    if (done || !QTest::qWaitFor([&] { return done; }, patienceMs))
+        qFatal("the keychain answered at once, or never");
 }
 
-void KeyChainStoreTest::initTestCase()
+void KeyChainStoreTest::keepsItems()
 {
-    if (m_bus)
-        QVERIFY(m_bus->startKeyring());
-    m_fileHoldsItems = !m_bus;
-}
-
-void KeyChainStoreTest::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-    m_store = std::make_unique<KeyChainStore>(QString(), fallbackFile());
-}
-
-void KeyChainStoreTest::keepsAnItem_data()
-{
-    QTest::addColumn<QByteArray>("data");
-    QTest::newRow("an identifier") << "0C1B8E5A-7D0F-4B5E-9B1E-2B5B6C7D8E9F"_ba;
-    QTest::newRow("bytes") << QByteArray("\0\xff\n\x80%", 5);
-    QTest::newRow("empty") << ""_ba;
-}
-
-void KeyChainStoreTest::keepsAnItem()
-{
-    QFETCH(QByteArray, data);
-    QVERIFY(save(*m_store, u"cn.vant.kept"_s, data));
-    KeyChainStore restarted({}, fallbackFile());
-    const Data loaded = load(restarted, u"cn.vant.kept"_s);
-    QVERIFY(loaded.has_value());
-    QCOMPARE(*loaded, data);
-    QCOMPARE(QFile::exists(fallbackFile()), m_fileHoldsItems);
-}
-
-void KeyChainStoreTest::replacesAnItem()
-{
-    QVERIFY(save(*m_store, u"cn.vant.replaced"_s, "old"));
-    QVERIFY(save(*m_store, u"cn.vant.replaced"_s, "new"));
-    QCOMPARE(load(*m_store, u"cn.vant.replaced"_s), Data("new"));
-}
-
-void KeyChainStoreTest::deletesAnItem()
-{
-    QVERIFY(save(*m_store, u"cn.vant.deleted"_s, "x"));
-    QVERIFY(save(*m_store, u"cn.vant.neighbour"_s, "y"));
-    remove(*m_store, u"cn.vant.deleted"_s);
-    QCOMPARE(load(*m_store, u"cn.vant.deleted"_s), Data());
-    QCOMPARE(load(*m_store, u"cn.vant.neighbour"_s), Data("y"));
-    remove(*m_store, u"cn.vant.deleted"_s);
-}
-
-void KeyChainStoreTest::aMissingItemIsNothing()
-{
-    QCOMPARE(load(*m_store, u"cn.vant.never.saved"_s), Data());
-}
-
-void KeyChainStoreTest::twoProfilesNeverMeet()
-{
-    KeyChainStore first(u"/home/a/profile"_s, fallbackFile(u"first"_s));
-    KeyChainStore second(u"/home/b/profile"_s, fallbackFile(u"second"_s));
-    QVERIFY(save(first, u"cn.vant.student"_s, "A"));
-    QCOMPARE(load(second, u"cn.vant.student"_s), Data());
-    QVERIFY(save(second, u"cn.vant.student"_s, "B"));
-    QCOMPARE(load(first, u"cn.vant.student"_s), Data("A"));
-    QCOMPARE(load(*m_store, u"cn.vant.student"_s), Data());
-}
-
-void KeyChainStoreTest::answersLaterOnly()
-{
-    int answers = 0;
-    m_store->save(u"cn.vant.later"_s, "x", [&](bool) { ++answers; });
-    QCOMPARE(answers, 0);
-    QTRY_COMPARE(answers, 1);
-    m_store->load(u"cn.vant.later"_s, [&](const Data &) { ++answers; });
-    QCOMPARE(answers, 1);
-    QTRY_COMPARE(answers, 2);
-    m_store->deleteKeyData(u"cn.vant.later"_s, [&](bool) { ++answers; });
-    QCOMPARE(answers, 2);
-    QTRY_COMPARE(answers, 3);
+    KeyChainStore first(u"/home/a/profile"_s, m_file);
+    KeyChainStore second(u"/home/b/profile"_s, m_file);
+    for (const QByteArray &data : {"old"_ba, QByteArray("\0\xff\n\x80%", 5), ""_ba}) {
+        QVERIFY(save(first, data));
+        KeyChainStore restarted(u"/home/a/profile"_s, m_file);
+        QCOMPARE(load(restarted), Data(data));
+    }
+    QCOMPARE(load(second), Data());
+    QVERIFY(save(second, "B"));
+    remove(first);
+    remove(first);
+    QCOMPARE(load(first), Data());
+    QCOMPARE(load(second), Data("B"));
+    QVERIFY(!QFile::exists(m_file));
 }
 
 void KeyChainStoreTest::aDeadStoreAnswersNobody()
 {
     bool answered = false;
-    m_store->load(u"cn.vant.student"_s, [&](const Data &) { answered = true; });
-    m_store.reset();
-    KeyChainStore other({}, fallbackFile());
-    load(other, u"cn.vant.student"_s);
+    KeyChainStore({}, m_file).load(key, [&](const Data &) { answered = true; });
+    KeyChainStore other({}, m_file);
+    load(other);
     QVERIFY(!answered);
 }
 
-// The last one: the service does not come back.
+void KeyChainStoreTest::aServiceThatIsNewTakesWhatTheFileHolds()
+{
+    QTemporaryDir folder;
+    const QString file = folder.filePath(u"keychain.ini"_s);
+    {
+        QSettings earlier(file, QSettings::IniFormat);
+        earlier.setValue(key, "of the file"_ba);
+    }
+    KeyChainStore store(u"/home/c/profile"_s, file);
+    QCOMPARE(load(store), Data("of the file"));
+}
+
+// The last one of the keychain: the service does not come back.
 void KeyChainStoreTest::withoutAServiceItemsAreInAPrivateFile()
 {
-    if (m_bus)
-        m_bus->endKeyring();
-    const QString inFolder = m_folder->filePath(u"data/keychain.ini"_s);
-    KeyChainStore store({}, inFolder);
-    QVERIFY(save(store, u"cn.vant.student"_s, "in the file"));
-    KeyChainStore restarted({}, inFolder);
-    QCOMPARE(load(restarted, u"cn.vant.student"_s), Data("in the file"));
-
-    const auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther
-        | QFile::WriteOther | QFile::ExeOther;
-    QCOMPARE(QFile::permissions(inFolder) & others, QFile::Permissions());
-    QCOMPARE(QFile::permissions(m_folder->filePath(u"data"_s)) & others, QFile::Permissions());
-    remove(store, u"cn.vant.student"_s);
-    QCOMPARE(load(restarted, u"cn.vant.student"_s), Data());
+    m_bus.endKeyring();
+    KeyChainStore store({}, m_file);
+    QVERIFY(save(store, "in the file"));
+    KeyChainStore restarted({}, m_file);
+    QCOMPARE(load(restarted), Data("in the file"));
+    for (const QString &path : {m_file, QFileInfo(m_file).path()})
+        QCOMPARE(QFile::permissions(path) & QFile::Permissions(0x0077), QFile::Permissions());
+    remove(store);
+    QCOMPARE(load(restarted), Data());
 }
 
-int main(int argc, char *argv[])
-{
-    QCoreApplication application(argc, argv);
-    const bool withoutBus = argc > 1 && QByteArray(argv[1]) == "--without-bus";
-    std::unique_ptr<PrivateBus> bus;
-    if (withoutBus) {
-        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
-        std::swap(argv[0], argv[1]);
-        --argc, ++argv;
-    } else {
-        bus = std::make_unique<PrivateBus>();
-    }
-    KeyChainStoreTest test(bus.get());
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_GUILESS_MAIN(KeyChainStoreTest)
 #include "KeyChainStoreTest.moc"

@@ -1,116 +1,118 @@
-#include "Case.h"
 #include "Sandbox.h"
 
-#include <algorithm>
+#include "support/Patience.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+
 #include <csignal>
-#include <set>
+#include <fstream>
 #include <thread>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
-long lines(const std::string& text)
+std::vector<Json> linesOf(const QString &path)
 {
-    return std::count(text.begin(), text.end(), '\n');
+    std::vector<Json> lines;
+    std::ifstream file(path.toStdString());
+    for (std::string line; std::getline(file, line);)
+        lines.push_back(Json::parse(line));
+    return lines;
 }
 
-const Case badArguments("bad arguments end it with 2 and one line that names them", [] {
-    const struct {
-        std::vector<std::string> arguments;
-        std::string named;
-    } rows[]{
-        {{"--bogus"}, "--bogus"},
-        {{"extra"}, "extra"},
-        {{"--port"}, "--port"},
-        {{"--port", ""}, "--port"},
-        {{"--port", "http"}, "--port"},
-        {{"--port", "65536"}, "--port"},
-        {{"--port", "80x"}, "--port"},
-        {{"--schools", "-1"}, "--schools"},
-        {{"--latency", "1.5"}, "--latency"},
-        {{"--trace", "/nonexistent/trace.jsonl"}, "/nonexistent/trace.jsonl"},
-    };
-    for (const auto& row : rows) {
-        const Ending ending = Child(row.arguments).wait();
-        COMPARE(ending.exitCode, 2, row.named);
-        COMPARE(ending.output, "", row.named);
-        COMPARE(lines(ending.errors), 1, row.named);
-        VERIFY(ending.errors.find(row.named) != std::string::npos, ending.errors);
+}
+
+//! The program: how it starts and ends and what it writes down. What spoils its answers the
+//! client's tests use.
+class ProcessTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void badArgumentsAreNamed();
+    void aPortIsNotShared();
+    void aSignalEndsItWhileAnswersAreDue();
+    void theTraceIsAppendedTo();
+};
+
+void ProcessTest::badArgumentsAreNamed()
+{
+    for (const QStringList &arguments : {QStringList {u"--bogus"_s}, QStringList {u"extra"_s},
+             QStringList {u"--port"_s}, QStringList {u"--port"_s, u"80x"_s},
+             QStringList {u"--port"_s, u"65536"_s}, QStringList {u"--schools"_s, u"-1"_s},
+             QStringList {u"--trace"_s, u"/nonexistent/trace.jsonl"_s}}) {
+        QProcess process;
+        process.start(qEnvironmentVariable("VANT_SANDBOX"), arguments);
+        QVERIFY(process.waitForFinished(patienceMs));
+        COMPARE(process.exitCode(), 2);
+        QCOMPARE(process.readAllStandardOutput(), ""_ba);
+        const QByteArray errors = process.readAllStandardError();
+        COMPARE(errors.count('\n'), 1);
+        QVERIFY2(errors.contains(arguments.first().toUtf8()), errors);
     }
-});
+}
 
-const Case questions("--help and --version answer and end well", [] {
-    for (const std::string question : {"--help", "--version"}) {
-        const Ending ending = Child({question}).wait();
-        COMPARE(ending.exitCode, 0, question);
-        VERIFY(ending.output.find("vant-sandbox") != std::string::npos, question);
-        COMPARE(ending.errors, "", question);
-    }
-});
-
-const Case portTaken("a port that another sandbox has is not shared with it", [] {
-    const Sandbox first;
-    const Ending ending = Child({"--port", std::to_string(first.port())}).wait();
-    COMPARE(ending.exitCode, 1, "");
-    COMPARE(lines(ending.errors), 1, "");
-    VERIFY(ending.errors.find(std::to_string(first.port())) != std::string::npos, ending.errors);
-});
-
-const Case portGiven("a port that is asked for is the one of all addresses", [] {
-    int port = 0;
+void ProcessTest::aPortIsNotShared()
+{
+    QProcess second;
+    QByteArray port;
     {
-        const Sandbox any;
-        port = any.port();
+        const Sandbox first;
+        port = QByteArray::number(QUrl(first.address()).port());
+        second.start(qEnvironmentVariable("VANT_SANDBOX"), {u"--port"_s, QString::fromUtf8(port)});
+        QVERIFY(second.waitForFinished(patienceMs));
+        COMPARE(second.exitCode(), 1);
+        QVERIFY(second.readAllStandardError().contains(port));
     }
-    const Sandbox again({"--port", std::to_string(port)});
-    COMPARE(again.port(), port, "");
+    // Free again it can be had, at all addresses.
+    const Sandbox again({u"--port"_s, QString::fromUtf8(port)});
     for (int host = 1; host <= 9; ++host)
-        VERIFY(again.get("/", host), "127.0.0." + std::to_string(host));
-});
+        QVERIFY2(again.status("/", host) != 0, again.base(host).c_str());
+}
 
-const Case ending("a signal ends it with 0, busy connections or not", [] {
+void ProcessTest::aSignalEndsItWhileAnswersAreDue()
+{
+    const QTemporaryDir folder;
+    const QString trace = folder.filePath(u"trace"_s);
     for (const int signal : {SIGTERM, SIGINT}) {
-        Sandbox sandbox;
-        httplib::Client idle = sandbox.client();
-        idle.set_keep_alive(true);
-        VERIFY(idle.Get("/portal/plain.html"), "");
-        std::thread waiting(
-            [&] { VERIFY(!sandbox.get("/portal/slow.html?ms=100000"), "cut off"); });
-        sandbox.waitForRequests(2);
-        sandbox.process().send(signal);
-        COMPARE(sandbox.process().wait().exitCode, 0, std::to_string(signal));
+        QFile::remove(trace);
+        QProcess process;
+        process.start(qEnvironmentVariable("VANT_SANDBOX"), {u"--trace"_s, trace});
+        QVERIFY(process.waitForReadyRead(patienceMs));
+        httplib::Client client(process.readLine().trimmed().toStdString());
+        bool answered = false;
+        std::thread waiting([&] { answered = bool(client.Get("/portal/slow.html?ms=100000")); });
+        // The entry is on disk before its answer leaves.
+        [&] { TRY_COMPARE(linesOf(trace).size(), 1u); }();
+        ::kill(pid_t(process.processId()), signal);
+        const bool ended = process.waitForFinished(patienceMs);
+        process.kill();
         waiting.join();
+        QVERIFY(ended && !answered);
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        COMPARE(process.exitCode(), 0);
     }
-});
+}
 
-const Case certificate("the TLS host is trusted only by those who were given its certificate", [] {
-    const Sandbox sandbox;
-    httplib::SSLClient client("127.0.0.10", sandbox.port());
-    const httplib::Result stranger = client.Get("/portal/plain.html");
-    VERIFY(!stranger && stranger.error() == httplib::Error::SSLServerVerification,
-        httplib::to_string(stranger.error()));
+void ProcessTest::theTraceIsAppendedTo()
+{
+    const QTemporaryDir folder;
+    const QString trace = folder.filePath(u"trace"_s);
+    std::ofstream(trace.toStdString()) << "{\"method\":\"OLD\"}\n";
+    const Sandbox sandbox({u"--trace"_s, trace, u"--latency"_s, u"50"_s});
+    const auto before = std::chrono::steady_clock::now();
+    sandbox.client().Put("/thing", std::string(70'000, 'x'), "video/mp4");
+    QVERIFY(std::chrono::steady_clock::now() - before >= std::chrono::milliseconds(50));
+    const std::vector<Json> lines = linesOf(trace);
+    COMPARE(lines.size(), 2);
+    COMPARE(lines[0]["method"], "OLD");
+    COMPARE(lines[1]["body_size"], 70'000);
+    QVERIFY2(!lines[1].contains("body"), "only forms are kept");
+    COMPARE(sandbox.status("/_control/trace", 2), 404);
+    COMPARE(sandbox.control("faults", R"({"path":"/","typo":1})"), 400);
+}
 
-    const std::string pem = sandbox.get("/_control/certificate.pem")->body;
-    BIO* memory = BIO_new_mem_buf(pem.data(), int(pem.size()));
-    X509* certificate = PEM_read_bio_X509(memory, nullptr, nullptr, nullptr);
-    X509_STORE* store = X509_STORE_new();
-    X509_STORE_add_cert(store, certificate);
-    httplib::SSLClient friendly("127.0.0.10", sandbox.port());
-    friendly.set_ca_cert_store(store);
-    const httplib::Result known = friendly.Get("/portal/plain.html");
-    COMPARE(known ? known->status : 0, 200, httplib::to_string(known.error()));
-    X509_free(certificate);
-    BIO_free(memory);
-});
-
-const Case deployment("the client configuration names the hosts as they are", [] {
-    const Sandbox sandbox;
-    const std::string toml = sandbox.get("/deployment.toml")->body;
-    const std::pair<std::string, int> rows[]{{"regions", 2}, {"rb", 1}, {"public", 3}, {"base", 4},
-        {"portal", 1}, {"official", 5}, {"content", 6}};
-    for (const auto& [key, host] : rows) {
-        const std::string line = "\n" + key + " = \"" + sandbox.base(host) + "/\"\n";
-        VERIFY(toml.find(line) != std::string::npos, key);
-    }
-});
-
-} // namespace
+QTEST_GUILESS_MAIN(ProcessTest)
+#include "ProcessTest.moc"

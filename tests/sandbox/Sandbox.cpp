@@ -1,46 +1,31 @@
 #include "Sandbox.h"
 
-#include "Case.h"
-
-#include <chrono>
-#include <cstdlib>
-#include <thread>
-
-Sandbox::Sandbox(const std::vector<std::string>& arguments)
-    : m_process(arguments)
-{
-    const std::string line = m_process.readLine();
-    const std::string prefix = "http://127.0.0.1:";
-    if (line.starts_with(prefix))
-        m_port = std::atoi(line.c_str() + prefix.size());
-    COMPARE(line, prefix + std::to_string(m_port),
-        "the first line is the base address and nothing else");
-}
-
 std::string Sandbox::base(int host) const
 {
-    return "http://127.0.0." + std::to_string(host) + ":" + std::to_string(m_port);
+    return "http://" + authority(Host(host)).toStdString();
 }
 
-httplib::Client Sandbox::client(int host) const
-{
-    return httplib::Client(base(host));
-}
-
-httplib::Result Sandbox::get(const std::string& pathAndQuery, int host) const
+httplib::Result Sandbox::get(const std::string &pathAndQuery, int host) const
 {
     return client(host).Get(pathAndQuery);
 }
 
-Json Sandbox::json(const std::string& pathAndQuery, int host) const
+int Sandbox::status(const std::string &pathAndQuery, int host) const
 {
     const httplib::Result result = get(pathAndQuery, host);
-    COMPARE(result ? result->status : 0, 200, pathAndQuery);
-    return result && result->status == 200 ? Json::parse(result->body) : Json();
+    return result ? result->status : 0;
+}
+
+Json Sandbox::json(const std::string &pathAndQuery, int host) const
+{
+    const httplib::Result result = get(pathAndQuery, host);
+    if (!result || result->status != 200)
+        qFatal("no answer to %s", pathAndQuery.c_str());
+    return Json::parse(result->body);
 }
 
 Json Sandbox::portal(
-    const std::string& start, const httplib::Params& params, const std::string& site) const
+    const std::string &start, const httplib::Params &params, const std::string &site) const
 {
     httplib::Params all = params;
     all.emplace("action", "gpl/portal");
@@ -48,25 +33,14 @@ Json Sandbox::portal(
     return json(httplib::append_query_params("/" + site + "/do", all));
 }
 
-int Sandbox::control(const std::string& what, const std::string& body) const
+int Sandbox::control(const std::string &what, const std::string &body) const
 {
     const httplib::Result result = client().Post("/_control/" + what, body, "application/json");
     return result ? result->status : 0;
 }
 
-Json Sandbox::traced() const
+template <>
+char *QTest::toString(const std::string &text)
 {
-    return json("/_control/trace")["requests"];
-}
-
-void Sandbox::waitForRequests(size_t count) const
-{
-    using namespace std::chrono;
-    const auto deadline = steady_clock::now() + 20s;
-    while (traced().size() < count) {
-        if (steady_clock::now() > deadline)
-            return fail(
-                __FILE__, __LINE__, "no " + std::to_string(count) + " requests were traced");
-        std::this_thread::yield();
-    }
+    return qstrdup(text.c_str());
 }

@@ -7,15 +7,17 @@
 #include "session/SsoCookies.h"
 #include "support/ManualMainQueue.h"
 
-//! The session with everything below it, in a profile of its own; its clock stands still until it is advanced.
+//! The session with everything below it, in a profile of its own; its clock stands still until it
+//! is advanced.
 class SessionClient
 {
 public:
     explicit SessionClient(const DeploymentConfiguration::Hosts &hosts);
 
-    //! Logs in with a password at the school, and stores school and token as a restart would find them. False when
-    //! the platform refuses, or gives no token.
-    bool rememberLogin(const QString &userCode, const QString &siteCode = QStringLiteral("school01"));
+    //! Logs in with a password at the school, and stores school and token as a restart would find
+    //! them. False when the platform refuses, or gives no token.
+    bool rememberLogin(
+        const QString &userCode, const QString &siteCode = QStringLiteral("school01"));
     //! The names of the saved session cookies, sorted.
     QStringList savedCookieNames() const;
     //! Whether a call to the platform is on its way.

@@ -24,21 +24,18 @@ class SsoCookiesTest : public QObject
 
 private Q_SLOTS:
     void init();
-    void savesTheTwoByTheirExactNames();
-    void anEmptyListReplacesTheSavedOne();
     void bringsTheSessionBackAfterARestart();
     void leavesALiveSessionAlone_data();
     void leavesALiveSessionAlone();
-    void restoresNothingFromABrokenList_data();
     void restoresNothingFromABrokenList();
-    void clearsWhatItSays_data();
     void clearsWhatItSays();
 
 private:
     void restart();
     void receive(const QByteArray &header, const QUrl &from = portal);
-    QByteArrayList live() const;
-    QByteArrayList sentTo(const QUrl &url) const;
+    static QByteArrayList pairs(const QList<QNetworkCookie> &cookies);
+    QByteArrayList live() const { return pairs(m_storage->cookies()); }
+    QByteArrayList sentTo(const QUrl &url) const { return pairs(m_storage->cookiesForUrl(url)); }
     QVariantList saved() const { return m_defaults->objectForKey(savedKey).toList(); }
 
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -65,46 +62,13 @@ void SsoCookiesTest::receive(const QByteArray &header, const QUrl &from)
     m_storage->setCookiesFromUrl(QNetworkCookie::parseCookies(header), from);
 }
 
-QByteArrayList SsoCookiesTest::live() const
+QByteArrayList SsoCookiesTest::pairs(const QList<QNetworkCookie> &cookies)
 {
     QByteArrayList pairs;
-    for (const QNetworkCookie &cookie : m_storage->cookies())
+    for (const QNetworkCookie &cookie : cookies)
         pairs << cookie.toRawForm(QNetworkCookie::NameAndValueOnly);
     std::sort(pairs.begin(), pairs.end());
     return pairs;
-}
-
-QByteArrayList SsoCookiesTest::sentTo(const QUrl &url) const
-{
-    QByteArrayList pairs;
-    for (const QNetworkCookie &cookie : m_storage->cookiesForUrl(url))
-        pairs << cookie.toRawForm(QNetworkCookie::NameAndValueOnly);
-    std::sort(pairs.begin(), pairs.end());
-    return pairs;
-}
-
-void SsoCookiesTest::savesTheTwoByTheirExactNames()
-{
-    for (const char *name : {"mo", "tmo", "MO", "mo2", "xmo", "Tmo", "route"})
-        receive(QByteArray(name) + "=" + name + "; Path=/");
-    m_cookies->handleCookie();
-    QStringList names;
-    for (const QVariant &cookie : saved())
-        names << cookie.toMap().value(u"Name"_s).toString();
-    names.sort();
-    QCOMPARE(names, (QStringList {u"mo"_s, u"tmo"_s}));
-}
-
-void SsoCookiesTest::anEmptyListReplacesTheSavedOne()
-{
-    receive("mo=1");
-    m_cookies->handleCookie();
-    QCOMPARE(saved().size(), 1);
-    m_cookies->clearStorage();
-    m_cookies->handleCookie();
-    restart();
-    QVERIFY(m_defaults->objectForKey(savedKey).isValid());
-    QCOMPARE(saved(), {});
 }
 
 void SsoCookiesTest::bringsTheSessionBackAfterARestart()
@@ -136,9 +100,11 @@ void SsoCookiesTest::leavesALiveSessionAlone_data()
     QTest::addColumn<QByteArrayList>("after");
     QTest::newRow("the other one is live") << "tmo=new"_ba << QByteArrayList {"tmo=new"};
     QTest::newRow("the same one is live") << "mo=new"_ba << QByteArrayList {"mo=new"};
-    QTest::newRow("another host's is live") << "mo=new; Path=/x"_ba << QByteArrayList {"mo=new"};
+    QTest::newRow("another path's is live") << "mo=new; Path=/x"_ba << QByteArrayList {"mo=new"};
     QTest::newRow("only others are live")
         << "MO=new"_ba << QByteArrayList {"MO=new", "mo=old", "tmo=old"};
+    QTest::newRow("the same one was taken back")
+        << "mo=; Expires=Thu, 01 Jan 1970 00:00:00 GMT"_ba << QByteArrayList {"mo=old", "tmo=old"};
     QTest::newRow("none is live") << ""_ba << QByteArrayList {"mo=old", "tmo=old"};
 }
 
@@ -155,52 +121,43 @@ void SsoCookiesTest::leavesALiveSessionAlone()
     QTEST(live(), "after");
 }
 
-void SsoCookiesTest::restoresNothingFromABrokenList_data()
-{
-    QTest::addColumn<QVariant>("stored");
-    QTest::newRow("text") << QVariant(u"mo=1"_s);
-    QTest::newRow("a list of texts") << QVariant(QVariantList {u"mo"_s, 5});
-    QTest::newRow("a cookie without a name")
-        << QVariant(QVariantList {QVariantMap {{u"Value"_s, u"1"_s}}});
-    QTest::newRow("another cookie") << QVariant(
-        QVariantList {QVariantMap {{u"Name"_s, u"route"_s}, {u"Domain"_s, u"rb.example"_s}}});
-}
-
 void SsoCookiesTest::restoresNothingFromABrokenList()
 {
-    QFETCH(QVariant, stored);
-    m_defaults->setObject(stored, savedKey);
-    m_cookies->configCookies();
-    QCOMPARE(live(), {});
-}
-
-void SsoCookiesTest::clearsWhatItSays_data()
-{
-    QTest::addColumn<int>("operation");
-    QTest::addColumn<QByteArrayList>("liveAfter");
-    QTest::addColumn<int>("savedAfter");
-
-    const QByteArrayList others {"MO=3", "mo2=4"};
-    const QByteArrayList all {"MO=3", "mo2=4", "mo=1", "tmo=2"};
-    QTest::newRow("clearCookies") << 0 << others << -1;
-    QTest::newRow("clearStorage") << 1 << others << 2;
-    QTest::newRow("removeSaved") << 2 << all << -1;
+    const QVariantMap nameless {{u"Value"_s, u"1"_s}};
+    const QVariantMap another {{u"Name"_s, u"route"_s}, {u"Domain"_s, u"rb.example"_s}};
+    for (const QVariant &stored : {QVariant(u"mo=1"_s), QVariant(QVariantList {u"mo"_s, 5}),
+             QVariant(QVariantList {nameless, another})}) {
+        m_defaults->setObject(stored, savedKey);
+        m_cookies->configCookies();
+        QCOMPARE(live(), {});
+    }
 }
 
 void SsoCookiesTest::clearsWhatItSays()
 {
-    QFETCH(int, operation);
-    constexpr void (SsoCookies::*operations[])()
-        = {&SsoCookies::clearCookies, &SsoCookies::clearStorage, &SsoCookies::removeSaved};
+    const QByteArrayList others {"MO=3", "mo2=4"};
     for (const char *header : {"mo=1; Path=/", "tmo=2; Path=/a", "MO=3; Path=/", "mo2=4"})
         receive(header, QUrl(u"https://rb.example/a/b"_s));
     m_cookies->handleCookie();
+    m_cookies->clearStorage();
+    QCOMPARE(live(), others);
+    QCOMPARE(saved().size(), 2);
 
-    (m_cookies.get()->*operations[operation])();
+    m_cookies->configCookies();
+    m_cookies->removeSaved();
+    QCOMPARE(live().size(), 4);
+    QVERIFY(!m_defaults->objectForKey(savedKey).isValid());
 
-    QTEST(live(), "liveAfter");
-    const bool kept = m_defaults->objectForKey(savedKey).isValid();
-    QTEST(kept ? int(saved().size()) : -1, "savedAfter");
+    m_cookies->handleCookie();
+    m_cookies->clearCookies();
+    QCOMPARE(live(), others);
+    QVERIFY(!m_defaults->objectForKey(savedKey).isValid());
+
+    // A list of none replaces the saved one, and is a list.
+    m_cookies->handleCookie();
+    restart();
+    QVERIFY(m_defaults->objectForKey(savedKey).isValid());
+    QCOMPARE(saved(), {});
 }
 
 QTEST_GUILESS_MAIN(SsoCookiesTest)

@@ -16,7 +16,7 @@ public:
     std::unique_ptr<Repetition> every(
         std::chrono::milliseconds interval, std::function<void()> work) override;
 
-    //! Lets time pass; what is due runs in the order of its time, what it schedules in turn included.
+    //! Lets time pass; what is due runs in the order of its time, what it schedules included.
     void advance(std::chrono::milliseconds time);
     //! Works that wait for their time, repetitions left out.
     int waiting() const;

@@ -5,7 +5,6 @@
 #include <openssl/pem.h>
 #include <openssl/x509v3.h>
 
-
 #include <mutex>
 #include <thread>
 
@@ -35,8 +34,8 @@ struct Identity
         X509_gmtime_adj(X509_getm_notAfter(certificate), 3600);
         X509_set_pubkey(certificate, key);
         X509_NAME *name = X509_get_subject_name(certificate);
-        X509_NAME_add_entry_by_txt(name, "CN", MBSTRING_ASC,
-            reinterpret_cast<const unsigned char *>(host), -1, -1, 0);
+        X509_NAME_add_entry_by_txt(
+            name, "CN", MBSTRING_ASC, reinterpret_cast<const unsigned char *>(host), -1, -1, 0);
         X509_set_issuer_name(certificate, name);
         const std::string alternative = std::string("IP:") + host;
         add(NID_subject_alt_name, alternative.c_str());
@@ -113,8 +112,8 @@ PageServer::PageServer(const char *host, Tls tls)
 {
     if (tls == Tls::SelfSigned) {
         d->identity = std::make_unique<Identity>(host);
-        d->server = std::make_unique<httplib::SSLServer>(
-            d->identity->certificate, d->identity->key);
+        d->server
+            = std::make_unique<httplib::SSLServer>(d->identity->certificate, d->identity->key);
     } else {
         d->server = std::make_unique<httplib::Server>();
     }
@@ -122,8 +121,8 @@ PageServer::PageServer(const char *host, Tls tls)
         d->handle(request, response);
     });
     d->port = d->server->bind_to_any_port(host);
-    d->base = u"%1://%2:%3"_s.arg(
-        tls == Tls::SelfSigned ? u"https"_s : u"http"_s, QString::fromLatin1(host))
+    d->base = u"%1://%2:%3"_s
+                  .arg(tls == Tls::SelfSigned ? u"https"_s : u"http"_s, QString::fromLatin1(host))
                   .arg(d->port);
     d->thread = std::thread([this] { d->server->listen_after_bind(); });
     // A server that is stopped before it runs never hears of it.

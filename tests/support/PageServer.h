@@ -19,7 +19,8 @@ public:
         QByteArray cookie() const { return headers.value("cookie"); }
     };
 
-    //! \a host: any loopback address. With Tls::SelfSigned it shows a certificate that nobody vouches for.
+    //! \a host: any loopback address. With Tls::SelfSigned it shows a certificate that nobody
+    //! vouches for.
     enum class Tls { Off, SelfSigned };
     explicit PageServer(const char *host = "127.0.0.1", Tls tls = Tls::Off);
     ~PageServer();

@@ -1,34 +1,16 @@
-#include "support/ManualMainQueue.h"
-#include "ui/ActionSheet.h"
-#include "ui/AlertView.h"
-#include "ui/ProgressHUD.h"
-#include "ui/Shell.h"
-#include "ui/Toast.h"
-
-#include <QtTest>
+#include "ui/RecordingController.h"
+#include "ui/UiHarness.h"
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
+//! Toast, indicator, alerts and sheets: their order, their answers, and what they keep from the
+//! screen.
 class MessagesTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void toastGoesAfterTwoSeconds()
-    {
-        ManualMainQueue queue;
-        Toast toast(queue);
-        toast.showError(u"没有网络连接..."_s);
-        QCOMPARE(toast.kind(), Toast::Kind::Error);
-        queue.advance(1999ms);
-        QVERIFY(toast.isVisible());
-        queue.advance(1ms);
-        QVERIFY(!toast.isVisible());
-        toast.show(QString());
-        QVERIFY(!toast.isVisible());
-    }
-
     void newerToastTakesThePlaceOfTheOlderForItsOwnFullTime()
     {
         ManualMainQueue queue;
@@ -37,130 +19,149 @@ private Q_SLOTS:
         queue.advance(1500ms);
         toast.showSuccess(u"保存成功"_s);
         queue.advance(1999ms);
-        QVERIFY(toast.isVisible());
-        QCOMPARE(toast.text(), u"保存成功"_s);
+        QVERIFY(toast.isVisible() && toast.text() == u"保存成功");
         queue.advance(1ms);
+        QVERIFY(!toast.isVisible());
+        toast.show(QString());
         QVERIFY(!toast.isVisible());
     }
 
     void alertsWaitForEachOtherAndAreAnsweredOnce()
     {
         AlertView view;
-        QList<std::pair<QString, int>> answers;
-        const auto ask = [&](const QString &title, const QStringList &buttons) {
-            view.show({.title = title, .message = {}, .buttons = buttons}, [&, title](int index) {
-                answers.append({title, index});
-            });
+        QStringList answers;
+        const auto ask = [&](const QString &title, const QStringList &buttons, bool cancellable) {
+            view.show({.title = title, .buttons = buttons, .cancellable = cancellable},
+                [&, title](int index) { answers << title + QString::number(index); });
         };
-        ask(u"版本更新"_s, {u"取消"_s, u"确定"_s});
-        ask(u"提醒"_s, {});
-        QCOMPARE(view.title(), u"版本更新"_s);
-
+        ask(u"版本更新"_s, {u"取消"_s, u"确定"_s}, false);
+        ask(u"提醒"_s, {}, true);
         view.press(2);
         view.press(-1);
-        QVERIFY(answers.isEmpty());
+        QVERIFY2(!view.cancel() && answers.isEmpty(), "a forced alert wants one of its buttons");
         view.press(1);
-        QCOMPARE(view.title(), u"提醒"_s);
-        QCOMPARE(view.buttons(), QStringList({u"确定"_s}));
+        QCOMPARE(view.buttons(), QStringList {u"确定"_s});
+        QVERIFY(view.cancel());
         view.press(0);
-        QVERIFY(!view.isVisible());
-        view.press(0);
-        QVERIFY(!view.cancel());
-        const QList<std::pair<QString, int>> expected {{u"版本更新"_s, 1}, {u"提醒"_s, 0}};
-        QCOMPARE(answers, expected);
-    }
-
-    void onlyCancellableAlertsAreCancelled_data()
-    {
-        QTest::addColumn<bool>("cancellable");
-        QTest::addColumn<bool>("fullScreen");
-        QTest::addColumn<bool>("cancelled");
-        QTest::newRow("forced") << false << false << false;
-        QTest::newRow("cancellable") << true << false << true;
-        QTest::newRow("full-screen notices always") << false << true << true;
-    }
-
-    void onlyCancellableAlertsAreCancelled()
-    {
-        QFETCH(bool, cancellable);
-        QFETCH(bool, fullScreen);
-        QFETCH(bool, cancelled);
-        AlertView view;
-        QList<int> answers;
-        const auto style = fullScreen ? Alert::Style::FullScreen : Alert::Style::Dialog;
-        view.show({.title = u"题"_s,
-                      .message = {},
-                      .buttons = {},
-                      .tag = 101,
-                      .cancellable = cancellable,
-                      .style = style},
-            [&](int index) { answers << index; });
-        QCOMPARE(view.tag(), 101);
-        QCOMPARE(view.cancel(), cancelled);
-        QCOMPARE(view.isVisible(), !cancelled);
-        QCOMPARE(answers, cancelled ? QList<int> {AlertView::cancelled} : QList<int>());
-    }
-
-    void anAnswerMayAskAgain()
-    {
-        AlertView view;
-        view.show({.title = u"一"_s}, [&](int) { view.show({.title = u"二"_s}); });
-        view.press(0);
-        QCOMPARE(view.title(), u"二"_s);
-        view.press(0);
-        QVERIFY(!view.isVisible());
-    }
-
-    void actionSheetIsAnsweredOnceAndANewerOneCancelsTheOlder()
-    {
-        ActionSheet sheet;
-        QList<int> first, second;
-        sheet.show({}, {}, {u"保存图片"_s}, u"取消"_s, [&](int index) { first << index; });
-        sheet.show({}, {}, {u"拍照"_s, u"相册"_s}, u"取消"_s, [&](int index) { second << index; });
-        QCOMPARE(first, QList<int> {ActionSheet::cancelled});
-        sheet.choose(2);
-        QVERIFY(sheet.isVisible());
-        sheet.choose(1);
-        sheet.choose(1);
-        QVERIFY(!sheet.cancel());
-        QCOMPARE(first.size(), 1);
-        QCOMPARE(second, QList<int> {1});
-    }
-
-    void progressIsCutToItsRange()
-    {
-        ProgressHUD hud;
-        hud.showProgress(u"上传中"_s, 1.7);
-        QCOMPARE(hud.progress(), 1.0);
-        hud.showProgress(u"上传中"_s, -1);
-        QCOMPARE(hud.progress(), 0.0);
-        hud.show(u"登录中"_s);
-        QVERIFY(!hud.isDeterminate());
-        hud.hide();
-        QVERIFY(!hud.isVisible());
+        QVERIFY(!view.cancel() && !view.isVisible());
+        QCOMPARE(answers, (QStringList {u"版本更新1"_s, u"提醒-1"_s}));
     }
 
     void backAnswersWhatIsTopmost()
     {
         ManualMainQueue queue;
         Shell shell(queue);
-        QVERIFY(!shell.back());
         QStringList answered;
-        shell.alertView()->show(
-            {.title = u"题"_s, .cancellable = true}, [&](int) { answered << u"alert"_s; });
-        shell.actionSheet()->show(
-            {}, {}, {u"甲"_s}, u"取消"_s, [&](int) { answered << u"sheet"_s; });
+        const auto note = [&](const QString &name) {
+            return [&answered, name](int index) { answered << name + QString::number(index); };
+        };
+        shell.alertView()->show({.title = u"题"_s, .cancellable = true}, note(u"alert"_s));
+        shell.actionSheet()->show({}, {}, {u"甲"_s}, {}, note(u"older sheet"_s));
+        shell.actionSheet()->show({}, {}, {u"甲"_s}, {}, note(u"sheet"_s));
         shell.progressHUD()->show({});
-
         QVERIFY(shell.back());
-        QVERIFY(answered.isEmpty());
+        QCOMPARE(answered, QStringList {u"older sheet-1"_s});
         shell.progressHUD()->hide();
-        QVERIFY(shell.back());
-        QVERIFY(shell.back());
+        QVERIFY(shell.back() && shell.back());
         QVERIFY(!shell.back());
-        QCOMPARE(answered, QStringList({u"sheet"_s, u"alert"_s}));
+        shell.actionSheet()->choose(0);
+        QCOMPARE(answered, (QStringList {u"older sheet-1"_s, u"sheet-1"_s, u"alert-1"_s}));
+    }
+
+    void inputReachesTheScreenOnlyWhenNothingBlocksIt_data()
+    {
+        QTest::addColumn<std::function<void(Shell &)>>("cover");
+        QTest::addColumn<bool>("reaches");
+        const auto row = [](const char *name, std::function<void(Shell &)> cover, bool reaches) {
+            QTest::newRow(name) << cover << reaches;
+        };
+        row(
+            "toast", [](Shell &shell) { shell.toast()->show(u"请稍后"_s); }, true);
+        row(
+            "indicator", [](Shell &shell) { shell.progressHUD()->show(u"登录中"_s); }, false);
+        row(
+            "alert", [](Shell &shell) { shell.alertView()->show({.title = u"提醒"_s}); }, false);
+        row(
+            "notice",
+            [](Shell &shell) {
+                shell.alertView()->show(
+                    {.title = u"忘记密码"_s, .style = Alert::Style::FullScreen});
+            },
+            false);
+        row(
+            "sheet",
+            [](Shell &shell) { shell.actionSheet()->show({}, {}, {u"甲"_s}, u"取消"_s, {}); },
+            false);
+    }
+
+    void inputReachesTheScreenOnlyWhenNothingBlocksIt()
+    {
+        QFETCH(const std::function<void(Shell &)>, cover);
+        QFETCH(const bool, reaches);
+        QStringList log;
+        RecordingController home(u"home"_s, log);
+        UiHarness ui;
+        ui.showRootView();
+        ui.shell.navigator()->setRootViewController(u"Sample"_s, &home);
+        const auto *button = ui.itemWithText(u"按 home"_s);
+        cover(ui.shell);
+        // However often the keyboard moves on.
+        bool focused = false;
+        for (int i = 0; i < 5; ++i) {
+            QTest::keyClick(&ui.view, Qt::Key_Tab);
+            focused = focused || button->hasActiveFocus();
+        }
+        QCOMPARE(focused, reaches);
+        ui.click(button);
+        QCOMPARE(button->property("clicks"), QVariant(reaches ? 1 : 0));
+    }
+
+    void alertIsAnsweredByTouchAndByKey_data()
+    {
+        QTest::addColumn<QString>("touch"); // null: the key
+        QTest::addColumn<Qt::Key>("key");
+        QTest::addColumn<int>("answer");
+        QTest::newRow("first button") << u"取消"_s << Qt::Key() << 0;
+        QTest::newRow("return key: the last") << QString() << Qt::Key_Return << 1;
+        QTest::newRow("escape") << QString() << Qt::Key_Escape << AlertView::cancelled;
+    }
+
+    // The keyboard is the screen's again afterwards.
+    void alertIsAnsweredByTouchAndByKey()
+    {
+        QFETCH(const QString, touch);
+        QFETCH(const Qt::Key, key);
+        QStringList log;
+        RecordingController home(u"home"_s, log);
+        UiHarness ui;
+        ui.showRootView();
+        ui.shell.navigator()->setRootViewController(u"Sample"_s, &home);
+        QTest::keyClick(&ui.view, Qt::Key_Tab);
+        const auto *button = ui.itemWithText(u"按 home"_s);
+        int answer = -2;
+        ui.shell.alertView()->show(
+            {.title = u"提醒"_s, .buttons = {u"取消"_s, u"确定"_s}, .cancellable = true},
+            [&](int index) { answer = index; });
+        QVERIFY(!button->hasActiveFocus());
+        if (touch.isNull())
+            QTest::keyClick(&ui.view, key);
+        else
+            ui.click(ui.itemWithText(touch));
+        QTEST(answer, "answer");
+        QVERIFY(button->hasActiveFocus());
+    }
+
+    void touchOutsideCancelsWhatMayBeCancelled()
+    {
+        UiHarness ui;
+        ui.showRootView();
+        for (const bool cancellable : {true, false}) {
+            ui.shell.alertView()->show({.title = u"提醒"_s, .cancellable = cancellable});
+            QTest::mouseClick(&ui.view, Qt::LeftButton, {}, {20, 20});
+            QCOMPARE(ui.shell.alertView()->isVisible(), !cancellable);
+        }
     }
 };
 
-QTEST_GUILESS_MAIN(MessagesTest)
+QTEST_MAIN(MessagesTest)
 #include "MessagesTest.moc"

@@ -2,8 +2,6 @@
 #include "ui/RecordingController.h"
 #include "ui/UiHarness.h"
 
-#include <QtTest>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -15,271 +13,145 @@ QStringList taken(QStringList &log)
     return std::exchange(log, {});
 }
 
-} // namespace
+QStringList shownAnew(const QString &name)
+{
+    return {name + u":willAppear"_s, name + u":didAppear"_s};
+}
+
+QStringList shownFirst(const QString &name)
+{
+    return QStringList {name + u":didLoad"_s} + shownAnew(name);
+}
+
+}
 
 class NavigatorTest : public QObject
 {
     Q_OBJECT
 
+private:
+    QStringList m_log;
+    std::unique_ptr<RecordingController> m_home;
+    std::unique_ptr<UiHarness> m_ui;
+    Navigator *m_navigator = nullptr;
+
+    QPointer<ViewController> present(const QString &name)
+    {
+        auto *page = new RecordingController(name, m_log);
+        return m_navigator->present(sample, page) ? page : nullptr;
+    }
+
 private Q_SLOTS:
+    void init()
+    {
+        m_ui.reset();
+        m_log.clear();
+        m_ui = std::make_unique<UiHarness>();
+        m_home = std::make_unique<RecordingController>(u"home"_s, m_log);
+        m_navigator = m_ui->shell.navigator();
+        m_ui->showRootView();
+        m_navigator->setRootViewController(sample, m_home.get());
+        QCOMPARE(taken(m_log), shownFirst(u"home"_s));
+    }
+
     void keepsTheViewOfARootAcrossSwitches()
     {
-        QStringList log;
-        RecordingController home(u"home"_s, log), login(u"login"_s, log);
-        UiHarness ui;
-        ui.showRootView();
-        Navigator &navigator = *ui.shell.navigator();
-        QSignalSpy rootChanged(&navigator, &Navigator::rootChanged);
-
-        navigator.setRootViewController(sample, &home);
-        QCOMPARE(taken(log),
-            QStringList({u"home:didLoad"_s, u"home:willAppear"_s, u"home:didAppear"_s}));
-        const QPointer<QQuickItem> made = ui.itemNamed(u"screen home"_s);
-        QVERIFY(made && made->isVisible());
-        navigator.setRootViewController(sample, &home);
-        QCOMPARE(rootChanged.size(), 1);
-
-        navigator.setRootViewController(sample, &login);
+        const QPointer<QQuickItem> made = m_ui->itemWithText(u"按 home"_s);
+        RecordingController login(u"login"_s, m_log);
+        m_navigator->setRootViewController(sample, &login);
         QVERIFY(made && !made->isVisible());
-        QVERIFY(ui.itemWithText(u"按 login"_s));
-        navigator.setRootViewController({});
-        QCOMPARE(navigator.rootName(), QString());
-        QVERIFY(!ui.itemWithText(u"按 login"_s));
-        log.clear();
+        QVERIFY(m_ui->itemWithText(u"按 login"_s));
+        m_navigator->setRootViewController({});
+        QVERIFY(!m_ui->itemWithText(u"按 login"_s));
+        m_log.clear();
 
-        navigator.setRootViewController(sample, &home);
+        m_navigator->setRootViewController(sample, m_home.get());
+        m_navigator->setRootViewController(sample, m_home.get());
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(made && made->isVisible());
-        QCOMPARE(taken(log), QStringList({u"home:willAppear"_s, u"home:didAppear"_s}));
-        QCOMPARE(rootChanged.size(), 4);
-    }
-
-    void preparedRootIsBuiltButNeitherSeenNorTold()
-    {
-        QStringList log;
-        RecordingController home(u"home"_s, log), login(u"login"_s, log);
-        UiHarness ui;
-        ui.showRootView();
-        ui.shell.navigator()->setRootViewController(sample, &login);
-        log.clear();
-
-        ui.shell.navigator()->prepare(sample, &home);
-        const auto *made = ui.itemNamed(u"screen home"_s);
-        QVERIFY(made && !made->isVisible());
-        QCOMPARE(log, QStringList());
-
-        ui.shell.navigator()->setRootViewController(sample, &home);
-        QVERIFY(made->isVisible());
-        QCOMPARE(ui.itemNamed(u"screen home"_s), made);
-    }
-
-    void tellsControllersOfTheirAppearances_data()
-    {
-        QTest::addColumn<bool>("animated");
-        QTest::newRow("at once") << false;
-        QTest::newRow("animated") << true;
+        QCOMPARE(taken(m_log), shownAnew(u"home"_s));
     }
 
     void tellsControllersOfTheirAppearances()
     {
-        QFETCH(bool, animated);
-        QStringList log;
-        RecordingController home(u"home"_s, log), page(u"page"_s, log);
-        UiHarness ui;
-        ui.showRootView();
-        Navigator &navigator = *ui.shell.navigator();
-        navigator.setAnimated(animated);
-        navigator.setRootViewController(sample, &home);
-        QObject owner;
-        page.setParent(&owner);
-        log.clear();
-
-        QVERIFY(navigator.present(sample, &page));
-        QVERIFY(!navigator.present(sample, &page));
-        if (animated)
-            QCOMPARE(log, QStringList({u"page:didLoad"_s, u"page:willAppear"_s}));
-        QTRY_COMPARE(log.size(), 3);
-        QCOMPARE(taken(log),
-            QStringList({u"page:didLoad"_s, u"page:willAppear"_s, u"page:didAppear"_s}));
+        const auto page = present(u"page"_s);
+        QVERIFY(!m_navigator->present(sample, page));
+        QCOMPARE(m_log, shownFirst(u"page"_s).mid(0, 2));
+        TRY_COMPARE(m_log, shownFirst(u"page"_s));
         // Neither eye nor screen reader shall find what is covered.
-        QVERIFY(!ui.itemWithText(u"按 home"_s));
-        QCOMPARE(navigator.topViewController(), &page);
+        QVERIFY(!m_ui->itemWithText(u"按 home"_s));
+        m_log.clear();
 
-        QSignalSpy dismissed(&navigator, &Navigator::dismissed);
-        navigator.dismiss(&page);
-        QCOMPARE(log.value(0), u"home:willAppear"_s);
-        QVERIFY(ui.itemWithText(u"按 home"_s));
-        QTRY_COMPARE(log.size(), 2);
-        QCOMPARE(taken(log), QStringList({u"home:willAppear"_s, u"home:didAppear"_s}));
-        QCOMPARE(dismissed.size(), 1);
-        QVERIFY(!ui.itemWithText(u"按 page"_s));
-        page.setParent(nullptr);
+        m_navigator->dismiss(page);
+        QCOMPARE(m_log.value(0), u"home:willAppear"_s);
+        QVERIFY(m_ui->itemWithText(u"按 home"_s));
+        TRY_COMPARE(m_log, shownAnew(u"home"_s));
+        TRY_VERIFY(!page && !m_ui->itemWithText(u"按 page"_s));
     }
 
-    void dismissingALowerModalClosesThoseAboveIt()
+    void modalsGoWithTheOneBelowThemOrTheRoot()
     {
-        QStringList log;
-        RecordingController home(u"home"_s, log);
-        UiHarness ui;
-        ui.showRootView();
-        Navigator &navigator = *ui.shell.navigator();
-        navigator.setRootViewController(sample, &home);
-        const QPointer<ViewController> lower = new RecordingController(u"lower"_s, log);
-        const QPointer<ViewController> upper = new RecordingController(u"upper"_s, log);
-        navigator.present(sample, lower);
-        navigator.present(sample, upper);
-        QTRY_VERIFY(log.contains(u"upper:didAppear"_s));
-        log.clear();
+        const auto lower = present(u"lower"_s);
+        const auto upper = present(u"upper"_s);
+        TRY_VERIFY(m_log.contains(u"upper:didAppear"_s));
+        m_log.clear();
+        m_navigator->dismiss(lower);
+        TRY_VERIFY(!lower && !upper);
+        QCOMPARE(taken(m_log), shownAnew(u"home"_s));
 
-        navigator.dismiss(lower);
-        QTRY_VERIFY(!lower && !upper);
-        QCOMPARE(log, QStringList({u"home:willAppear"_s, u"home:didAppear"_s}));
-        QCOMPARE(navigator.topViewController(), &home);
-    }
-
-    void switchingTheRootDropsAllModals()
-    {
-        QStringList log;
-        RecordingController home(u"home"_s, log), login(u"login"_s, log);
-        UiHarness ui;
-        ui.showRootView();
-        Navigator &navigator = *ui.shell.navigator();
-        navigator.setRootViewController(sample, &home);
-        const QPointer<ViewController> page = new RecordingController(u"page"_s, log);
-        navigator.present(sample, page);
-        log.clear();
-
-        navigator.setRootViewController(sample, &login);
-        QVERIFY(!log.contains(u"home:willAppear"_s));
-        QVERIFY(ui.itemWithText(u"按 login"_s));
-        QVERIFY(!ui.itemWithText(u"按 page"_s));
-        QTRY_VERIFY(!page);
+        const auto page = present(u"page"_s);
+        RecordingController login(u"login"_s, m_log);
+        m_navigator->setRootViewController(sample, &login);
+        TRY_VERIFY(!page);
+        QVERIFY(!m_log.contains(u"home:willAppear"_s));
     }
 
     void screensGoWithTheirControllers()
     {
-        QStringList log;
-        auto home = std::make_unique<RecordingController>(u"home"_s, log);
-        UiHarness ui;
-        ui.showRootView();
-        Navigator &navigator = *ui.shell.navigator();
-        navigator.setRootViewController(sample, home.get());
-        auto page = std::make_unique<RecordingController>(u"page"_s, log);
-        navigator.present(sample, page.get());
-
-        page.reset();
-        QCOMPARE(navigator.topViewController(), home.get());
-        home.reset();
-        QCOMPARE(navigator.rootViewController(), nullptr);
-        QCOMPARE(navigator.screens()->rowCount(), 0);
-    }
-
-    void refusesUnknownNames()
-    {
-        QStringList log;
-        RecordingController page(u"page"_s, log);
-        Navigator navigator;
-        QTest::ignoreMessage(QtWarningMsg, "no screen is registered under the name \"Nowhere\"");
-        QVERIFY(!navigator.present(u"Nowhere"_s, &page));
-        QCOMPARE(navigator.topViewController(), nullptr);
-    }
-
-    void recordsScreensWithoutAWindow()
-    {
-        QStringList log;
-        RecordingController home(u"home"_s, log);
-        Navigator navigator;
-        navigator.registerScreen(sample, QUrl(u"qrc:/none.qml"_s));
-        navigator.setRootViewController(sample, &home);
-        QSignalSpy presented(&navigator, &Navigator::presented);
-        const QPointer<ViewController> page = new RecordingController(u"page"_s, log);
-        navigator.present(sample, page);
-        QCOMPARE(presented, QList<QVariantList>({{sample}}));
-        QCOMPARE(navigator.topViewController(), page);
-        navigator.dismiss(page);
-        QTRY_VERIFY(!page);
-        QCOMPARE(log, QStringList());
+        const auto page = present(u"page"_s);
+        delete page;
+        QCOMPARE(m_navigator->topViewController(), m_home.get());
+        m_home.reset();
+        QCOMPARE(m_navigator->rootViewController(), nullptr);
+        QCOMPARE(m_navigator->screens()->rowCount(), 0);
     }
 
     void backKeyIsTheScreensFirstAndThenTheNavigators()
     {
-        QStringList log;
-        RecordingController home(u"home"_s, log);
-        UiHarness ui;
-        ui.showRootView();
-        Navigator &navigator = *ui.shell.navigator();
-        navigator.setAnimated(false);
-        navigator.setRootViewController(sample, &home);
-        auto *page = new RecordingController(u"page"_s, log);
-        navigator.present(sample, page);
-        const QPointer<ViewController> guard = page;
-
-        page->usesBack = true;
-        QTest::keyClick(&ui.view, Qt::Key_Escape);
-        QCOMPARE(navigator.topViewController(), page);
-        page->usesBack = false;
-        QTest::keyClick(&ui.view, Qt::Key_Escape);
-        QTRY_VERIFY(!guard);
-        log.clear();
-        QTest::keyClick(&ui.view, Qt::Key_Escape);
-        QCOMPARE(log, QStringList({u"home:back"_s}));
-        QCOMPARE(navigator.topViewController(), &home);
+        const auto page = present(u"page"_s);
+        TRY_VERIFY(m_log.contains(u"page:didAppear"_s));
+        static_cast<RecordingController *>(page.get())->usesBack = true;
+        QTest::keyClick(&m_ui->view, Qt::Key_Escape);
+        QCOMPARE(m_navigator->topViewController(), page);
+        static_cast<RecordingController *>(page.get())->usesBack = false;
+        QTest::keyClick(&m_ui->view, Qt::Key_Escape);
+        TRY_VERIFY(!page);
+        m_log.clear();
+        QTest::keyClick(&m_ui->view, Qt::Key_Escape);
+        QCOMPARE(taken(m_log), QStringList {u"home:back"_s});
+        QCOMPARE(m_navigator->topViewController(), m_home.get());
     }
 
-    void navigationControllerPushesAndPops()
+    void aNavigationControllerPopsToItsFirstScreenAndEndsWithIt()
     {
-        QStringList log;
-        RecordingController login(u"login"_s, log);
-        login.hidesBar = true;
-        UiHarness ui;
-        ui.showRootView();
-        Navigator &navigator = *ui.shell.navigator();
-        NavigationController navigation(&navigator, sample, &login);
-        navigator.setRootViewController(NavigationController::screenName, &navigation);
-        QCOMPARE(taken(log),
-            QStringList({u"login:didLoad"_s, u"login:willAppear"_s, u"login:didAppear"_s}));
-        QVERIFY(!ui.itemWithText(u"返回"_s));
+        auto *choose = new RecordingController(u"choose"_s, m_log);
+        const QPointer<NavigationController> frame
+            = new NavigationController(m_navigator, sample, choose);
+        choose->setParent(frame);
+        m_navigator->present(QString::fromLatin1(NavigationController::screenName), frame);
+        TRY_COMPARE(m_log, shownFirst(u"choose"_s));
+        m_log.clear();
 
-        const QPointer<ViewController> detail = new RecordingController(u"detail"_s, log);
-        navigation.push(sample, detail);
-        QTRY_COMPARE(log.size(), 3);
-        QCOMPARE(taken(log),
-            QStringList({u"detail:didLoad"_s, u"detail:willAppear"_s, u"detail:didAppear"_s}));
-        QVERIFY(ui.itemWithText(u"detail"_s));
-        QVERIFY(!ui.itemWithText(u"按 login"_s));
-
-        ui.click(ui.itemWithText(u"返回"_s));
-        QTRY_VERIFY(!detail);
-        QCOMPARE(taken(log), QStringList({u"login:willAppear"_s, u"login:didAppear"_s}));
-        QVERIFY(navigation.navigationBarHidden());
-        navigation.pop();
-        QCOMPARE(navigation.topViewController(), &login);
-    }
-
-    void presentedNavigationControllerEndsWithItsFirstScreen()
-    {
-        QStringList log;
-        RecordingController home(u"home"_s, log);
-        UiHarness ui;
-        ui.showRootView();
-        Navigator &navigator = *ui.shell.navigator();
-        navigator.setRootViewController(sample, &home);
-        for (const bool byButton : {true, false}) {
-            auto *choose = new RecordingController(u"choose"_s, log);
-            const QPointer<NavigationController> navigation
-                = new NavigationController(&navigator, sample, choose);
-            choose->setParent(navigation);
-            log.clear();
-            navigator.present(NavigationController::screenName, navigation);
-            QTRY_COMPARE(log.size(), 3);
-            QCOMPARE(log,
-                QStringList({u"choose:didLoad"_s, u"choose:willAppear"_s, u"choose:didAppear"_s}));
-            if (byButton)
-                ui.click(ui.itemWithText(u"返回"_s));
-            else
-                navigator.dismiss(choose);
-            QTRY_VERIFY(!navigation);
-        }
+        const QPointer<ViewController> detail = new RecordingController(u"detail"_s, m_log);
+        frame->push(sample, detail);
+        TRY_COMPARE(m_log, shownFirst(u"detail"_s));
+        m_log.clear();
+        QVERIFY(m_ui->itemWithText(u"detail"_s) && !m_ui->itemWithText(u"按 choose"_s));
+        m_ui->click(m_ui->itemWithText(u"返回"_s));
+        TRY_VERIFY(!detail);
+        QCOMPARE(taken(m_log), shownAnew(u"choose"_s));
+        m_ui->click(m_ui->itemWithText(u"返回"_s));
+        TRY_VERIFY(!frame);
     }
 };
 

@@ -11,17 +11,14 @@ class RecordingController : public ViewController
     Q_OBJECT
 
 public:
-    RecordingController(const QString &name, QStringList &log, QObject *parent = nullptr)
-        : ViewController(parent)
-        , m_log(log)
+    RecordingController(const QString &name, QStringList &log)
+        : m_log(log)
     {
         setTitle(name);
     }
 
-    bool hidesBar = false;
     bool usesBack = false;
 
-    bool prefersNavigationBarHidden() const override { return hidesBar; }
     void viewDidLoad() override { record(QStringLiteral("didLoad")); }
     void viewWillAppear() override { record(QStringLiteral("willAppear")); }
     void viewDidAppear() override { record(QStringLiteral("didAppear")); }

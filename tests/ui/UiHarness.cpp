@@ -1,11 +1,15 @@
 #include "ui/UiHarness.h"
 
+#include <QAccessible>
 #include <QGuiApplication>
+#include <QQmlComponent>
 #include <QQmlEngine>
+#include <QSignalSpy>
 #include <QtQml/qqmlextensionplugin.h>
-#include <QtTest>
 
 Q_IMPORT_QML_PLUGIN(Vant_UiPlugin)
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -13,64 +17,70 @@ namespace {
 // object.
 void collect(QQuickItem *item, QList<QQuickItem *> &found)
 {
+    if (!item->isVisible())
+        return;
     found << item;
     for (QQuickItem *child : item->childItems())
         collect(child, found);
 }
 
-} // namespace
+}
 
 UiHarness::UiHarness(QSize size, double textScale)
 {
     QFont font = QGuiApplication::font();
     font.setPixelSize(qRound(16 * textScale));
     QGuiApplication::setFont(font);
-    view.engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
+    view.engine()->addImportPath(u"qrc:/qt/qml"_s);
     view.setResizeMode(QQuickView::SizeRootObjectToView);
     view.resize(size);
 }
 
-void UiHarness::showRootView()
+void UiHarness::showRootView(Shell *anotherShell)
 {
-    shell.navigator()->registerScreen(
-        QStringLiteral("Sample"), QUrl(QStringLiteral("qrc:/samples/SampleScreen.qml")));
-    show(QUrl(QStringLiteral("qrc:/samples/SampleWindow.qml")),
-        {{QStringLiteral("shell"), QVariant::fromValue(&shell)}});
+    anotherShell->navigator()->registerScreen(
+        u"Sample"_s, QUrl(u"qrc:/samples/SampleScreen.qml"_s));
+    view.setInitialProperties({{u"shell"_s, QVariant::fromValue(anotherShell)}});
+    view.setSource(QUrl(u"qrc:/qt/qml/Vant/Ui/RootView.qml"_s));
+    show();
 }
 
-void UiHarness::show(const QUrl &source, const QVariantMap &properties)
+void UiHarness::showControls(const QByteArray &qml)
 {
-    view.setInitialProperties(properties);
-    view.setSource(source);
+    auto *component = new QQmlComponent(view.engine(), &view);
+    component->setData("import QtQuick\nimport Vant.Ui\nItem {\n" + qml + "}", QUrl());
+    QVERIFY2(component->isReady(), qPrintable(component->errorString()));
+    view.setContent(QUrl(), component, component->create());
+    show();
+}
+
+void UiHarness::show()
+{
     view.show();
     view.requestActivate();
-    QVERIFY(QTest::qWaitForWindowActive(&view));
+    QVERIFY(QTest::qWaitForWindowActive(&view, patienceMs));
 }
 
-QList<QQuickItem *> UiHarness::itemsWith(const char *property) const
+QList<QQuickItem *> UiHarness::items() const
 {
     QList<QQuickItem *> found;
     collect(view.contentItem(), found);
-    found.removeIf([property](const QQuickItem *item) {
-        return !item->isVisible() || item->metaObject()->indexOfProperty(property) < 0;
-    });
     return found;
+}
+
+QString UiHarness::textOf(QQuickItem *item)
+{
+    QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(item);
+    const QString name = accessible ? accessible->text(QAccessible::Name) : QString();
+    return name.isEmpty() ? item->property("text").toString() : name;
 }
 
 QQuickItem *UiHarness::itemWithText(const QString &text) const
 {
-    const auto items = itemsWith("text");
-    const auto it = std::find_if(items.begin(), items.end(),
-        [&](const QQuickItem *item) { return item->property("text").toString() == text; });
-    return it == items.end() ? nullptr : *it;
-}
-
-QQuickItem *UiHarness::itemNamed(const QString &objectName) const
-{
-    QList<QQuickItem *> found;
-    collect(view.contentItem(), found);
-    found.removeIf([&](const QQuickItem *item) { return item->objectName() != objectName; });
-    return found.size() == 1 ? found.first() : nullptr;
+    const auto all = items();
+    const auto it = std::find_if(
+        all.begin(), all.end(), [&](QQuickItem *item) { return textOf(item) == text; });
+    return it == all.end() ? nullptr : *it;
 }
 
 void UiHarness::click(const QQuickItem *item)
@@ -79,7 +89,7 @@ void UiHarness::click(const QQuickItem *item)
     // Columns, rows and grids place their items with the next frame.
     QSignalSpy frame(&view, &QQuickWindow::frameSwapped);
     view.update();
-    QVERIFY(frame.wait());
+    QVERIFY(frame.wait(patienceMs));
     const QPointF centre = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
     QTest::mouseClick(&view, Qt::LeftButton, {}, centre.toPoint());
 }

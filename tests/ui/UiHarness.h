@@ -1,34 +1,38 @@
 #pragma once
 
 #include "support/ManualMainQueue.h"
+#include "support/Patience.h"
 #include "ui/Shell.h"
 
 #include <QQuickItem>
 #include <QQuickView>
 
-//! A window with a shell under a manual clock: the whole of RootView, or one sample.
+//! A window with a shell under a manual clock: the whole of RootView, or a few controls.
 class UiHarness
 {
 public:
-    static constexpr QSize phone {390, 844};
-
     //! \a textScale: as the application's font carries it.
-    explicit UiHarness(QSize size = phone, double textScale = 1);
+    explicit UiHarness(QSize size = {390, 844}, double textScale = 1);
 
     //! Shows RootView, with SampleScreen registered as "Sample".
-    void showRootView();
-    void show(const QUrl &source, const QVariantMap &properties = {});
+    void showRootView() { showRootView(&shell); }
+    void showRootView(Shell *anotherShell);
+    //! Shows what stands in the QML text, under an item that fills the window.
+    void showControls(const QByteArray &qml);
 
-    //! The visible items that have the property, from the back to the front.
-    QList<QQuickItem *> itemsWith(const char *property) const;
+    //! All visible items, from the back to the front.
+    QList<QQuickItem *> items() const;
+    //! What a screen reader says of the item, or else its text.
+    static QString textOf(QQuickItem *item);
     //! The outermost visible item of that text: a button, not the label in it; null when there is
     //! none.
     QQuickItem *itemWithText(const QString &text) const;
-    //! By object name, hidden ones included; null when there is none or more than one.
-    QQuickItem *itemNamed(const QString &objectName) const;
     void click(const QQuickItem *item);
 
     ManualMainQueue queue;
     Shell shell {queue};
     QQuickView view;
+
+private:
+    void show();
 };

@@ -1,11 +1,11 @@
 #include "web/HomeHarness.h"
 
+#include "support/Patience.h"
 #include "web/HomePageProfile.h"
 #include "web/PageHarness.h"
 
 #include <QQmlEngine>
 #include <QQuickItem>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -19,6 +19,7 @@ HomeHarness::HomeHarness()
     , ssoCookies(&cookies, &defaults)
     , shell(mainQueue)
     , services(shell.toast())
+    , pageHost(&shell, folder.path())
     , profile(makeHomePageProfile(folder.filePath(u"web"_s), &cookies))
     , controller({
           .configuration = {},
@@ -37,6 +38,7 @@ HomeHarness::HomeHarness()
           .photoLibrary = &album,
           .wxApi = &wxApi,
           .services = &services,
+          .pageHost = &pageHost,
           .shell = &shell,
       })
 {
@@ -76,7 +78,7 @@ bool HomeHarness::waitForPage(const QString &title)
             return evaluate(u"document.readyState == 'complete' ? document.title : ''"_s).toString()
                 == title;
         },
-        20'000);
+        patienceMs);
 }
 
 QVariant HomeHarness::evaluate(const QString &script)

@@ -4,13 +4,14 @@
 #include "model/LoginModel.h"
 #include "platform/FolderPhotoLibrary.h"
 #include "platform/HTTPCookieStorage.h"
-#include "platform/NetworkReachabilityManager.h"
 #include "platform/NotificationCenter.h"
 #include "platform/UnavailableWXApi.h"
 #include "platform/UrlOpener.h"
 #include "session/SsoCookies.h"
 #include "support/ManualMainQueue.h"
+#include "support/SwitchedReachability.h"
 #include "ui/Shell.h"
+#include "web/PageHost.h"
 #include "web/STHomeViewController.h"
 #include "web/STHomeViewControllerDelegate.h"
 #include "web/UnavailablePageServices.h"
@@ -33,15 +34,6 @@ public:
 
     QStringList handled;
     QList<QUrl> opened;
-};
-
-//! A network that is there or not, as the test says.
-class SwitchedReachability : public NetworkReachabilityManager
-{
-public:
-    Status networkReachabilityStatus() const override { return status; }
-
-    Status status = Status::Unknown;
 };
 
 //! The application's side of the home container, as far as the container sees it.
@@ -97,6 +89,7 @@ public:
     SsoCookies ssoCookies;
     Shell shell;
     UnavailablePageServices services;
+    PageHost pageHost;
     NotedDelegate delegate;
     std::unique_ptr<WebPageProfile> profile;
     STHomeViewController controller;

@@ -1,10 +1,10 @@
 #include "web/PageHarness.h"
 
+#include "support/Patience.h"
 #include "web/PageScripts.h"
 
 #include <QQuickItem>
 #include <QSignalSpy>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -12,7 +12,7 @@ QVariant evaluateIn(WebView &webView, const QString &script)
 {
     std::optional<QVariant> result;
     webView.evaluateJavaScript(script, [&result](const QVariant &value) { result = value; });
-    if (!QTest::qWaitFor([&result] { return result.has_value(); }, 10'000))
+    if (!QTest::qWaitFor([&result] { return result.has_value(); }, patienceMs))
         qWarning("the script gave no result");
     return result.value_or(QVariant());
 }
@@ -21,7 +21,7 @@ PageHarness::PageHarness(WebViewJavascriptBridge::Trust trust)
     : cookies(folder.filePath(u"cookies.json"_s))
     , profile(u"test"_s, folder.path(), u"VANT-IOS iphone"_s, &cookies)
     , bridge(std::move(trust))
-    , webView(profile.engineProfile(), &bridge)
+    , webView(profile.engineProfile(), &bridge, &pageHost)
 {
     profile.addUserScript(u"bridge"_s, PageScripts::bridge(), QWebEngineScript::DocumentCreation,
         WebPageProfile::Frames::Main);
@@ -39,7 +39,7 @@ bool PageHarness::load(const QString &url)
 {
     QSignalSpy finished(&webView, &WebView::didFinishNavigation);
     webView.load(QUrl(url));
-    return finished.wait(20'000);
+    return finished.wait(patienceMs);
 }
 
 QVariant PageHarness::evaluate(const QString &script)

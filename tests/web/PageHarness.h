@@ -1,6 +1,9 @@
 #pragma once
 
 #include "platform/HTTPCookieStorage.h"
+#include "support/ManualMainQueue.h"
+#include "ui/Shell.h"
+#include "web/PageHost.h"
 #include "web/WebPageProfile.h"
 #include "web/WebView.h"
 #include "web/WebViewJavascriptBridge.h"
@@ -13,7 +16,8 @@
 class PageHarness
 {
 public:
-    explicit PageHarness(WebViewJavascriptBridge::Trust trust = [](const QString &) { return true; });
+    explicit PageHarness(
+        WebViewJavascriptBridge::Trust trust = [](const QString &) { return true; });
 
     //! Loads the page and waits for its end.
     bool load(const QString &url);
@@ -25,6 +29,9 @@ public:
 
     QTemporaryDir folder;
     HTTPCookieStorage cookies;
+    ManualMainQueue mainQueue;
+    Shell shell {mainQueue};
+    PageHost pageHost {&shell, folder.path()};
     WebPageProfile profile;
     WebViewJavascriptBridge bridge;
     WebView webView;

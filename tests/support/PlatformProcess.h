@@ -10,17 +10,17 @@
 
 //! The school platform as a child process on a free port, for the life of this object.
 //!
-//! Its own calls to the platform wait in an event loop, so that completions of the code under test may arrive
-//! meanwhile; the platform never traces them.
-class SandboxProcess
+//! Its own calls to the platform wait in an event loop, so that completions of the code under test
+//! may arrive meanwhile; the platform never traces them.
+class PlatformProcess
 {
 public:
     //! The hosts by their last number.
     enum Host { Rb = 1, Regions, Public, Base, Official, Content, Upload, Storage, Local, Tls };
 
     //! Starts and waits until it listens; isRunning() tells whether it does.
-    explicit SandboxProcess(const QStringList &arguments = {});
-    ~SandboxProcess();
+    explicit PlatformProcess(const QStringList &arguments = {});
+    ~PlatformProcess();
 
     bool isRunning() const { return m_port != 0; }
     //! "127.0.0.1:41234"
@@ -29,16 +29,12 @@ public:
     QString address(Host host = Rb) const;
     //! The hosts as a client of this platform is configured.
     DeploymentConfiguration::Hosts hosts() const;
-    //! The client configuration that the platform itself hands out, as TOML.
-    QByteArray deploymentToml() const;
 
-    //! Ends at once, as a kill does.
-    void kill();
-
-    //! The requests received since the last call (or since the start), in the order of their answers.
+    //! The requests received since the last call or the start, in the order of their answers.
     QList<TracedRequest> takeRequests();
 
-    //! Spoils answers: {"action", "start" or "path"; "times", "status", "body", "headers", "delay_ms", "cut", "huge"}.
+    //! Spoils answers: {"action", "start" or "path"; "times", "status", "body", "headers",
+    //! "delay_ms", "cut", "huge"}.
     void addFault(const QJsonObject &fault);
     //! Sets the "data" or the whole "envelope" of an operation: {"start", "data" | "envelope"}.
     void setAnswer(const QJsonObject &answer);

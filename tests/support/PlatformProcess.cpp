@@ -1,4 +1,4 @@
-#include "support/SandboxProcess.h"
+#include "support/PlatformProcess.h"
 
 #include <QEventLoop>
 #include <QJsonArray>
@@ -16,7 +16,7 @@ constexpr int endTimeout = 5'000;
 
 }
 
-SandboxProcess::SandboxProcess(const QStringList &arguments)
+PlatformProcess::PlatformProcess(const QStringList &arguments)
 {
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     // A test that crashes must not leave the platform behind.
@@ -30,41 +30,31 @@ SandboxProcess::SandboxProcess(const QStringList &arguments)
                    << m_process.errorString();
 }
 
-SandboxProcess::~SandboxProcess()
+PlatformProcess::~PlatformProcess()
 {
     m_process.terminate();
     if (!m_process.waitForFinished(endTimeout))
-        kill();
-}
-
-void SandboxProcess::kill()
-{
-    m_process.kill();
+        m_process.kill();
     m_process.waitForFinished(endTimeout);
 }
 
-QString SandboxProcess::authority(Host host) const
+QString PlatformProcess::authority(Host host) const
 {
     return u"127.0.0.%1:%2"_qs.arg(int(host)).arg(m_port);
 }
 
-QString SandboxProcess::address(Host host) const
+QString PlatformProcess::address(Host host) const
 {
     return (host == Tls ? u"https://%1/"_qs : u"http://%1/"_qs).arg(authority(host));
 }
 
-DeploymentConfiguration::Hosts SandboxProcess::hosts() const
+DeploymentConfiguration::Hosts PlatformProcess::hosts() const
 {
     return {address(Regions), address(Rb), address(Public), address(Base), address(Rb),
         address(Official), address(Content)};
 }
 
-QByteArray SandboxProcess::deploymentToml() const
-{
-    return control(u"deployment.toml"_qs);
-}
-
-QList<TracedRequest> SandboxProcess::takeRequests()
+QList<TracedRequest> PlatformProcess::takeRequests()
 {
     const QJsonObject answer
         = QJsonDocument::fromJson(control(u"_control/trace?since=%1"_qs.arg(m_taken))).object();
@@ -75,23 +65,23 @@ QList<TracedRequest> SandboxProcess::takeRequests()
     return requests;
 }
 
-void SandboxProcess::addFault(const QJsonObject &fault)
+void PlatformProcess::addFault(const QJsonObject &fault)
 {
     control(u"_control/faults"_qs, QJsonDocument(fault).toJson());
 }
 
-void SandboxProcess::setAnswer(const QJsonObject &answer)
+void PlatformProcess::setAnswer(const QJsonObject &answer)
 {
     control(u"_control/settings"_qs, QJsonDocument(answer).toJson());
 }
 
-void SandboxProcess::reset()
+void PlatformProcess::reset()
 {
     control(u"_control/reset"_qs, "{}");
     m_taken = 0;
 }
 
-QByteArray SandboxProcess::control(const QString &path, const QByteArray &body) const
+QByteArray PlatformProcess::control(const QString &path, const QByteArray &body) const
 {
     QNetworkRequest request(QUrl(address(Rb) + path));
     request.setHeader(QNetworkRequest::ContentTypeHeader, u"application/json"_qs);

@@ -1,0 +1,3 @@
+#include "model/Logging.h"
+
+Q_LOGGING_CATEGORY(lcModel, "vant.model", QtInfoMsg)

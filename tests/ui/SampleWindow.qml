@@ -1,3 +1,0 @@
-import Vant.Ui
-
-RootView { }
