@@ -29,42 +29,58 @@ void Toast::showSuccess(const QString &text)
     presentForAWhile(text, Kind::Success);
 }
 
-void Toast::hide()
-{
-    if (!m_visible)
-        return;
-    m_visible = false;
-    Q_EMIT changed();
-}
-
 quint64 Toast::showLoading(const QString &text)
 {
-    present(text, Kind::Loading);
-    return m_generation;
+    m_loadings.append({++m_lastLoading, text});
+    presentLoading();
+    return m_lastLoading;
+}
+
+void Toast::showProgress(quint64 number, double progress)
+{
+    for (Loading &loading : m_loadings) {
+        if (loading.number == number)
+            loading.progress = progress;
+    }
+    presentLoading();
 }
 
 void Toast::hideLoading(quint64 number)
 {
-    if (number == m_generation)
-        hide();
+    m_loadings.removeIf([number](const Loading &loading) { return loading.number == number; });
+    presentLoading();
 }
 
-void Toast::present(const QString &text, Kind kind)
+void Toast::presentLoading()
 {
-    m_text = text;
-    m_kind = kind;
-    m_visible = true;
-    ++m_generation;
-    Q_EMIT changed();
+    if (m_isCovered)
+        return;
+    if (!m_loadings.isEmpty()) {
+        present(m_loadings.constLast().text, Kind::Loading, m_loadings.constLast().progress);
+    } else if (std::exchange(m_visible, false)) {
+        Q_EMIT changed();
+    }
 }
 
 void Toast::presentForAWhile(const QString &text, Kind kind)
 {
     if (text.isEmpty())
         return;
-    present(text, kind);
-    m_queue.after(visibleTime, this, [this, generation = m_generation] {
-        if (generation == m_generation)
-            hide();
+    m_isCovered = true;
+    present(text, kind, -1);
+    m_queue.after(visibleTime, this, [this, generation = ++m_generation] {
+        if (generation != m_generation)
+            return;
+        m_isCovered = false;
+        presentLoading();
     });
+}
+
+void Toast::present(const QString &text, Kind kind, double progress)
+{
+    m_text = text;
+    m_kind = kind;
+    m_progress = progress;
+    m_visible = true;
+    Q_EMIT changed();
 }

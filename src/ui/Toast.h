@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QObject>
 #include <qqmlregistration.h>
 
@@ -15,6 +16,8 @@ class Toast : public QObject
     Q_PROPERTY(QString text READ text NOTIFY changed)
     Q_PROPERTY(Kind kind READ kind NOTIFY changed)
     Q_PROPERTY(bool visible READ isVisible NOTIFY changed)
+    //! Of a loading toast: how far the work is, 0 to 1; negative: not known.
+    Q_PROPERTY(double progress READ progress NOTIFY changed)
 
 public:
     enum class Kind { Plain, Error, Success, Loading };
@@ -26,26 +29,40 @@ public:
     void show(const QString &text);
     void showError(const QString &text);
     void showSuccess(const QString &text);
-    //! Stays until its number is given to hideLoading(), or another toast takes its place.
+    //! Stays until its number is given to hideLoading(); those that go by themselves, and later ones
+    //! of its kind, cover it meanwhile.
     quint64 showLoading(const QString &text);
-    //! Hides nothing but that one.
+    //! Says how far the work of that one is, 0 to 1.
+    void showProgress(quint64 number, double progress);
     void hideLoading(quint64 number);
 
     QString text() const { return m_text; }
     Kind kind() const { return m_kind; }
     bool isVisible() const { return m_visible; }
+    double progress() const { return m_progress; }
 
 Q_SIGNALS:
     void changed();
 
 private:
-    void hide();
-    void present(const QString &text, Kind kind);
+    struct Loading
+    {
+        quint64 number;
+        QString text;
+        double progress = -1;
+    };
+
     void presentForAWhile(const QString &text, Kind kind);
+    void presentLoading();
+    void present(const QString &text, Kind kind, double progress);
 
     MainQueue &m_queue;
     QString m_text;
     Kind m_kind = Kind::Plain;
     bool m_visible = false;
+    double m_progress = -1;
+    QList<Loading> m_loadings;
+    bool m_isCovered = false; // by one that goes by itself
     quint64 m_generation = 0;
+    quint64 m_lastLoading = 0;
 };

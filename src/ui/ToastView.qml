@@ -23,6 +23,24 @@ Item {
         Accessible.role: Accessible.AlertMessage
         Accessible.name: view.toast.text
 
+        Rectangle {
+            id: track
+            visible: view.toast.kind === Toast.Loading && view.toast.progress >= 0
+            anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 8 }
+            height: 3
+            radius: 1.5
+            color: "#40ffffff"
+            Accessible.role: Accessible.ProgressBar
+            Accessible.name: view.toast.text
+
+            Rectangle {
+                width: parent.width * Math.min(1, view.toast.progress)
+                height: parent.height
+                radius: parent.radius
+                color: Theme.primary
+            }
+        }
+
         Row {
             id: content
             anchors.centerIn: parent

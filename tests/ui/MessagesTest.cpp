@@ -26,6 +26,24 @@ private Q_SLOTS:
         QVERIFY(!toast.isVisible());
     }
 
+    void loadingToastsStayUnderThoseThatGoByThemselves()
+    {
+        ManualMainQueue queue;
+        Toast toast(queue);
+        const quint64 list = toast.showLoading(u"请稍后"_s);
+        const quint64 upload = toast.showLoading(u"上传中..."_s);
+        toast.showSuccess(u"保存成功"_s);
+        toast.showProgress(upload, 0.5);
+        QCOMPARE(toast.text(), u"保存成功"_s);
+        queue.advance(2000ms);
+        QCOMPARE(toast.text(), u"上传中..."_s);
+        QCOMPARE(toast.progress(), 0.5);
+        toast.hideLoading(upload);
+        QCOMPARE(toast.text(), u"请稍后"_s);
+        toast.hideLoading(list);
+        QVERIFY(!toast.isVisible());
+    }
+
     void alertsWaitForEachOtherAndAreAnsweredOnce()
     {
         AlertView view;
