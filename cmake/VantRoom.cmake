@@ -1,4 +1,5 @@
-# A room of the house: one folder of src/, one static library, linked to the rooms it may use.
+# A room of the house: one folder of src/, its own folders included, one static library, linked to
+# the rooms it may use.
 #
 #   vant_room(net ROOMS platform model LINK Qt6::Network)
 #   vant_room(ui QML_URI Vant.Ui ROOMS platform LINK Qt6::Quick)
@@ -6,7 +7,7 @@
 # With QML_URI the room is a QML module too; executables take it in with vant_import_rooms.
 function(vant_room name)
     cmake_parse_arguments(ROOM "" "QML_URI" "ROOMS;LINK" ${ARGN})
-    file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+    file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h */*.cpp */*.h)
     set(target vant_${name})
     qt_add_library(${target} STATIC ${sources})
     target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR}/src)
@@ -20,7 +21,7 @@ function(vant_room name)
         if(CMAKE_BUILD_TYPE STREQUAL "Debug")
             set(cachegen NO_CACHEGEN)
         endif()
-        file(GLOB qml CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.qml)
+        file(GLOB qml CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.qml */*.qml)
         qt_add_qml_module(${target}
             URI ${ROOM_QML_URI}
             VERSION 1.0
@@ -35,7 +36,7 @@ endfunction()
 
 # Takes the QML modules of the rooms into an executable.
 function(vant_import_rooms target)
-    foreach(room ui login web app)
+    foreach(room ui login upload web app)
         target_link_libraries(${target} PRIVATE vant_${room}plugin)
         list(APPEND plugins vant_${room}plugin)
     endforeach()

@@ -37,17 +37,24 @@ interface VantSlicingUploadConfig {
     checkChunk_server: string;
     /** Path of the call that joins the parts. */
     complete_upload_server: string;
+    /** A clip may be taken with the camera. */
     isVideoSelect?: boolean;
+    /** A picture may be taken with the camera. */
     isCameraSelect?: boolean;
+    /** Read and disregarded. */
     isFileSelect?: boolean;
+    /** Most photos to pick; less than 1 counts as 1. Of videos always one. */
     fileNumLimit?: number;
+    /** Read and disregarded. */
     upfileType?: string;
-    /** Bytes. */
+    /** Bytes, of a video before it is made smaller; absent: 0, and no video passes. */
     maxFileSingleSizeLimit?: number;
     /** Read and disregarded: parts are always 524288 bytes. */
     chunkSize?: number;
+    /** Passed through to the check of the file, as is the next. */
     column_key?: string;
     uploadType?: string;
+    /** Of the picker, "#rrggbb". */
     themeColor?: string;
 }
 

@@ -18,9 +18,10 @@ namespace {
 
 } // namespace
 
-Control::Control(Platform &platform, Trace &trace, Faults &faults, Overrides &overrides,
-    const Certificate &certificate)
+Control::Control(Platform &platform, FileStore &store, Trace &trace, Faults &faults,
+    Overrides &overrides, const Certificate &certificate)
     : m_platform(platform)
+    , m_store(store)
     , m_trace(trace)
     , m_faults(faults)
     , m_overrides(overrides)
@@ -41,6 +42,8 @@ Reply Control::answer(const Request &request)
             return jsonReply(m_trace.since(number(request.param("since"))));
         if (wish == "GET certificate.pem")
             return textReply(200, m_certificate.pem());
+        if (wish == "GET storage")
+            return jsonReply(m_store.description());
         if (wish == "POST faults") {
             m_faults.add(Json::parse(request.body));
         } else if (wish == "POST settings") {
@@ -50,6 +53,7 @@ Reply Control::answer(const Request &request)
             m_overrides.clear();
             m_trace.clear();
             m_platform.reset();
+            m_store.reset();
         } else {
             return textReply(404, "No such control: " + wish + "\n");
         }

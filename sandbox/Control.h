@@ -5,6 +5,7 @@
 #include "Overrides.h"
 #include "Platform.h"
 #include "Trace.h"
+#include "files/FileStore.h"
 
 namespace sandbox {
 
@@ -13,20 +14,22 @@ namespace sandbox {
 //!
 //!   GET  trace?since=N     entries from number N on
 //!   GET  certificate.pem   of the TLS host
-//!   POST faults            JSON, see Faults::add
+//!   GET  storage           the uploaded files, see FileStore::description
+//!   POST faults            JSON, see Fault
 //!   POST settings          JSON, see Overrides::set
-//!   POST reset             everything as it was at the start
+//!   POST reset             everything as it was at the start, a folder given for uploads excepted
 class Control
 {
 public:
-    Control(Platform &platform, Trace &trace, Faults &faults, Overrides &overrides,
-        const Certificate &certificate);
+    Control(Platform &platform, FileStore &store, Trace &trace, Faults &faults,
+        Overrides &overrides, const Certificate &certificate);
 
     static bool owns(const Request &request);
     Reply answer(const Request &request);
 
 private:
     Platform &m_platform;
+    FileStore &m_store;
     Trace &m_trace;
     Faults &m_faults;
     Overrides &m_overrides;

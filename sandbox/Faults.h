@@ -1,32 +1,32 @@
 #pragma once
 
-#include "Envelope.h"
+#include "Fault.h"
 
 #include <mutex>
 #include <vector>
 
 namespace sandbox {
 
-//! Faults on demand. Each waits for the next requests that match it and spoils that many answers.
+//! Faults on demand. Each waits for the next requests that match it and spoils that many of them.
 class Faults
 {
 public:
-    //! {"action"?, "start"?, "path"?, "times"?, "status"?, "body"?, "headers"?, "delay_ms"?,
-    //! "cut"?, "huge"?}; throws std::invalid_argument that says what is wrong with it.
+    //! See Fault; throws std::invalid_argument that says what is wrong with the description.
     void add(const Json &description);
-    //! Works the first fault that matches the request into the reply.
-    void spoil(const Request &request, Reply &reply);
+    //! The first fault that waits for such a request; the one without effect where there is none.
+    Fault take(const Request &request);
     void clear();
 
 private:
-    struct Fault
+    struct Order
     {
-        Json what;
-        int remaining = 1;
+        Fault fault;
+        int skip = 0;
+        int times = 1;
     };
 
     std::mutex m_mutex;
-    std::vector<Fault> m_faults;
+    std::vector<Order> m_orders;
 };
 
 } // namespace sandbox

@@ -1,14 +1,29 @@
 #include "HttpFront.h"
 
 #include "Certificate.h"
+#include "Connection.h"
+#include "OpenFile.h"
 
 #include <httplib.h>
 
+#include <array>
 #include <stdexcept>
+
+#include <fcntl.h>
 
 namespace sandbox {
 
 namespace {
+
+    constexpr int ok = 200;
+    constexpr int noContent = 204;
+    constexpr int statusByRange = -1; //!< the library's: 206 for a part of the file, else 200
+
+    //! Larger bodies are read to their end and cut off here.
+    constexpr size_t mostPutBytes = 1024UL * 1024;
+
+    //! Between two calls of an upload lies the transfer of a part, over a line that may be slow.
+    constexpr time_t keepAliveSeconds = 60;
 
     //! Gives every connection a thread, so that slow answers and idle connections never keep
     //! another one waiting.
@@ -34,6 +49,7 @@ namespace {
         });
         server->set_tcp_nodelay(true);
         server->set_keep_alive_max_count(100'000);
+        server->set_keep_alive_timeout(keepAliveSeconds);
         server->new_task_queue = [] { return new ThreadPerConnection; };
         return server;
     }
@@ -42,6 +58,7 @@ namespace {
     {
         Request request;
         request.host = host;
+        request.peer = http.remote_addr + ":" + std::to_string(http.remote_port);
         request.method = http.method;
         request.path = http.path;
         if (const size_t mark = http.target.find('?'); mark != http.target.npos)
@@ -58,21 +75,72 @@ namespace {
         return request;
     }
 
-    void send(Reply reply, httplib::Response &http)
+    //! Bytes that are sent as the connection takes them.
+    using Source = std::function<size_t(char *to, size_t most, size_t offset)>;
+
+    void sendFrom(Source source, size_t size, const Reply &reply, httplib::Response &http)
     {
+        if (size == 0)
+            return http.set_content("", reply.contentType);
+        const size_t end = reply.cut ? size / 2 : size;
+        http.set_content_provider(size, reply.contentType,
+            [source = std::move(source), end](
+                size_t offset, size_t length, httplib::DataSink &sink) {
+                std::array<char, 65536> piece;
+                if (offset >= end)
+                    return false;
+                const size_t most = std::min({length, end - offset, piece.size()});
+                const size_t got = source(piece.data(), most, offset);
+                return got > 0 && sink.write(piece.data(), got);
+            });
+    }
+
+    void send(Reply reply, const httplib::Request &request, httplib::Response &http)
+    {
+        if (reply.lost)
+            return hangUp(request);
         http.status = reply.status;
         for (const auto &[name, value] : reply.headers)
             http.headers.emplace(name, value);
-        if (reply.body.empty())
-            return http.set_content(reply.body, reply.contentType);
-        const auto body = std::make_shared<const std::string>(std::move(reply.body));
-        const size_t end = reply.cut ? body->size() / 2 : body->size();
-        http.set_content_provider(body->size(), reply.contentType,
-            [body, end](size_t offset, size_t length, httplib::DataSink &sink) {
-                if (offset >= end)
-                    return false;
-                return sink.write(body->data() + offset, std::min(length, end - offset));
+        if (reply.status == noContent)
+            return;
+        if (reply.file.empty()) {
+            const auto body = std::make_shared<const std::string>(std::move(reply.body));
+            const auto source = [body](char *to, size_t most, size_t offset) {
+                return body->copy(to, most, offset);
+            };
+            return sendFrom(source, body->size(), reply, http);
+        }
+        if (reply.status == ok)
+            http.status = statusByRange;
+        const auto file = std::make_shared<const OpenFile>(reply.file, O_RDONLY);
+        const auto source = [file](char *to, size_t most, size_t offset) {
+            return file->read(to, most, off_t(offset));
+        };
+        sendFrom(source, file->size(), reply, http);
+    }
+
+    //! Answers a request whose body is still to be read.
+    void answerUnread(const HttpFront::Answer &answer, Request request,
+        const httplib::Request &http, const httplib::ContentReader &reader,
+        httplib::Response &response)
+    {
+        bool whole = false;
+        const auto readBody = [&](HttpFront::Share share) {
+            const size_t half = http.get_header_value<uint64_t>("Content-Length") / 2;
+            size_t got = 0;
+            whole = reader([&](const char *data, size_t size) {
+                got += size;
+                if (request.body.size() <= mostPutBytes)
+                    request.body.append(data, size);
+                return share == HttpFront::Share::Whole || got < half;
             });
+            return whole;
+        };
+        Reply reply = answer(request, readBody);
+        // What has not been read would be taken for the next request.
+        reply.lost = reply.lost || !whole;
+        send(std::move(reply), http, response);
     }
 
 } // namespace
@@ -112,17 +180,22 @@ HttpFront::Listeners HttpFront::bindAll(int &port, const Certificate &certificat
             : "port " + std::to_string(port) + " is taken on one of the addresses");
 }
 
-void HttpFront::serve(Answer answer)
+void HttpFront::serve(const Answer &answer)
 {
     for (const Listener &listener : m_listeners) {
         const auto handler = [answer, host = listener.host](
-                                 const httplib::Request &request, httplib::Response &response) {
-            send(answer(requestOf(host, request)), response);
+                                 const httplib::Request &http, httplib::Response &response) {
+            Request request = requestOf(host, http);
+            send(answer(request, [](Share) { return true; }), http, response);
         };
         httplib::Server &server = *listener.server;
         server.Get(".*", handler);
         server.Post(".*", handler);
-        server.Put(".*", handler);
+        server.Put(".*",
+            [answer, host = listener.host](const httplib::Request &http,
+                httplib::Response &response, const httplib::ContentReader &reader) {
+                answerUnread(answer, requestOf(host, http), http, reader, response);
+            });
         server.Options(".*", handler);
         m_threads.emplace_back([&server] { server.listen_after_bind(); });
     }

@@ -22,7 +22,12 @@ class Certificate;
 class HttpFront
 {
 public:
-    using Answer = std::function<Reply(const Request &)>;
+    //! Reads what a PUT carries into the request; of more than 1 MiB the start is kept. False when
+    //! the client went away first. Other requests come with their bodies.
+    enum class Share { Half, Whole };
+    using ReadBody = std::function<bool(Share)>;
+    //! A PUT whose body it has not read to the end is not answered: its connection is closed.
+    using Answer = std::function<Reply(Request &, const ReadBody &)>;
 
     //! Binds all addresses; throws std::runtime_error when one of them is taken. Port 0 asks for a
     //! port that is free on all of them. Connections are accepted from now on and answered after
@@ -31,7 +36,7 @@ public:
     ~HttpFront();
 
     const Addresses &addresses() const { return m_addresses; }
-    void serve(Answer answer);
+    void serve(const Answer &answer);
 
 private:
     struct Listener

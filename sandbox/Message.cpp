@@ -58,4 +58,13 @@ Reply textReply(int status, std::string text)
     return reply;
 }
 
+Reply lostReply(std::chrono::milliseconds delay)
+{
+    Reply reply;
+    reply.status = 0;
+    reply.delay = delay;
+    reply.lost = true;
+    return reply;
+}
+
 } // namespace sandbox

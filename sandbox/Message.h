@@ -16,6 +16,7 @@ using Headers = std::vector<std::pair<std::string, std::string>>;
 struct Request
 {
     Host host = Host::Rb;
+    std::string peer; //!< the other end of the connection, "127.0.0.1:54321"
     std::string method;
     std::string path;
     std::string query; //!< as received: undecoded, in wire order
@@ -38,11 +39,15 @@ struct Reply
     int status = 200;
     std::string contentType = "text/plain;charset=UTF-8";
     std::string body;
+    std::string file; //!< path of a file that is sent, or ranges of it, in place of the body
     Headers headers;
     std::chrono::milliseconds delay {0};
     bool cut = false; //!< promise the whole body and close the connection after half of it
+    bool lost = false; //!< close the connection without an answer
 };
 
 Reply textReply(int status, std::string text);
+//! No answer, but the end of the connection after the delay. Its status is 0.
+Reply lostReply(std::chrono::milliseconds delay = {});
 
 } // namespace sandbox

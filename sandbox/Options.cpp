@@ -13,7 +13,8 @@ const char *const usage
       "  --trace FILE   append one JSON object for each request to FILE\n"
       "  --schools N    number of schools (default 3200)\n"
       "  --latency MS   delay of every answer in milliseconds (default 0)\n"
-      "  --storage DIR  folder for uploaded objects\n"
+      "  --storage DIR  keep uploaded files in DIR, also for the next start (default: a\n"
+      "                 temporary folder, removed at the end)\n"
       "  --help         print this text\n"
       "  --version      print the version\n";
 

@@ -14,7 +14,7 @@ struct Options
     int schools = 3200;
     std::chrono::milliseconds latency {0};
     std::optional<std::string> traceFile;
-    std::optional<std::string> storageDir; //!< where uploaded objects will be kept
+    std::optional<std::string> storageDir; //!< where uploads are kept; none: for this run only
     bool help = false;
     bool version = false;
 };

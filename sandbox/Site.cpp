@@ -72,8 +72,6 @@ Reply Site::answer(const Request &request) const
     if (request.method != "GET" && request.method != "HEAD")
         return textReply(405, "The page takes no " + request.method + "\n");
     const std::string &path = request.path;
-    if (request.host == Host::Upload || request.host == Host::Storage)
-        return jsonReply({{"code", 404}, {"msg", "上传服务尚未开通"}, {"data", nullptr}}, 404);
     if (request.host == Host::Rb) {
         if (path == "/deployment.toml")
             return textReply(200, deploymentToml(m_platform.addresses));

@@ -26,14 +26,16 @@ bool Trace::openFile(const std::string &path)
     return m_file.is_open();
 }
 
-void Trace::record(const Request &request, const Addresses &addresses, int status)
+void Trace::record(const Request &request, const Addresses &addresses, const Reply &reply)
 {
     Json entry {{"method", request.method}, {"host", addresses.authority(request.host)},
-        {"path", request.path}, {"query", request.query}, {"headers", headersOf(request)},
-        {"body_size", request.body.size()}};
+        {"peer", request.peer}, {"path", request.path}, {"query", request.query},
+        {"headers", headersOf(request)}, {"body_size", request.body.size()}};
     if (request.isForm())
         entry["body"] = request.body;
-    entry["status"] = status;
+    entry["status"] = reply.status;
+    if (reply.lost)
+        entry["lost"] = true;
 
     const std::lock_guard lock(m_mutex);
     if (m_file.is_open())

@@ -16,7 +16,7 @@ class Trace
 public:
     //! Appends to the file too; false when it cannot be opened.
     [[nodiscard]] bool openFile(const std::string &path);
-    void record(const Request &request, const Addresses &addresses, int status);
+    void record(const Request &request, const Addresses &addresses, const Reply &reply);
     //! {"next": number to ask for later, "requests": entries from number since on}
     Json since(size_t since) const;
     void clear();

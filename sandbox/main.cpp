@@ -4,6 +4,9 @@
 #include "HttpFront.h"
 #include "Options.h"
 #include "Site.h"
+#include "files/FileStore.h"
+#include "files/ObjectStorage.h"
+#include "files/UploadService.h"
 
 #include <csignal>
 #include <cstdlib>
@@ -38,17 +41,36 @@ void run(const Options &options)
     const Certificate certificate(addressOf(Host::Tls));
     HttpFront front(options.port, certificate);
     Platform platform(size_t(options.schools), front.addresses());
-    Control control(platform, trace, faults, overrides, certificate);
+    FileStore store(options.storageDir);
+    Control control(platform, store, trace, faults, overrides, certificate);
     const Catalogue catalogue(platform, overrides);
     const Site site(platform);
+    const UploadService uploadService(store, platform.addresses);
+    const ObjectStorage objectStorage(store);
 
-    front.serve([&](const Request &request) {
-        if (Control::owns(request))
+    const auto carryOut = [&](const Request &request) {
+        if (Catalogue::isCall(request))
+            return catalogue.answer(request);
+        if (request.host == Host::Upload)
+            return uploadService.answer(request);
+        if (request.host == Host::Storage)
+            return objectStorage.answer(request);
+        return site.answer(request);
+    };
+    front.serve([&](Request &request, const HttpFront::ReadBody &readBody) {
+        if (Control::owns(request)) {
+            readBody(HttpFront::Share::Whole);
             return control.answer(request);
-        Reply reply = Catalogue::isCall(request) ? catalogue.answer(request) : site.answer(request);
+        }
+        const Fault fault = faults.take(request);
+        const bool whole
+            = readBody(fault.halvesBody() ? HttpFront::Share::Half : HttpFront::Share::Whole);
+        Reply reply;
+        if (!fault.replacesHandling())
+            reply = whole ? carryOut(request) : lostReply();
         reply.delay += options.latency;
-        faults.spoil(request, reply);
-        trace.record(request, platform.addresses, reply.status);
+        fault.spoil(reply);
+        trace.record(request, platform.addresses, reply);
         std::this_thread::sleep_for(reply.delay);
         return reply;
     });
@@ -56,6 +78,7 @@ void run(const Options &options)
 
     int signal = 0;
     sigwait(&endingSignals, &signal);
+    store.removeTemporary();
     // Connections may be idle or in the middle of a slow answer; nobody waits for them.
     std::quick_exit(EXIT_SUCCESS);
 }

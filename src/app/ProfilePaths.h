@@ -17,6 +17,9 @@ struct ProfilePaths
     QString cache; //!< answers of servers
     QString qmlCache; //!< the interface, compiled by the toolkit; null: the toolkit's own place
     QString album; //!< saved pictures
+    QString videos;
+    QString data; //!< below which files lie while they are uploaded
+    QString exports; //!< clips made ready for an upload
     QString downloads;
     QString instanceSocket; //!< by which a second start finds the running instance
 };

@@ -39,7 +39,12 @@ SandboxProcess::~SandboxProcess()
 std::variant<DeploymentConfiguration, QString> SandboxProcess::start()
 {
     // A client that is killed cannot end its child any more; the system does.
-    m_process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
+    m_process.setChildProcessModifier([parent = ::getpid()] {
+        ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+        // Killed before the system knew.
+        if (::getppid() != parent)
+            ::_exit(EXIT_FAILURE);
+    });
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_process.start(sandboxPath(), {});
     while (!m_process.canReadLine()) {

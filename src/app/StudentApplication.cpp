@@ -35,7 +35,7 @@ StudentApplication::StudentApplication(
     , m_defaults(paths.settings)
     , m_cookieStorage(paths.cookies)
     , m_reachability(isLoopback(configuration.hosts.rb))
-    , m_photoLibrary(paths.album)
+    , m_photoLibrary(paths.album, {paths.videos})
     , m_keychain(paths.name, paths.keychainFallback)
     , m_badge(desktopFile)
     , m_loginModel(&m_defaults)
@@ -52,6 +52,19 @@ StudentApplication::StudentApplication(
     , m_shell(m_mainQueue)
     , m_pageServices(m_shell.toast())
     , m_pageHost(&m_shell, paths.downloads)
+    , m_slicingUpload({
+          .network = &m_network,
+          .reachability = &m_reachability,
+          .photoLibrary = &m_photoLibrary,
+          .shell = &m_shell,
+          .backGroundlogin =
+              [this](const UploadEnvironment::LoggedIn &success) {
+                  m_delegate.backGroundloginInWithRefresh(false, success);
+              },
+          .albumFolder = paths.album,
+          .libraryPath = paths.data,
+          .exportFolder = paths.exports,
+      })
     , m_delegate(
           {
               .configuration = configuration,
@@ -153,6 +166,7 @@ std::unique_ptr<STHomeViewController> StudentApplication::makeHome()
         .wxApi = &m_wxApi,
         .services = &m_pageServices,
         .pageHost = &m_pageHost,
+        .slicingUpload = &m_slicingUpload,
         .shell = &m_shell,
     });
 }

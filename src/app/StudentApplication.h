@@ -20,6 +20,7 @@
 #include "session/SsoCookies.h"
 #include "session/LoginResult.h"
 #include "ui/Shell.h"
+#include "upload/SlicingUpload.h"
 #include "web/PageHost.h"
 #include "web/UnavailablePageServices.h"
 
@@ -87,6 +88,7 @@ private:
     Shell m_shell;
     UnavailablePageServices m_pageServices;
     PageHost m_pageHost;
+    SlicingUpload m_slicingUpload;
     std::unique_ptr<WebPageProfile> m_homeProfile;
     std::unique_ptr<WebPageProfile> m_outLinkProfile;
     AppDelegate m_delegate;

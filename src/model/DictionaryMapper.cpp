@@ -15,12 +15,16 @@ QVariant converted(const QJsonValue &value, QMetaType wanted)
             return text;
         return {};
     case QMetaType::Bool:
-        if (const auto number = DictionaryMapper::integer(value))
-            return *number != 0;
+        if (const auto yes = DictionaryMapper::boolean(value))
+            return *yes;
         return {};
     case QMetaType::Int:
         if (const auto number = DictionaryMapper::integer(value); number && *number == int(*number))
             return int(*number);
+        return {};
+    case QMetaType::Double:
+        if (const auto number = DictionaryMapper::real(value))
+            return *number;
         return {};
     default:
         Q_UNREACHABLE();
@@ -57,6 +61,26 @@ std::optional<qint64> DictionaryMapper::integer(const QJsonValue &value)
     bool ok = false;
     const qint64 number = value.toString().trimmed().toLongLong(&ok);
     return ok ? std::optional(number) : std::nullopt;
+}
+
+std::optional<bool> DictionaryMapper::boolean(const QJsonValue &value)
+{
+    const QString text = value.toString().trimmed().toLower();
+    if (text == u"true" || text == u"yes")
+        return true;
+    if (text == u"false" || text == u"no")
+        return false;
+    const auto number = integer(value);
+    return number ? std::optional(*number != 0) : std::nullopt;
+}
+
+std::optional<double> DictionaryMapper::real(const QJsonValue &value)
+{
+    if (value.isBool())
+        return value.toBool() ? 1 : 0;
+    bool ok = value.isDouble();
+    const double number = ok ? value.toDouble() : value.toString().trimmed().toDouble(&ok);
+    return ok && std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
 void DictionaryMapper::fill(

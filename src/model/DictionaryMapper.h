@@ -26,5 +26,9 @@ QString text(const QJsonValue &value);
 
 //! A server's number that may come as a string; nothing when it is neither.
 std::optional<qint64> integer(const QJsonValue &value);
+//! A server's or a page's yes or no: a boolean, a number, or "true", "yes", "false" or "no".
+std::optional<bool> boolean(const QJsonValue &value);
+//! A number with a fraction that may come as a string.
+std::optional<double> real(const QJsonValue &value);
 
 }

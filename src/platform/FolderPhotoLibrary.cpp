@@ -1,5 +1,7 @@
 #include "platform/FolderPhotoLibrary.h"
 
+#include "platform/MediaFolders.h"
+
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QDateTime>
@@ -45,9 +47,15 @@ QString write(const QString &folderPath, QByteArray encoded)
 
 }
 
-FolderPhotoLibrary::FolderPhotoLibrary(const QString &folder)
-    : m_folder(folder)
+FolderPhotoLibrary::FolderPhotoLibrary(const QString &album, const QStringList &others)
+    : m_folder(album)
+    , m_others(others)
 {
+}
+
+FolderPhotoLibrary::~FolderPhotoLibrary()
+{
+    m_stop.request_stop();
 }
 
 void FolderPhotoLibrary::writeImageToSavedPhotosAlbum(const QByteArray &encoded, Saved saved)
@@ -60,6 +68,22 @@ void FolderPhotoLibrary::writeImageToSavedPhotosAlbum(const QByteArray &encoded,
                 [self, error, saved] {
                     if (self)
                         saved(error);
+                },
+                Qt::QueuedConnection);
+        });
+}
+
+void FolderPhotoLibrary::fetchAssets(PhotoAsset::MediaType mediaType, Fetched fetched)
+{
+    QThreadPool::globalInstance()->start(
+        [self = QPointer(this), mediaType, folders = QStringList(m_folder) + m_others,
+            fetched = std::move(fetched), stop = m_stop.get_token()] {
+            const QList<PhotoAsset> assets = MediaFolders::assetsIn(folders, mediaType, stop);
+            QMetaObject::invokeMethod(
+                qApp,
+                [self, assets, fetched] {
+                    if (self)
+                        fetched(assets);
                 },
                 Qt::QueuedConnection);
         });

@@ -73,9 +73,12 @@ HTTPTask *HTTPSessionManager::POST(const QString &address, const HTTPParameters 
         std::move(failure));
 }
 
-HTTPTask *HTTPSessionManager::PUT(
-    const QString &address, QIODevice *body, HTTPSuccess success, HTTPFailure failure) const
+HTTPTask *HTTPSessionManager::PUT(const QString &address, const QByteArray &body,
+    HTTPSuccess success, HTTPFailure failure) const
 {
-    return track(
-        m_network->put(request(QUrl(address)), body), std::move(success), std::move(failure));
+    QUrl url(address);
+    // The transport would write a local file.
+    if (!url.scheme().startsWith(QStringLiteral("http")))
+        url.clear();
+    return track(m_network->put(request(url), body), std::move(success), std::move(failure));
 }

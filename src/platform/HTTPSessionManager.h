@@ -4,7 +4,6 @@
 
 #include <chrono>
 
-class QIODevice;
 class QNetworkAccessManager;
 class QNetworkRequest;
 
@@ -38,10 +37,9 @@ public:
         HTTPFailure failure) const;
     HTTPTask *POST(const QString &address, const HTTPParameters &parameters, HTTPSuccess success,
         HTTPFailure failure) const;
-    //! Sends what the device holds from its position on; the device stays the caller's and must
-    //! outlive the task.
-    HTTPTask *PUT(
-        const QString &address, QIODevice *body, HTTPSuccess success, HTTPFailure failure) const;
+    //! Sends the bytes as they are; their content type is a header of the caller's.
+    HTTPTask *PUT(const QString &address, const QByteArray &body, HTTPSuccess success,
+        HTTPFailure failure) const;
 
 private:
     QNetworkRequest request(const QUrl &url) const;

@@ -1,5 +1,7 @@
 #include "platform/HTTPTask.h"
 
+#include "platform/TcpNoDelay.h"
+
 #include <QNetworkReply>
 
 namespace {
@@ -31,6 +33,11 @@ HTTPTask::HTTPTask(QNetworkReply *reply, const QSet<QByteArray> &acceptableConte
     m_reply->setParent(this);
     connect(m_reply, &QNetworkReply::uploadProgress, this, &HTTPTask::uploadProgress);
     connect(m_reply, &QNetworkReply::readyRead, this, &HTTPTask::readBody);
+    // Later than the start of the connection, which may wait for the host's address.
+    connect(m_reply, &QNetworkReply::socketStartedConnecting, this, [this] {
+        connect(m_reply, &QNetworkReply::requestSent, this, &TcpNoDelay::apply,
+            Qt::ConnectionType(Qt::AutoConnection | Qt::SingleShotConnection));
+    });
     // Queued: a reply that fails at once must not answer before the caller holds the task.
     connect(m_reply, &QNetworkReply::finished, this, &HTTPTask::finish, Qt::QueuedConnection);
 }

@@ -13,6 +13,7 @@ class PageServices;
 class PhotoLibrary;
 class QNetworkAccessManager;
 class Shell;
+class SlicingUpload;
 class SsoCookies;
 class STHomeViewControllerDelegate;
 class UrlOpener;
@@ -40,5 +41,6 @@ struct HomeEnvironment
     WXApi *wxApi;
     PageServices *services;
     PageHost *pageHost;
+    SlicingUpload *slicingUpload;
     Shell *shell;
 };

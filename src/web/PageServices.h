@@ -2,7 +2,6 @@
 
 #include <QString>
 
-class QJsonObject;
 class QUrl;
 
 //! What the pages ask of the device and of other screens. Results go back to the page later, by a
@@ -20,6 +19,4 @@ public:
         = 0;
     virtual void jump2Outlink(const QString &url, const QString &title, const QString &color) = 0;
     virtual void jump2OutlinkLandscape(const QString &url) = 0;
-    //! The person has chosen to upload a photo or a video; the page's settings.
-    virtual void pushImagePickerControllerWithConfig(const QJsonObject &config, bool video) = 0;
 };

@@ -1,6 +1,7 @@
 #include "web/STHomeViewController.h"
 
 #include "model/DeviceIdentifier.h"
+#include "model/DictionaryMapper.h"
 #include "model/LoginModel.h"
 #include "platform/HTTPCookieStorage.h"
 #include "platform/MainQueue.h"
@@ -11,6 +12,7 @@
 #include "session/SsoCookies.h"
 #include "ui/HexColor.h"
 #include "ui/Shell.h"
+#include "upload/SlicingUpload.h"
 #include "web/AppInfo.h"
 #include "web/BridgeHandlers.h"
 #include "web/BridgeResult.h"
@@ -32,6 +34,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto pushRetryInterval = 60s;
+constexpr int video = 1; // of the choices to upload
 const QString pageAuthorisationState = QStringLiteral("8888");
 const QString defaultStatusColor = QStringLiteral("#3dd187");
 
@@ -54,6 +57,10 @@ STHomeViewController::STHomeViewController(const HomeEnvironment &environment)
     connect(&m_webView, &WebView::documentGone, &m_bridge, &WebViewJavascriptBridge::documentGone);
     connect(&m_webView, &WebView::didFinishNavigation, this,
         &STHomeViewController::didFinishNavigation);
+    connect(environment.slicingUpload, &SlicingUpload::onSlicingUpload, this,
+        [this](const QString &result) {
+            m_bridge.callHandler(u"onSlicingUpload"_s, bridgeResult(result));
+        });
     connect(&m_webView, &WebView::didFailNavigation, this, [this] { setErrorViewVisible(true); });
 }
 
@@ -142,6 +149,8 @@ void STHomeViewController::stopNSTimer()
 
 void STHomeViewController::logout()
 {
+    // What comes of them must not reach the page of whoever signs in next.
+    m_environment.slicingUpload->cancel();
     m_environment.ssoCookies->removeSaved();
     m_webView.loadHtml(u""_s);
     m_environment.ssoCookies->clearStorage();
@@ -186,9 +195,10 @@ void STHomeViewController::wechatAuthCodeCallback(const QVariant &answer)
 void STHomeViewController::slicingUpload(const QJsonObject &config)
 {
     m_environment.shell->actionSheet()->show(u""_s, u"请选择上传方式"_s,
-        {u"拍照/相册"_s, u"录像/视频"_s}, u"取消"_s, [this, config](int choice) {
-            if (choice != ActionSheet::cancelled)
-                services()->pushImagePickerControllerWithConfig(config, choice == 1);
+        {u"拍照/相册"_s, u"录像/视频"_s}, u"取消"_s, [self = QPointer(this), config](int choice) {
+            if (self && choice != ActionSheet::cancelled)
+                self->m_environment.slicingUpload->pushImagePickerControllerWithConfig(
+                    DictionaryMapper::model<SlicingUploadConfig>(config), choice == video);
         });
 }
 

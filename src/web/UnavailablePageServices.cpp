@@ -41,11 +41,6 @@ void UnavailablePageServices::jump2OutlinkLandscape(const QString &)
     tell(u"横屏页面"_s);
 }
 
-void UnavailablePageServices::pushImagePickerControllerWithConfig(const QJsonObject &, bool video)
-{
-    tell(video ? u"视频上传"_s : u"照片上传"_s);
-}
-
 void UnavailablePageServices::tell(const QString &service)
 {
     m_toast->showError(StringFormat::format(u"%@功能暂不可用"_s, service));

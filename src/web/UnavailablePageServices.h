@@ -18,7 +18,6 @@ public:
         const QString &imageUrl) override;
     void jump2Outlink(const QString &url, const QString &title, const QString &color) override;
     void jump2OutlinkLandscape(const QString &url) override;
-    void pushImagePickerControllerWithConfig(const QJsonObject &config, bool video) override;
 
 private:
     void tell(const QString &service);

@@ -12,6 +12,19 @@ DelegateClient::DelegateClient(const DeploymentConfiguration &configuration)
     , shell(session.mainQueue)
     , pageServices(shell.toast())
     , pageHost(&shell, session.net.folder.path())
+    , slicingUpload({
+          .network = &session.net.network,
+          .reachability = &reachability,
+          .photoLibrary = &album,
+          .shell = &shell,
+          .backGroundlogin =
+              [this](const UploadEnvironment::LoggedIn &success) {
+                  delegate.backGroundloginInWithRefresh(false, success);
+              },
+          .albumFolder = {},
+          .libraryPath = session.net.folder.path(),
+          .exportFolder = session.net.folder.filePath(u"exports"_s),
+      })
     , profile(u"home"_s, session.net.folder.filePath(u"web"_s), u"VANT-IOS iphone"_s,
           session.net.cookies)
     , delegate(
@@ -76,6 +89,7 @@ std::unique_ptr<STHomeViewController> DelegateClient::makeHome()
         .wxApi = &wxApi,
         .services = &pageServices,
         .pageHost = &pageHost,
+        .slicingUpload = &slicingUpload,
         .shell = &shell,
     });
 }

@@ -13,6 +13,7 @@
 #include "platform/UnavailableWXApi.h"
 #include "session/SessionClient.h"
 #include "ui/Shell.h"
+#include "upload/SlicingUpload.h"
 #include "web/PageHost.h"
 #include "web/STHomeViewController.h"
 #include "web/UnavailablePageServices.h"
@@ -44,6 +45,7 @@ public:
     Shell shell;
     UnavailablePageServices pageServices;
     PageHost pageHost;
+    SlicingUpload slicingUpload;
     WebPageProfile profile;
     AppDelegate delegate;
 

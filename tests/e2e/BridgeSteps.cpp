@@ -114,7 +114,7 @@ void saveImage(Driver &driver)
     driver.check(restOnPhoto(driver), u"a long press on the picture offers to save it"_s);
     driver.seeToast(u"保存成功"_s, [&] { driver.tap(saveImageAction, QAccessible::Button); });
     const QDir album(driver.profile() + u"/Pictures"_s);
-    const QStringList saved = album.entryList(QDir::Files);
+    const QStringList saved = album.entryList({u"IMG_*"_s}, QDir::Files);
     driver.check(saved.size() == 1 && !QImage(album.filePath(saved[0])).isNull(),
         u"one picture is in the album (%1) and can be read"_s.arg(saved.join(u' ')));
     driver.note(saved[0]);

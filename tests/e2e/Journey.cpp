@@ -14,7 +14,7 @@ QString Step::firstNeedIn(const QStringList &names) const
 }
 
 Journey::Journey()
-    : m_steps(loginSteps() + portalSteps() + bridgeSteps() + sessionSteps())
+    : m_steps(loginSteps() + portalSteps() + uploadSteps() + bridgeSteps() + sessionSteps())
 {
 }
 

@@ -1,11 +1,14 @@
 #include "e2e/Tour.h"
 
 #include "app/SandboxProcess.h"
+#include "upload/SampleMedia.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QImage>
+#include <QPainter>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -45,6 +48,35 @@ QProcessEnvironment lifeEnvironment()
     return environment;
 }
 
+// A hill under the sun, in the colours of the season.
+QImage landscape(const QSize &size, const QColor &sky, const QColor &hill)
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(sky);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(0xff, 0xd1, 0x5c));
+    painter.drawEllipse(QPoint(size.width() * 3 / 4, size.height() / 4), 90, 90);
+    painter.setBrush(hill.lighter(120));
+    painter.drawEllipse(QPoint(size.width(), size.height()), size.width(), size.height() / 2);
+    painter.setBrush(hill);
+    painter.drawEllipse(QPoint(size.width() / 6, size.height()), size.width(), size.height() / 3);
+    return image;
+}
+
+// The album of whoever travels.
+void fillAlbum(const QDir &profile)
+{
+    profile.mkpath(u"Pictures"_s);
+    profile.mkpath(u"Videos"_s);
+    SampleMedia::writeHeic(
+        profile.filePath(u"Pictures/秋.heic"_s), landscape({1280, 960}, 0xf6e3c5, 0xd9773a));
+    landscape({960, 1280}, 0xcfeaff, 0x3dbd80).save(profile.filePath(u"Pictures/春.png"_s));
+    SampleMedia::writeClip(profile.filePath(u"Videos/校园.mp4"_s), u"width=960,height=540"_s,
+        SampleMedia::Sound::Ticking, 150, u"snow"_s);
+}
+
 }
 
 Tour::Tour(const TourOptions &options)
@@ -65,6 +97,7 @@ int Tour::run()
         std::fprintf(stderr, "vant-tour: %s\n", qUtf8Printable(*problem));
         return EXIT_FAILURE;
     }
+    fillAlbum(QDir(profile.path()));
     const QUrl platform(std::get<DeploymentConfiguration>(deployment).hosts.rb);
 
     QElapsedTimer timer;

@@ -49,11 +49,12 @@ QString roomNamedBy(const QString &line)
 
 bool isAllowed(const QString &room, const QString &line)
 {
-    const QString named = roomNamedBy(line);
-    const bool leavesTheHouse = named.contains(u".."_s) || named.startsWith(u"qrc:"_s);
+    const QString folder = roomNamedBy(line);
+    const bool leavesTheHouse = folder.contains(u".."_s) || folder.startsWith(u"qrc:"_s);
+    const QString named = folder.section(u'/', 0, 0); // a room may have folders of its own
     if (named.isEmpty() || named == room)
         return true;
-    if (!allRooms.contains(named.section(u'/', 0, 0)))
+    if (!allRooms.contains(named))
         return !leavesTheHouse;
     return mayUse(room).value_or(QStringList()).contains(named);
 }

@@ -13,6 +13,10 @@
 #include <QTcpSocket>
 #include <QTemporaryDir>
 
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -72,6 +76,8 @@ private Q_SLOTS:
     void failsOnceAndLater();
     void keepsACopyOnlyWhereAskedTo();
     void trustsAddedAuthoritiesOnly();
+    void writesNoLocalFile();
+    void sendsSmallWritesAtOnce();
 
 private:
     QNetworkAccessManager m_network;
@@ -191,6 +197,43 @@ void HTTPSessionManagerTest::trustsAddedAuthoritiesOnly()
     QVERIFY(!ServerTrust::isTrusted(trusted, u"127.0.0.2"_s));
     QVERIFY(!ServerTrust::isTrusted(unknown, u"127.0.0.1"_s));
     QVERIFY(!ServerTrust::isTrusted({}, u"127.0.0.1"_s));
+}
+
+void HTTPSessionManagerTest::writesNoLocalFile()
+{
+    const QTemporaryDir folder;
+    const QUrl file = QUrl::fromLocalFile(folder.filePath(u"part"_s));
+    Ending ending;
+    HTTPSessionManager(&m_network).PUT(file.toString(), "x", ending.success, ending.failure);
+    TRY_COMPARE(ending.failures, 1);
+    QVERIFY(!QFile::exists(file.toLocalFile()));
+}
+
+void HTTPSessionManagerTest::sendsSmallWritesAtOnce()
+{
+    ScriptedServer server {{}};
+    const auto isAtOnce = [&] {
+        for (int descriptor = 0; descriptor < 1024; ++descriptor) {
+            sockaddr_in peer {};
+            socklen_t size = sizeof peer;
+            if (::getpeername(descriptor, reinterpret_cast<sockaddr *>(&peer), &size) != 0
+                || peer.sin_family != AF_INET || ntohs(peer.sin_port) != server.serverPort())
+                continue;
+            int noDelay = 0;
+            size = sizeof noDelay;
+            return ::getsockopt(descriptor, IPPROTO_TCP, TCP_NODELAY, &noDelay, &size) == 0
+                && noDelay != 0;
+        }
+        return false;
+    };
+    Ending ending;
+    // By name: the address is looked up before there is a connection.
+    HTTPTask *task = HTTPSessionManager(&m_network)
+                         .GET(u"http://localhost:%1/"_s.arg(server.serverPort()), {},
+                             ending.success, ending.failure);
+    TRY_VERIFY(isAtOnce());
+    task->cancel();
+    TRY_COMPARE(ending.failures, 1);
 }
 
 QTEST_GUILESS_MAIN(HTTPSessionManagerTest)

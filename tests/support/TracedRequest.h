@@ -15,6 +15,8 @@ struct TracedRequest
     QMap<QString, QString> headers; //!< by lower-case name
     QByteArray body; //!< of a form only
     int status = 0; //!< of the answer
+    qint64 bodySize = 0;
+    QString peer; //!< the connection it came by
 
     static TracedRequest fromJson(const QJsonObject &entry);
     //! The query's or the form's value, decoded; null when absent.

@@ -20,6 +20,19 @@ HomeHarness::HomeHarness()
     , shell(mainQueue)
     , services(shell.toast())
     , pageHost(&shell, folder.path())
+    , slicingUpload({
+          .network = &network,
+          .reachability = &reachability,
+          .photoLibrary = &album,
+          .shell = &shell,
+          .backGroundlogin =
+              [this](const UploadEnvironment::LoggedIn &success) {
+                  delegate.backGroundloginInWithRefresh(false, success);
+              },
+          .albumFolder = {},
+          .libraryPath = folder.path(),
+          .exportFolder = folder.filePath(u"exports"_s),
+      })
     , profile(makeHomePageProfile(folder.filePath(u"web"_s), &cookies))
     , controller({
           .configuration = {},
@@ -39,6 +52,7 @@ HomeHarness::HomeHarness()
           .wxApi = &wxApi,
           .services = &services,
           .pageHost = &pageHost,
+          .slicingUpload = &slicingUpload,
           .shell = &shell,
       })
 {

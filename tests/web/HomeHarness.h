@@ -11,6 +11,7 @@
 #include "support/ManualMainQueue.h"
 #include "support/SwitchedReachability.h"
 #include "ui/Shell.h"
+#include "upload/SlicingUpload.h"
 #include "web/PageHost.h"
 #include "web/STHomeViewController.h"
 #include "web/STHomeViewControllerDelegate.h"
@@ -90,6 +91,7 @@ public:
     Shell shell;
     UnavailablePageServices services;
     PageHost pageHost;
+    SlicingUpload slicingUpload;
     NotedDelegate delegate;
     std::unique_ptr<WebPageProfile> profile;
     STHomeViewController controller;

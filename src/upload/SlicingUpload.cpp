@@ -1,0 +1,104 @@
+#include "upload/SlicingUpload.h"
+
+#include "platform/NetworkReachabilityManager.h"
+#include "platform/PhotoAsset.h"
+#include "ui/Shell.h"
+#include "upload/Logging.h"
+#include "upload/UploadRun.h"
+#include "upload/picker/ImagePickerController.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QPointer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int videosAtOnce = 1;
+
+ImagePickerSettings pickerSettings(const SlicingUploadConfig &config, bool video)
+{
+    ImagePickerSettings settings;
+    settings.media
+        = video ? ImagePickerSettings::Media::Videos : ImagePickerSettings::Media::Images;
+    settings.maxImagesCount = video ? videosAtOnce : config.fileNumLimit;
+    settings.allowTakeVideo = config.isVideoSelect;
+    settings.allowTakePicture = config.isCameraSelect;
+    settings.setThemeColor(config.themeColor);
+    return settings;
+}
+
+}
+
+SlicingUpload::SlicingUpload(const UploadEnvironment &environment)
+    : m_environment(environment)
+    , m_scratch(environment.libraryPath)
+    , m_videos(environment.exportFolder)
+{
+}
+
+SlicingUpload::~SlicingUpload() = default;
+
+void SlicingUpload::pushImagePickerControllerWithConfig(
+    const SlicingUploadConfig &config, bool video)
+{
+    ImagePickerController::present(m_environment.shell, m_environment.photoLibrary,
+        m_environment.albumFolder, pickerSettings(config, video),
+        [self = QPointer(this), config](const std::optional<QList<PhotoAsset>> &picked) {
+            if (self && picked)
+                self->didFinishPicking(config, *picked);
+        });
+}
+
+void SlicingUpload::didFinishPicking(
+    const SlicingUploadConfig &config, const QList<PhotoAsset> &assets)
+{
+    if (!m_environment.reachability->isReachable()) {
+        m_environment.shell->toast()->showError(u"没有网络连接..."_s);
+        return;
+    }
+    qCDebug(lcUpload) << "reachability status"
+                      << int(m_environment.reachability->networkReachabilityStatus());
+    m_environment.backGroundlogin([self = QPointer(this), config, assets] {
+        if (self)
+            self->startRun(config, assets);
+    });
+}
+
+void SlicingUpload::startRun(const SlicingUploadConfig &config, const QList<PhotoAsset> &assets)
+{
+    m_runs.push_back(
+        std::make_unique<UploadRun>(m_environment, &m_scratch, &m_photos, &m_videos, config));
+    UploadRun *run = m_runs.back().get();
+    connect(run, &UploadRun::ended, this, [this, run] { didEnd(*run); });
+    connect(run, &UploadRun::finished, this, [this, run] { forget(run); });
+    run->start(assets);
+}
+
+void SlicingUpload::cancel()
+{
+    m_videos.cancel();
+    m_runs.clear();
+}
+
+void SlicingUpload::forget(UploadRun *run)
+{
+    const auto found = std::find_if(
+        m_runs.begin(), m_runs.end(), [run](const auto &one) { return one.get() == run; });
+    // Not at once: its own signal is being delivered.
+    found->release()->deleteLater();
+    m_runs.erase(found);
+}
+
+void SlicingUpload::didEnd(const UploadRun &run)
+{
+    if (run.upMaxFileSingleSizeLimit())
+        return;
+    const QString text = QString::fromUtf8(QJsonDocument(run.results()).toJson());
+    if (run.results().isEmpty())
+        m_environment.shell->toast()->showError(u"上传失败"_s);
+    else
+        Q_EMIT onSlicingUpload(text);
+    qCDebug(lcUpload).noquote() << u"1111%1"_s.arg(text);
+}

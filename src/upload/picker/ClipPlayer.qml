@@ -1,0 +1,43 @@
+import QtMultimedia
+import QtQuick
+import Vant.Ui
+
+//! Plays a clip from its beginning; a touch pauses it, and lets it go on.
+Tappable {
+    id: control
+
+    required property url source
+    readonly property bool playing: player.playbackState === MediaPlayer.PlayingState
+    property bool failed: false
+
+    //! It has been played to its end.
+    signal ended
+
+    text: playing ? qsTr("暂停") : qsTr("播放")
+    onClicked: playing ? player.pause() : player.play()
+    Component.onCompleted: player.play()
+
+    MediaPlayer {
+        id: player
+        source: control.source
+        videoOutput: picture.item
+        // Without a device to hear it from, the sound would keep the clip from playing.
+        audioOutput: devices.audioOutputs.length > 0 ? sound : null
+        onErrorOccurred: control.failed = true
+        onMediaStatusChanged: {
+            if (mediaStatus === MediaPlayer.EndOfMedia)
+                control.ended()
+        }
+    }
+
+    MediaDevices { id: devices }
+    AudioOutput { id: sound }
+
+    contentItem: MovingPicture { id: picture }
+
+    Image {
+        anchors.centerIn: parent
+        visible: !control.playing && !control.failed
+        source: "qrc:/assets/picker_play.png"
+    }
+}

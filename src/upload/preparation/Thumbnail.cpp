@@ -1,0 +1,68 @@
+#include "upload/preparation/Thumbnail.h"
+
+#include "upload/preparation/HeifPhoto.h"
+#include "upload/preparation/VideoFrame.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QImageReader>
+
+namespace {
+
+constexpr qint64 signatureSize = 12;
+constexpr qint64 largestHeif = 256 * 1024 * 1024; // bytes
+
+// What it takes for the picture to fill the square, or to fit into it; the size itself when it is
+// smaller.
+QSize reduced(const QSize &size, int side, Qt::AspectRatioMode mode)
+{
+    const QSize scaled = size.scaled(side, side, mode).expandedTo(QSize(1, 1));
+    return scaled.width() < size.width() ? scaled : size;
+}
+
+QImage finished(const QImage &image, int side, Qt::AspectRatioMode mode)
+{
+    if (image.isNull())
+        return image;
+    const QImage small = image.scaled(
+        reduced(image.size(), side, mode), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    QRect square(0, 0, qMin(side, small.width()), qMin(side, small.height()));
+    square.moveCenter(small.rect().center());
+    return square == small.rect() ? small : small.copy(square);
+}
+
+QImage readPhoto(QFile &file, int side, Qt::AspectRatioMode mode)
+{
+    if (HeifPhoto::isHeif(file.peek(signatureSize))) {
+        if (file.size() > largestHeif)
+            return {};
+        return HeifPhoto::decodeSmall(file.readAll(), side).image;
+    }
+    QImageReader reader(&file);
+    reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(true);
+    // In the size before it is turned, which the square does not mind. Twice as large as needed,
+    // for the smooth reduction after it.
+    if (const QSize size = reader.size(); size.isValid())
+        reader.setScaledSize(reduced(size, 2 * side, mode));
+    return reader.read();
+}
+
+}
+
+Thumbnail Thumbnail::ofPhoto(const QString &filePath, int side, Qt::AspectRatioMode mode)
+{
+    QFile file(filePath);
+    if (!QFileInfo(filePath).isFile() || !file.open(QIODevice::ReadOnly))
+        return {};
+    return {finished(readPhoto(file, side, mode), side, mode)};
+}
+
+Thumbnail Thumbnail::ofVideo(
+    const QString &filePath, int side, Qt::AspectRatioMode mode, std::stop_token stop)
+{
+    if (!QFileInfo(filePath).isFile())
+        return {};
+    const VideoFrame frame = VideoFrame::first(filePath, stop);
+    return {finished(frame.image, side, mode), frame.duration};
+}
