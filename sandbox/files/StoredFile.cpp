@@ -68,7 +68,8 @@ bool StoredFile::putPart(int number, std::string_view bytes)
     }
     m_parts.write(bytes.data(), bytes.size(), placeOf(number));
     const std::string line = std::to_string(number) + ' ' + std::to_string(bytes.size()) + '\n';
-    m_record.write(line.data(), line.size(), off_t(m_record.size()));
+    m_record.write(line.data(), line.size(), off_t(m_recorded));
+    m_recorded += line.size();
     m_sizes[number] = bytes.size();
     // Parts mostly come in order; what is digested on the way need not be read again at the end.
     if (number == m_digested + 1) {
@@ -121,8 +122,9 @@ void StoredFile::readRecord()
 {
     std::ifstream record(m_folder / recordName);
     std::string line;
-    // A line without its end was being written when the process died.
+    // A line without its end was being written when the process died; the next takes its place.
     while (std::getline(record, line) && !record.eof()) {
+        m_recorded += line.size() + 1;
         const int number = std::atoi(line.c_str());
         m_sizes[number] = std::stoul(line.substr(line.find(' ') + 1));
     }
@@ -142,6 +144,7 @@ void StoredFile::dropParts()
     m_parts = {};
     m_record = {};
     m_sizes.clear();
+    m_recorded = 0;
     fs::remove(m_folder / recordName);
     fs::remove(m_folder / partsName);
 }

@@ -54,6 +54,7 @@ private:
     std::map<int, size_t> m_sizes; //!< of the parts that are there
     OpenFile m_parts; //!< every part at its place
     OpenFile m_record; //!< a line "number size" for each part that has been written whole
+    size_t m_recorded = 0; //!< bytes of whole lines in it
     Md5 m_md5; //!< of the parts 1 to m_digested
     int m_digested = 0;
 };

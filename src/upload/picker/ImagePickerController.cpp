@@ -3,6 +3,7 @@
 #include "platform/PhotoLibrary.h"
 #include "ui/Shell.h"
 #include "upload/Logging.h"
+#include "upload/preparation/MediaFramework.h"
 
 #include <QCameraDevice>
 #include <QFileInfo>
@@ -10,6 +11,7 @@
 #include <QMediaDevices>
 #include <QPointer>
 #include <QSet>
+#include <QThreadPool>
 
 #include <algorithm>
 #include <utility>
@@ -64,7 +66,6 @@ void ImagePickerController::viewDidLoad()
 
 void ImagePickerController::viewDidAppear()
 {
-    // Asking for cameras loads the media plugins, which would be seen in the transition.
     lookForCamera();
 }
 
@@ -227,7 +228,21 @@ void ImagePickerController::setStage(Stage stage)
 void ImagePickerController::lookForCamera()
 {
     const bool allowed = picksVideos() ? m_settings.allowTakeVideo : m_settings.allowTakePicture;
-    if (!allowed || !m_captureFile.isPossible() || m_devices)
+    if (!allowed || !m_captureFile.isPossible())
+        return;
+    // The first question for cameras loads the media plugins, which can take a second.
+    QThreadPool::globalInstance()->start([self = QPointer(this)] {
+        MediaFramework::start();
+        QMetaObject::invokeMethod(qApp, [self] {
+            if (self)
+                self->watchCameras();
+        });
+    });
+}
+
+void ImagePickerController::watchCameras()
+{
+    if (m_devices)
         return;
     m_devices = std::make_unique<QMediaDevices>();
     const auto update

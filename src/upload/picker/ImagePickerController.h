@@ -100,6 +100,7 @@ private:
     void forget(const QString &filePath);
     void setStage(Stage stage);
     void lookForCamera();
+    void watchCameras();
     void openPreview(const QList<PhotoAsset> &assets, int start);
     void finish(const std::optional<QList<PhotoAsset>> &picked);
 
