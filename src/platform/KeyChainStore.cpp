@@ -38,9 +38,12 @@ QString KeyChainStore::itemName(const QString &key) const
     return m_profileName.isEmpty() ? key : key + u'@' + m_profileName;
 }
 
+// The jobs delete themselves, and only when they have been answered: the service's library calls
+// them back however long it takes, whether this store still lives or not.
+
 void KeyChainStore::load(const QString &key, Loaded loaded)
 {
-    auto *job = new ReadPasswordJob(itemName(key), this);
+    auto *job = new ReadPasswordJob(itemName(key));
     job->setKey(itemName(key));
     connect(job, &Job::finished, this, [this, job, key, loaded = std::move(loaded)] {
         std::optional<QByteArray> data;
@@ -58,7 +61,7 @@ void KeyChainStore::load(const QString &key, Loaded loaded)
 
 void KeyChainStore::save(const QString &key, const QByteArray &data, Done done)
 {
-    auto *job = new WritePasswordJob(itemName(key), this);
+    auto *job = new WritePasswordJob(itemName(key));
     job->setKey(itemName(key));
     job->setBinaryData(data);
     connect(job, &Job::finished, this, [this, job, key, data, done = std::move(done)] {
@@ -77,7 +80,7 @@ void KeyChainStore::save(const QString &key, const QByteArray &data, Done done)
 
 void KeyChainStore::deleteKeyData(const QString &key, Done done)
 {
-    auto *job = new DeletePasswordJob(itemName(key), this);
+    auto *job = new DeletePasswordJob(itemName(key));
     job->setKey(itemName(key));
     connect(job, &Job::finished, this, [this, job, key, done = std::move(done)] {
         if (serviceFailed(job)) {
