@@ -138,9 +138,11 @@ void PickerTest::previewsAndGoesBackToTheGrid()
     ImagePickerController *picker = open({.maxImagesCount = 9});
     click(u"照片 2"_s);
     TRY_VERIFY(named(u"2/2"_s));
-    click(u"选择照片 2"_s);
     QTest::keyClick(&m_ui->view, Qt::Key_Left);
     TRY_VERIFY(named(u"1/2"_s));
+    QTest::keyClick(&m_ui->view, Qt::Key_Right);
+    TRY_VERIFY(named(u"2/2"_s));
+    click(u"选择照片 2"_s);
     QTest::keyClick(&m_ui->view, Qt::Key_Escape);
     QCOMPARE(picker->stage(), ImagePickerController::Stage::Grid);
     QCOMPARE(namesOf(picker->selection()->assets()), QStringList {u"b.png"_s});

@@ -45,11 +45,6 @@ Item {
             if (active)
                 setSource("ClipPlayer.qml", { source: page.controller.fileUrl(page.filePath) })
         }
-
-        Connections {
-            target: player.item
-            function onEnded() { player.active = false }
-        }
     }
 
     IconButton {
@@ -58,6 +53,7 @@ Item {
         text: qsTr("播放")
         source: "qrc:/assets/picker_play.png"
         sourceSize: Qt.size(64, 64)
+        Accessible.ignored: !page.isCurrentItem
         onClicked: player.active = true
     }
 

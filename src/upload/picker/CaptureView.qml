@@ -12,7 +12,10 @@ Rectangle {
 
     color: "#000000"
 
+    Component.onDestruction: session.videoOutput = null
+
     CaptureSession {
+        id: session
         camera: Camera {
             id: camera
             active: true

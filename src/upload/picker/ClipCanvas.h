@@ -5,8 +5,8 @@
 #include <QVideoSink>
 #include <qqmlregistration.h>
 
-//! Shows a clip where Qt Quick draws without a graphics processor: the media module's own output
-//! needs one, and breaks the memory without it.
+//! Shows a clip where Qt Quick draws without a graphics processor: there the media module's own
+//! output stays empty.
 class ClipCanvas : public QQuickPaintedItem
 {
     Q_OBJECT

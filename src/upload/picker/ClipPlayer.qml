@@ -10,12 +10,14 @@ Tappable {
     readonly property bool playing: player.playbackState === MediaPlayer.PlayingState
     property bool failed: false
 
-    //! It has been played to its end.
-    signal ended
-
     text: playing ? qsTr("暂停") : qsTr("播放")
     onClicked: playing ? player.pause() : player.play()
     Component.onCompleted: player.play()
+    // A player that outlives its picture for a moment writes into freed memory.
+    Component.onDestruction: {
+        player.stop()
+        player.videoOutput = null
+    }
 
     MediaPlayer {
         id: player
@@ -24,10 +26,6 @@ Tappable {
         // Without a device to hear it from, the sound would keep the clip from playing.
         audioOutput: devices.audioOutputs.length > 0 ? sound : null
         onErrorOccurred: control.failed = true
-        onMediaStatusChanged: {
-            if (mediaStatus === MediaPlayer.EndOfMedia)
-                control.ended()
-        }
     }
 
     MediaDevices { id: devices }

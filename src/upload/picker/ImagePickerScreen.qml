@@ -5,6 +5,7 @@ import Vant.Upload
 //! The view of ImagePickerController.
 FocusScope {
     id: screen
+    focus: true
 
     required property ImagePickerController controller
     property real topInset: 0
