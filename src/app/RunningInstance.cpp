@@ -5,6 +5,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLocalSocket>
+#include <QLockFile>
 
 using namespace Qt::StringLiterals;
 
@@ -22,11 +23,13 @@ RunningInstance::RunningInstance(const QString &socketPath)
     : m_socketPath(socketPath)
 {
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
-    connect(&m_server, &QLocalServer::newConnection, this, &RunningInstance::accept);
 }
 
 bool RunningInstance::handOver(const std::optional<QVariantMap> &push, const QUrl &url)
 {
+    // Two that start at once must not both find nobody.
+    QLockFile lock(m_socketPath + u".lock"_s);
+    lock.tryLock(handOverTimeoutMs);
     QLocalSocket socket;
     socket.connectToServer(m_socketPath);
     if (socket.waitForConnected(handOverTimeoutMs)) {
@@ -47,16 +50,28 @@ bool RunningInstance::handOver(const std::optional<QVariantMap> &push, const QUr
     return false;
 }
 
+void RunningInstance::answer()
+{
+    connect(&m_server, &QLocalServer::newConnection, this, &RunningInstance::accept);
+    while (m_server.hasPendingConnections())
+        accept();
+}
+
 void RunningInstance::accept()
 {
     QLocalSocket *socket = m_server.nextPendingConnection();
-    connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
-    connect(socket, &QLocalSocket::readyRead, this, [this, socket] {
+    const auto read = [this, socket] {
         if (socket->canReadLine())
             take(socket->readLine());
         else if (socket->bytesAvailable() > longestMessage)
             socket->abort();
-    });
+    };
+    connect(socket, &QLocalSocket::readyRead, this, read);
+    connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
+    // One that has waited may have said all, and gone.
+    read();
+    if (socket->state() == QLocalSocket::UnconnectedState)
+        socket->deleteLater();
 }
 
 void RunningInstance::take(const QByteArray &message)

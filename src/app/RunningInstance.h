@@ -6,7 +6,8 @@
 
 #include <optional>
 
-//! The one instance of a profile: later starts hand it what they were started with, and end.
+//! The one instance of a profile: later starts hand it what they were started with, and end. What
+//! they hand over waits until the instance begins to answer.
 class RunningInstance : public QObject
 {
     Q_OBJECT
@@ -16,6 +17,9 @@ public:
 
     //! Hands over to the instance that runs; false when none does, and this one is it from now on.
     bool handOver(const std::optional<QVariantMap> &push, const QUrl &url);
+
+    //! From now on, and for what has waited, the signals come.
+    void answer();
 
 Q_SIGNALS:
     //! A later start; what it was started with.

@@ -3,6 +3,7 @@
 
 #include <QFile>
 #include <QLocalSocket>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 
 #include <sys/socket.h>
@@ -34,6 +35,7 @@ private:
             [this](const QUrl &url) { m_urls << url; });
         connect(m_first.get(), &RunningInstance::activated, this, [this] { ++m_activations; });
         QVERIFY(!m_first->handOver({}, {}));
+        m_first->answer();
     }
 
 private Q_SLOTS:
@@ -56,6 +58,20 @@ private Q_SLOTS:
         TRY_COMPARE(m_activations, 2);
         QCOMPARE(m_pushes, (QList<QVariantMap> {push, {}}));
         QCOMPARE(m_urls, QList {url});
+    }
+
+    void whatComesBeforeItAnswersWaits()
+    {
+        RunningInstance early(m_folder->filePath(u"early"_s));
+        QVERIFY(!early.handOver({}, {}));
+        QSignalSpy urls(&early, &RunningInstance::urlReceived);
+        const QUrl url(u"wx1://oauth"_s);
+        QVERIFY(RunningInstance(m_folder->filePath(u"early"_s)).handOver({}, url));
+        // As while the start waits for something else.
+        QTest::qWait(0);
+        early.answer();
+        TRY_COMPARE(urls.size(), 1);
+        QCOMPARE(urls[0][0].toUrl(), url);
     }
 
     void takesOverFromOneThatWasKilled()
