@@ -18,10 +18,11 @@ namespace {
 
 } // namespace
 
-Control::Control(Platform &platform, FileStore &store, Trace &trace, Faults &faults,
-    Overrides &overrides, const Certificate &certificate)
+Control::Control(Platform &platform, FileStore &store, PushService &push, Trace &trace,
+    Faults &faults, Overrides &overrides, const Certificate &certificate)
     : m_platform(platform)
     , m_store(store)
+    , m_push(push)
     , m_trace(trace)
     , m_faults(faults)
     , m_overrides(overrides)
@@ -44,7 +45,13 @@ Reply Control::answer(const Request &request)
             return textReply(200, m_certificate.pem());
         if (wish == "GET storage")
             return jsonReply(m_store.description());
-        if (wish == "POST faults") {
+        if (wish == "GET push")
+            return jsonReply(m_push.description());
+        if (wish == "POST push") {
+            m_push.send(Json::parse(request.body));
+        } else if (wish == "POST broker") {
+            m_push.setRunning(Json::parse(request.body));
+        } else if (wish == "POST faults") {
             m_faults.add(Json::parse(request.body));
         } else if (wish == "POST settings") {
             m_overrides.set(Json::parse(request.body));
@@ -54,6 +61,7 @@ Reply Control::answer(const Request &request)
             m_trace.clear();
             m_platform.reset();
             m_store.reset();
+            m_push.setRunning({{"running", true}});
         } else {
             return textReply(404, "No such control: " + wish + "\n");
         }

@@ -6,6 +6,7 @@
 #include "Platform.h"
 #include "Trace.h"
 #include "files/FileStore.h"
+#include "push/PushService.h"
 
 namespace sandbox {
 
@@ -15,13 +16,16 @@ namespace sandbox {
 //!   GET  trace?since=N     entries from number N on
 //!   GET  certificate.pem   of the TLS host
 //!   GET  storage           the uploaded files, see FileStore::description
+//!   GET  push              the broker's addresses, see PushService::description
+//!   POST push              sends one message, see PushService::send
+//!   POST broker            stops and starts the broker, see PushService::setRunning
 //!   POST faults            JSON, see Fault
 //!   POST settings          JSON, see Overrides::set
 //!   POST reset             everything as it was at the start, a folder given for uploads excepted
 class Control
 {
 public:
-    Control(Platform &platform, FileStore &store, Trace &trace, Faults &faults,
+    Control(Platform &platform, FileStore &store, PushService &push, Trace &trace, Faults &faults,
         Overrides &overrides, const Certificate &certificate);
 
     static bool owns(const Request &request);
@@ -30,6 +34,7 @@ public:
 private:
     Platform &m_platform;
     FileStore &m_store;
+    PushService &m_push;
     Trace &m_trace;
     Faults &m_faults;
     Overrides &m_overrides;

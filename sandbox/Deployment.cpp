@@ -1,3 +1,4 @@
+#include "Map.h"
 #include "Site.h"
 
 namespace sandbox {
@@ -13,7 +14,10 @@ std::string deploymentToml(const Addresses &addresses)
         + "\n[app]\nbuild = \"120\"\ndisplay_name = \"成长平台\"\n"
           "\n[service]\ncustomer_service_account = \"800012345\"\n"
           "\n[wechat]\napp_id = \"wx3f5a9c2e7b1d4068\"\nauthorise_url = \""
-        + addresses.base(Host::Rb) + "wechat/authorise\"\n";
+        + addresses.base(Host::Rb) + "wechat/authorise\"\n"
+        + "\n[qq]\napp_id = \"1104839275\"\nshare_url = \"" + addresses.base(Host::Rb)
+        + "qq/share\"\n\n[location]\nmap_key = \"" + std::string(mapKey) + "\"\nregeocode_url = \""
+        + addresses.base(Host::Rb) + "map/regeo\"\n";
 }
 
 } // namespace sandbox

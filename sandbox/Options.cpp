@@ -7,6 +7,8 @@ namespace sandbox {
 
 const char *const usage
     = "Usage: vant-sandbox [options]\n"
+      "       vant-sandbox push --at ADDRESS --to CID --payload URL [--title T] [--body B] [--id "
+      "N]\n"
       "A school platform on loopback. The first line it prints is its base address.\n"
       "\n"
       "  --port N       port of all addresses, 0 for a free one (default 0)\n"
@@ -15,6 +17,9 @@ const char *const usage
       "  --latency MS   delay of every answer in milliseconds (default 0)\n"
       "  --storage DIR  keep uploaded files in DIR, also for the next start (default: a\n"
       "                 temporary folder, removed at the end)\n"
+      "\n"
+      "push sends one message to the client CID, through the sandbox at the base ADDRESS.\n"
+      "\n"
       "  --help         print this text\n"
       "  --version      print the version\n";
 

@@ -3,6 +3,7 @@
 #include "Assets.h"
 #include "Envelope.h"
 #include "Escaping.h"
+#include "Map.h"
 
 #include <algorithm>
 #include <charconv>
@@ -23,6 +24,7 @@ namespace {
         {Host::Rb, "/portal/"},
         {Host::Rb, "/pages/agreement/"},
         {Host::Rb, "/pages/wechat/"},
+        {Host::Rb, "/pages/qq/"},
         {Host::Rb, "/images/"},
         {Host::Local, "/portal/"},
         {Host::Local, "/images/"},
@@ -74,9 +76,13 @@ Reply Site::answer(const Request &request) const
     const std::string &path = request.path;
     if (request.host == Host::Rb) {
         if (path == "/deployment.toml")
-            return textReply(200, deploymentToml(m_platform.addresses));
+            return textReply(200, deploymentToml(m_platform.addresses) + m_push.toml());
         if (path == "/wechat/authorise")
             return authorise(request);
+        if (path == "/qq/share")
+            return sharePage(request);
+        if (path == "/map/regeo")
+            return regeocode(request);
     }
     if (!hasPortal(request.host))
         return asset(request, path);
@@ -128,6 +134,14 @@ Reply Site::session(const Request &request) const
             {"marker", !request.cookie("rblgin").empty()}});
     }
     return jsonReply({{"signed_in", false}}, 401);
+}
+
+Reply Site::sharePage(const Request &request) const
+{
+    Reply reply = asset(request, "/pages/qq/share.html");
+    for (const std::string name : {"title", "summary", "url", "pics"})
+        replaceAll(reply.body, "{{" + name + "}}", htmlEscaped(request.param(name)));
+    return reply;
 }
 
 Reply Site::authorise(const Request &request) const

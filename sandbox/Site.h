@@ -2,6 +2,7 @@
 
 #include "Message.h"
 #include "Platform.h"
+#include "push/PushService.h"
 
 #include <string>
 
@@ -12,8 +13,9 @@ namespace sandbox {
 class Site
 {
 public:
-    explicit Site(Platform &platform)
+    Site(Platform &platform, PushService &push)
         : m_platform(platform)
+        , m_push(push)
     {
     }
 
@@ -21,11 +23,13 @@ public:
 
 private:
     Reply session(const Request &request) const;
+    Reply sharePage(const Request &request) const;
     Reply authorise(const Request &request) const;
     Reply asset(const Request &request, const std::string &path) const;
     Reply notFound(const Request &request) const;
 
     Platform &m_platform;
+    PushService &m_push;
 };
 
 //! A client's configuration in TOML that makes it use the hosts at these addresses.

@@ -7,10 +7,13 @@
 #include "files/FileStore.h"
 #include "files/ObjectStorage.h"
 #include "files/UploadService.h"
+#include "push/PushCommand.h"
+#include "push/PushService.h"
 
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
+#include <string_view>
 #include <thread>
 
 using namespace sandbox;
@@ -39,12 +42,14 @@ void run(const Options &options)
     Faults faults;
     Overrides overrides;
     const Certificate certificate(addressOf(Host::Tls));
+    Broker broker(certificate);
+    PushService push(broker);
     HttpFront front(options.port, certificate);
     Platform platform(size_t(options.schools), front.addresses());
     FileStore store(options.storageDir);
-    Control control(platform, store, trace, faults, overrides, certificate);
+    Control control(platform, store, push, trace, faults, overrides, certificate);
     const Catalogue catalogue(platform, overrides);
-    const Site site(platform);
+    const Site site(platform, push);
     const UploadService uploadService(store, platform.addresses);
     const ObjectStorage objectStorage(store);
 
@@ -79,6 +84,7 @@ void run(const Options &options)
     int signal = 0;
     sigwait(&endingSignals, &signal);
     store.removeTemporary();
+    broker.end();
     // Connections may be idle or in the middle of a slow answer; nobody waits for them.
     std::quick_exit(EXIT_SUCCESS);
 }
@@ -88,6 +94,10 @@ void run(const Options &options)
 int main(int argc, char **argv)
 {
     try {
+        if (argc > 1 && std::string_view(argv[1]) == "push") {
+            pushCommand(argc - 2, argv + 2);
+            return EXIT_SUCCESS;
+        }
         const Options options = parseOptions(argc, argv);
         if (options.help)
             std::cout << usage;

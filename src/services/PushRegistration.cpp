@@ -11,6 +11,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString outcomeKey = QStringLiteral("GTPushCid");
+const QString waitingKey = QStringLiteral("PushWaiting");
+const QString foregroundNotification = QStringLiteral("GeTuiPushLoadNewWeb");
 
 }
 
@@ -23,12 +25,17 @@ PushRegistration::PushRegistration(PushClient *client,
     , m_defaults(defaults)
     , m_notifications(notifications)
 {
+    for (const QVariant &userInfo : defaults->objectForKey(waitingKey).toList())
+        m_waiting << userInfo.toMap();
     connect(client, &PushClient::didRegisterClient, this, &PushRegistration::didRegisterClient);
     connect(client, &PushClient::didOccurError, this, &PushRegistration::didOccurError);
     connect(client, &PushClient::willPresentNotification, this,
         &PushRegistration::willPresentNotification);
     connect(client, &PushClient::didReceiveNotification, this,
         &PushRegistration::didReceiveNotification);
+    // Who observes from now on may be in the middle of its start.
+    connect(notifications, &NotificationCenter::observerAdded, this, &PushRegistration::postWaiting,
+        Qt::QueuedConnection);
 }
 
 void PushRegistration::start()
@@ -73,7 +80,30 @@ void PushRegistration::willPresentNotification(const QVariantMap &userInfo)
 {
     m_loginModel->messageCount = 0;
     isAppBackground = false;
-    m_notifications->postNotificationName(u"GeTuiPushLoadNewWeb"_s, userInfo);
+    m_waiting << userInfo;
+    keepWaiting();
+    postWaiting();
+}
+
+void PushRegistration::postWaiting()
+{
+    if (!m_notifications->isObserved(foregroundNotification))
+        return;
+    if (m_waiting.isEmpty())
+        return;
+    const auto waiting = std::exchange(m_waiting, {});
+    keepWaiting();
+    for (const QVariantMap &userInfo : waiting)
+        m_notifications->postNotificationName(foregroundNotification, userInfo);
+}
+
+void PushRegistration::keepWaiting()
+{
+    QVariantList waiting;
+    for (const QVariantMap &userInfo : std::as_const(m_waiting))
+        waiting << userInfo;
+    m_defaults->setObject(waiting.isEmpty() ? QVariant() : QVariant(waiting), waitingKey);
+    m_defaults->synchronize();
 }
 
 void PushRegistration::didReceiveNotification(const QVariantMap &userInfo)

@@ -14,7 +14,9 @@ class UserDefaults;
 //!
 //! The client id is stored when it comes and bound to a user at the next login only. Notifications
 //! become "GeTuiPushLoadNewWeb" (in the foreground) and "backGeTuiPushLoadNewWeb" (tapped), with
-//! their user info.
+//! their user info. Those of the foreground wait until somebody observes them, in a later run of
+//! the program too: what was sent while it was off comes before there is a home container, and
+//! nobody may sign in this time.
 class PushRegistration : public QObject
 {
     Q_OBJECT
@@ -41,10 +43,13 @@ private:
     void didRegisterClient(const QString &clientId);
     void didOccurError(const QString &error);
     void willPresentNotification(const QVariantMap &userInfo);
+    void postWaiting();
+    void keepWaiting();
 
     PushClient *m_client;
     DeploymentConfiguration::Push m_credentials;
     LoginModel *m_loginModel;
     UserDefaults *m_defaults;
     NotificationCenter *m_notifications;
+    QList<QVariantMap> m_waiting;
 };

@@ -2,7 +2,7 @@
 
 #include "model/LoginModel.h"
 #include "platform/NotificationCenter.h"
-#include "platform/UnavailablePushClient.h"
+#include "platform/PushClient.h"
 #include "support/Patience.h"
 
 #include <QSignalSpy>
@@ -36,7 +36,6 @@ class PushRegistrationTest : public QObject
 
 private Q_SLOTS:
     void keepsTheClientIdOverFailures();
-    void aDeviceWithoutPushFailsLater();
     void postsNotifications();
 
 private:
@@ -74,16 +73,6 @@ void PushRegistrationTest::keepsTheClientIdOverFailures()
     QCOMPARE(m_model.c_id(), u"cid-2"_s);
 }
 
-void PushRegistrationTest::aDeviceWithoutPushFailsLater()
-{
-    m_defaults.setObject({}, outcomeKey);
-    UnavailablePushClient none;
-    PushRegistration registration(&none, {}, &m_model, &m_defaults, &m_notifications);
-    registration.start();
-    QVERIFY(m_defaults.stringForKey(outcomeKey).isNull());
-    TRY_COMPARE(m_defaults.stringForKey(outcomeKey), u"getCidFailed"_s);
-}
-
 void PushRegistrationTest::postsNotifications()
 {
     const QVariantMap userInfo {{u"payload"_s, u"https://p/"_s}};
@@ -96,6 +85,22 @@ void PushRegistrationTest::postsNotifications()
     Q_EMIT m_client.willPresentNotification(userInfo);
     QVERIFY(!m_registration.isAppBackground);
     QCOMPARE(m_model.messageCount, 0);
+    // Nobody would open the page yet.
+    QCOMPARE(m_posted.size(), 0);
+    // Neither does anybody in this run.
+    NotificationCenter later;
+    QSignalSpy postedLater(&later, &NotificationCenter::posted);
+    UserDefaults kept(m_file);
+    PushRegistration nextRun(&m_client, {}, &m_model, &kept, &later);
+    later.addObserver(u"GeTuiPushLoadNewWeb"_s, this, [](const QVariant &) {});
+    TRY_COMPARE(postedLater.size(), 1);
+    QCOMPARE(postedLater.first()[1].value<QVariant>().toMap(), userInfo);
+    QVERIFY(!UserDefaults(m_file).objectForKey(u"PushWaiting"_s).isValid());
+
+    QObject home;
+    m_notifications.addObserver(u"GeTuiPushLoadNewWeb"_s, &home, [](const QVariant &) {});
+    QCOMPARE(m_posted.size(), 0);
+    TRY_COMPARE(m_posted.size(), 1);
     QCOMPARE(m_posted.first().first(), u"GeTuiPushLoadNewWeb"_s);
     QCOMPARE(m_posted.first()[1].value<QVariant>().toMap(), userInfo);
 }
