@@ -1,0 +1,19 @@
+#include "services/scan/ScanSuccessJumpVC.h"
+
+ScanSuccessJumpVC::ScanSuccessJumpVC(NavigationController *navigation)
+    : m_navigation(navigation)
+{
+}
+
+void ScanSuccessJumpVC::backPressed()
+{
+    if (m_navigation)
+        m_navigation->pop();
+}
+
+void ScanSuccessJumpVC::refreshPressed()
+{
+    while (m_navigation && m_navigation->contains(this)
+        && m_navigation->topViewController() != comeFromVC)
+        m_navigation->pop();
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "ui/NavigationController.h"
+
+#include <QPointer>
+
+//! Shows the code that was read from a picture of the album. On the scanner's navigation
+//! controller, and gone when popped.
+class ScanSuccessJumpVC : public ViewController
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Controllers are made in C++.")
+    Q_PROPERTY(QString jump_URL MEMBER jump_URL CONSTANT)
+    Q_PROPERTY(QString jump_bar_code MEMBER jump_bar_code CONSTANT)
+
+public:
+    static constexpr auto screenName = "ScanSuccessJumpScreen";
+    static constexpr auto screenSource = "qrc:/qt/qml/Vant/Services/scan/ScanSuccessJumpScreen.qml";
+
+    explicit ScanSuccessJumpVC(NavigationController *navigation);
+
+    //! Set before the screen is pushed: one of the two texts, and the scanner it comes from.
+    QPointer<ViewController> comeFromVC;
+    QString jump_URL;
+    QString jump_bar_code;
+
+    bool prefersNavigationBarHidden() const override { return true; }
+
+    Q_INVOKABLE void backPressed();
+    //! Pops down to the scanner, the lowest screen.
+    Q_INVOKABLE void refreshPressed();
+
+private:
+    QPointer<NavigationController> m_navigation;
+};

@@ -1,0 +1,207 @@
+#include "services/scan/WCQRCodeScanningVC.h"
+
+#include "model/StringFormat.h"
+#include "platform/CaptureDevice.h"
+#include "services/Logging.h"
+#include "services/scan/ScanSuccessJumpVC.h"
+#include "ui/Shell.h"
+
+#include <QCoreApplication>
+#include <QThreadPool>
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+WCQRCodeScanningVC::WCQRCodeScanningVC(
+    const ScanEnvironment &environment, std::function<void()> playSound)
+    : m_environment(environment)
+    , m_playSound(std::move(playSound))
+    , m_manager(environment.camera)
+{
+    connect(&m_manager, &ScanManager::didOutputMetadataObjects, this,
+        &WCQRCodeScanningVC::didOutputMetadataObjects);
+    connect(&m_manager, &ScanManager::didMeasureBrightness, this,
+        &WCQRCodeScanningVC::didMeasureBrightness);
+    connect(
+        environment.camera, &CaptureDevice::frameCaptured, this, [this](const QVideoFrame &frame) {
+            if (m_preview && m_scanning)
+                m_preview->setVideoFrame(frame);
+        });
+    connect(environment.shell->navigator(), &Navigator::dismissed, this,
+        [this](const ViewController *gone) {
+            if (gone == m_navigation)
+                close(); // another screen took this one's place
+        });
+    connect(environment.camera, &CaptureDevice::failed, this, [this](const QString &error) {
+        qCWarning(lcServices) << "the camera failed:" << error;
+        pause();
+        m_environment.shell->toast()->showError(u"相机无法使用"_s);
+    });
+}
+
+WCQRCodeScanningVC::~WCQRCodeScanningVC() = default;
+
+void WCQRCodeScanningVC::viewDidAppear()
+{
+    // Not before: opening a camera takes the main thread for a while, which would be seen in the
+    // transition.
+    if (!m_albumInUse)
+        resume();
+}
+
+bool WCQRCodeScanningVC::handleBack()
+{
+    close();
+    return true;
+}
+
+void WCQRCodeScanningVC::setPreview(QVideoSink *preview)
+{
+    if (preview == m_preview)
+        return;
+    m_preview = preview;
+    Q_EMIT previewChanged();
+}
+
+void WCQRCodeScanningVC::backPressed()
+{
+    close();
+}
+
+void WCQRCodeScanningVC::albumPressed()
+{
+    if (m_albumInUse || m_closed)
+        return;
+    m_albumInUse = true;
+    pause();
+    m_environment.chooseFromAlbum([self = QPointer(this)](std::optional<QString> filePath) {
+        if (!self)
+            return;
+        if (filePath)
+            return self->readAlbumFile(*filePath);
+        self->m_albumInUse = false;
+        self->resume();
+    });
+}
+
+void WCQRCodeScanningVC::flashlightPressed()
+{
+    if (!m_flashlightBtnVisible)
+        return;
+    const bool on = !m_isSelectedFlashlightBtn;
+    m_environment.camera->setTorchOn(on);
+    setFlashlight(true, on);
+}
+
+void WCQRCodeScanningVC::resume()
+{
+    if (m_closed)
+        return;
+    setScanning(true);
+    m_manager.start();
+}
+
+void WCQRCodeScanningVC::pause()
+{
+    setScanning(false);
+    setFlashlight(false, false); // the torch goes out with the camera
+    m_manager.stop();
+}
+
+void WCQRCodeScanningVC::setScanning(bool scanning)
+{
+    if (scanning == m_scanning)
+        return;
+    m_scanning = scanning;
+    Q_EMIT scanningChanged();
+}
+
+void WCQRCodeScanningVC::setFlashlight(bool visible, bool on)
+{
+    if (visible == m_flashlightBtnVisible && on == m_isSelectedFlashlightBtn)
+        return;
+    m_flashlightBtnVisible = visible;
+    m_isSelectedFlashlightBtn = on;
+    Q_EMIT flashlightChanged();
+}
+
+void WCQRCodeScanningVC::didMeasureBrightness(double brightness)
+{
+    if (brightness < darkBrightness) {
+        if (m_environment.camera->hasTorch())
+            setFlashlight(true, m_isSelectedFlashlightBtn);
+    } else if (!m_isSelectedFlashlightBtn) {
+        setFlashlight(false, false);
+    }
+}
+
+void WCQRCodeScanningVC::didOutputMetadataObjects(const QStringList &codes)
+{
+    qCDebug(lcServices).noquote() << StringFormat::format(
+        u"metadataObjects - - %@"_s, QVariant(codes));
+    if (codes.isEmpty() || m_closed)
+        return;
+    const auto code
+        = std::find_if(codes.begin(), codes.end(), [](const QString &c) { return !c.isEmpty(); });
+    if (code == codes.end())
+        return m_environment.shell->toast()->show(u"暂未识别出扫描的二维码"_s);
+    m_playSound();
+    const QString text = *code;
+    const auto success = std::exchange(scanQrSuccessBlock, {});
+    close();
+    if (success)
+        success(text);
+}
+
+void WCQRCodeScanningVC::readAlbumFile(const QString &filePath)
+{
+    const quint64 loading = m_environment.shell->toast()->showLoading(u"正在识别"_s);
+    QThreadPool::globalInstance()->start(
+        [self = QPointer(this), shell = QPointer(m_environment.shell), filePath, loading] {
+            const QString code = CodeReader::readFile(filePath);
+            // Screen and shell may be gone by now.
+            QMetaObject::invokeMethod(
+                qApp,
+                [self, shell, loading, code] {
+                    if (shell)
+                        shell->toast()->hideLoading(loading);
+                    if (self)
+                        self->didReadAlbumFile(code);
+                },
+                Qt::QueuedConnection);
+        });
+}
+
+void WCQRCodeScanningVC::didReadAlbumFile(const QString &code)
+{
+    m_albumInUse = false;
+    if (m_closed)
+        return;
+    if (!code.isEmpty())
+        return showResult(code);
+    m_environment.shell->toast()->show(u"暂未识别出二维码"_s);
+    resume();
+}
+
+void WCQRCodeScanningVC::showResult(const QString &code)
+{
+    if (!m_navigation)
+        return;
+    auto *result = new ScanSuccessJumpVC(m_navigation);
+    result->comeFromVC = this;
+    if (code.startsWith(u"http"))
+        result->jump_URL = code;
+    else
+        result->jump_bar_code = code;
+    m_navigation->push(QString::fromLatin1(ScanSuccessJumpVC::screenName), result);
+}
+
+void WCQRCodeScanningVC::close()
+{
+    if (std::exchange(m_closed, true))
+        return;
+    pause();
+    m_environment.shell->navigator()->dismiss(this);
+}
