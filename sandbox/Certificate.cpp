@@ -19,6 +19,18 @@ namespace {
         X509_EXTENSION_free(extension);
     }
 
+    template <typename Write>
+    std::string textOf(Write write)
+    {
+        BIO *memory = BIO_new(BIO_s_mem());
+        write(memory);
+        char *data = nullptr;
+        const long size = BIO_get_mem_data(memory, &data);
+        std::string text(data, size_t(size));
+        BIO_free(memory);
+        return text;
+    }
+
 } // namespace
 
 Certificate::Certificate(const std::string &address)
@@ -53,13 +65,14 @@ Certificate::~Certificate()
 
 std::string Certificate::pem() const
 {
-    BIO *memory = BIO_new(BIO_s_mem());
-    PEM_write_bio_X509(memory, m_x509);
-    char *data = nullptr;
-    const long size = BIO_get_mem_data(memory, &data);
-    std::string text(data, size_t(size));
-    BIO_free(memory);
-    return text;
+    return textOf([this](BIO *memory) { PEM_write_bio_X509(memory, m_x509); });
+}
+
+std::string Certificate::keyPem() const
+{
+    return textOf([this](BIO *memory) {
+        PEM_write_bio_PrivateKey(memory, m_key, nullptr, nullptr, 0, nullptr, nullptr);
+    });
 }
 
 } // namespace sandbox

@@ -20,6 +20,8 @@ public:
     EVP_PKEY *key() const { return m_key; }
     //! For a client that shall trust it all the same.
     std::string pem() const;
+    //! For another server at the same address.
+    std::string keyPem() const;
 
 private:
     EVP_PKEY *m_key = nullptr;

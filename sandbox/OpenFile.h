@@ -18,6 +18,7 @@ public:
     OpenFile &operator=(OpenFile &&other) noexcept;
     ~OpenFile();
 
+    int descriptor() const { return m_descriptor; }
     bool isOpen() const { return m_descriptor >= 0; }
     size_t size() const;
     //! As many bytes as there are, at most so many.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "TemporaryFolder.h"
+
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -14,15 +16,15 @@ public:
     //! Makes the folder that is given; throws BadArgument when it cannot be used.
     explicit StorageFolder(const std::optional<std::string> &given);
 
-    bool isTemporary() const { return m_temporary; }
+    bool isTemporary() const { return m_given.empty(); }
     //! Made when it is missing.
     const std::filesystem::path &path();
     //! A temporary folder with all that is in it; another one is left alone.
-    void removeTemporary();
+    void removeTemporary() { m_temporary.remove(); }
 
 private:
-    bool m_temporary;
-    std::filesystem::path m_path;
+    std::filesystem::path m_given;
+    TemporaryFolder m_temporary {"storage"};
 };
 
 } // namespace sandbox

@@ -1,5 +1,7 @@
 #include "platform/NotificationCenter.h"
 
+#include <algorithm>
+
 void NotificationCenter::addObserver(const QString &name, QObject *context, Observer observer)
 {
     connect(this, &NotificationCenter::posted, context,
@@ -7,6 +9,14 @@ void NotificationCenter::addObserver(const QString &name, QObject *context, Obse
             if (posted == name)
                 observer(object);
         });
+    m_contexts.insert(name, context);
+    Q_EMIT observerAdded(name);
+}
+
+bool NotificationCenter::isObserved(const QString &name) const
+{
+    const auto [begin, end] = m_contexts.equal_range(name);
+    return std::any_of(begin, end, [](const QPointer<QObject> &context) { return !!context; });
 }
 
 void NotificationCenter::postNotificationName(const QString &name, const QVariant &object)

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QMultiHash>
 #include <QObject>
+#include <QPointer>
 #include <QString>
 #include <QVariant>
 
@@ -18,7 +20,13 @@ public:
     //! Calls the observer for every notification of that name for as long as the context lives.
     void addObserver(const QString &name, QObject *context, Observer observer);
     void postNotificationName(const QString &name, const QVariant &object = {});
+    //! Whether anybody observes that name now.
+    bool isObserved(const QString &name) const;
 
 Q_SIGNALS:
     void posted(const QString &name, const QVariant &object);
+    void observerAdded(const QString &name);
+
+private:
+    QMultiHash<QString, QPointer<QObject>> m_contexts;
 };

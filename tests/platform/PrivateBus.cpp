@@ -37,7 +37,10 @@ PrivateBus::PrivateBus()
     m_daemon.start(u"dbus-daemon"_s,
         {u"--nofork"_s, u"--print-address"_s, u"--config-file="_s + file.fileName()});
     while (!m_daemon.canReadLine() && m_daemon.waitForReadyRead(patienceMs)) { }
-    qputenv("DBUS_SESSION_BUS_ADDRESS", m_daemon.readLine().trimmed());
+    const QByteArray address = m_daemon.readLine().trimmed();
+    // Both at once: the library reads them together, once.
+    for (const char *bus : {"DBUS_SESSION_BUS_ADDRESS", "DBUS_SYSTEM_BUS_ADDRESS"})
+        qputenv(bus, address);
 
     m_keyring.setStandardOutputFile(QProcess::nullDevice());
     m_keyring.setStandardErrorFile(m_folder.filePath(u"keyring.log"_s));

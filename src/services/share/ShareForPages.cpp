@@ -1,0 +1,93 @@
+#include "services/share/ShareForPages.h"
+
+#include "model/StringFormat.h"
+#include "platform/HTTPSessionManager.h"
+#include "services/Logging.h"
+#include "services/share/OMShareSDKTool.h"
+#include "ui/Shell.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto downloadTimeout = 30s;
+
+// A page must not reach the device's own files this way.
+bool mayBeLoaded(const QUrl &url)
+{
+    const QString scheme = url.scheme();
+    return scheme == u"http" || scheme == u"https" || scheme == u"data";
+}
+
+//! Where the picture will be once it has come.
+std::shared_ptr<const QByteArray> load(QNetworkAccessManager *network, const QUrl &url)
+{
+    auto image = std::make_shared<QByteArray>();
+    if (!mayBeLoaded(url))
+        return image;
+    HTTPSessionManager session(network);
+    session.setCachePolicy(HTTPSessionManager::CachePolicy::ReturnCacheDataElseLoad);
+    session.setTimeoutInterval(downloadTimeout);
+    session.GET(
+        url.toString(QUrl::FullyEncoded), {},
+        [image](const HTTPResponse &response) { *image = response.body; },
+        [](const HTTPResponse &, const HTTPError &error) {
+            qCWarning(lcServices) << "the picture to share did not come:" << error.description;
+        });
+    return image;
+}
+
+}
+
+ShareForPages::ShareForPages(Shell *shell, ShareSDK *sdk, QNetworkAccessManager *network)
+    : m_shell(shell)
+    , m_sdk(sdk)
+    , m_network(network)
+{
+}
+
+void ShareForPages::action(const QUrl &imageUrl)
+{
+    showPanel(OMShareView::Download::Offered, imageUrl,
+        [this, imageUrl, image = load(m_network, imageUrl)](ShareSDK::Platform platform) {
+            OMShareSDKTool::shareAcitonWithImage(*m_sdk, *image, imageUrl.toString(),
+                u"分享的title"_s, {}, {}, platform, ShareContent::Type::Image,
+                [self = QPointer(this)](ShareSDK::State state, const QString &message) {
+                    if (self)
+                        self->showResult(state, message);
+                });
+        });
+}
+
+void ShareForPages::linkShareAction(
+    const QString &url, const QString &title, const QString &content, const QString &imageUrl)
+{
+    showPanel(
+        OMShareView::Download::Hidden, QUrl(imageUrl), [=, this](ShareSDK::Platform platform) {
+            OMShareSDKTool::shareAcitonWithImage(*m_sdk, {}, imageUrl, title, content, url,
+                platform, ShareContent::Type::WebPage,
+                [self = QPointer(this)](ShareSDK::State state, const QString &message) {
+                    if (self)
+                        self->showResult(state, message);
+                });
+        });
+}
+
+void ShareForPages::showPanel(OMShareView::Download download, const QUrl &imageUrl, Share share)
+{
+    if (m_panel)
+        m_panel->left();
+    m_panel = new OMShareView(m_shell, download, imageUrl,
+        [share = std::move(share)](int tag) { share(ShareSDK::Platform(tag)); });
+    m_panel->show();
+}
+
+void ShareForPages::showResult(ShareSDK::State state, const QString &message)
+{
+    if (state == ShareSDK::State::Success)
+        m_shell->toast()->showSuccess(u"分享成功！"_s);
+    else if (state == ShareSDK::State::Failure)
+        m_shell->toast()->showError(StringFormat::format(u"分享失败：%@"_s, message));
+}

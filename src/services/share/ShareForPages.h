@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/ShareSDK.h"
+#include "services/share/OMShareView.h"
+
+#include <QPointer>
+
+class QNetworkAccessManager;
+
+//! Shares what a page names: asks for the target with the share panel and tells the outcome. Owned
+//! by the application; what it is given must outlive it.
+class ShareForPages : public QObject
+{
+    Q_OBJECT
+
+public:
+    ShareForPages(Shell *shell, ShareSDK *sdk, QNetworkAccessManager *network);
+
+    //! A picture. It is loaded meanwhile; one that has not come when a target is chosen is shared
+    //! as none.
+    void action(const QUrl &imageUrl);
+    void linkShareAction(
+        const QString &url, const QString &title, const QString &content, const QString &imageUrl);
+
+private:
+    using Share = std::function<void(ShareSDK::Platform platform)>;
+
+    //! In the place of an earlier one.
+    void showPanel(OMShareView::Download download, const QUrl &imageUrl, Share share);
+    void showResult(ShareSDK::State state, const QString &message);
+
+    Shell *m_shell;
+    ShareSDK *m_sdk;
+    QNetworkAccessManager *m_network;
+    QPointer<OMShareView> m_panel;
+};
