@@ -11,11 +11,6 @@ ScreenFrame {
     color: Theme.surface
     statusBarColor: "transparent"
 
-    function login() {
-        Qt.inputMethod.commit()
-        controller.login()
-    }
-
     Connections {
         target: screen.controller
         function onEndEditing() { screen.forceActiveFocus() }
@@ -69,47 +64,9 @@ ScreenFrame {
 
         Item { width: 1; height: 8 }
 
-        IconTextField {
-            id: account
+        AccountForm {
             width: parent.width
-            iconSource: "qrc:/assets/icon_account.png"
-            placeholderText: qsTr("请输入账号/工号/学号")
-            placeholderTextColor: "#cccccc"
-            inputMethodHints: Qt.ImhNoAutoUppercase | Qt.ImhNoPredictiveText
-            text: screen.controller.account
-            onTextEdited: screen.controller.account = text
-            onAccepted: password.forceActiveFocus(Qt.TabFocusReason)
-        }
-
-        Item { width: 1; height: 8 }
-
-        IconTextField {
-            id: password
-            width: parent.width
-            iconSource: "qrc:/assets/icon_passWord.png"
-            placeholderText: qsTr("请输入密码")
-            placeholderTextColor: "#cccccc"
-            password: true
-            text: screen.controller.password
-            onTextEdited: screen.controller.password = text
-            onAccepted: screen.login()
-        }
-
-        Item { width: 1; height: 16 }
-
-        AgreementRow {
-            width: parent.width
-            selected: screen.controller.userInstructionsSelected
-            onToggled: screen.controller.checkUserInstructions()
-            onLinkActivated: name => screen.controller.didSelectLink(name)
-        }
-
-        Item { width: 1; height: 20 }
-
-        PrimaryButton {
-            width: parent.width
-            text: qsTr("登录")
-            onClicked: screen.login()
+            controller: screen.controller
         }
 
         Item { width: 1; height: 4 }

@@ -1,10 +1,10 @@
 #include "login/LoginViewController2.h"
 
+#include "login/AuthLoginViewController.h"
 #include "login/ChooseSchoolViewController.h"
 #include "login/MandarinLatin.h"
 #include "model/LoginModel.h"
 #include "platform/MainQueue.h"
-#include "platform/NetworkReachabilityManager.h"
 #include "platform/NotificationCenter.h"
 #include "platform/WXApi.h"
 #include "ui/Shell.h"
@@ -17,11 +17,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto errorDelay = 500ms;
 constexpr auto idleDelay = 500ms;
 
 const QString noSchool = u"选择学校"_s;
-const QString notAgreed = u"请勾选已阅读同意《用户协议》和《隐私政策》"_s;
 const QString wechatScope = u"snsapi_userinfo"_s;
 const QString wechatState = u"123"_s;
 // Asked for by a page of the home container, which takes its own answer.
@@ -37,9 +35,8 @@ const QString forgottenPassword
 }
 
 LoginViewController2::LoginViewController2(const LoginEnvironment &environment)
-    : m_environment(environment)
-    , m_loginViewModel(environment)
-    , m_logo(&m_loginViewModel, environment.network, this)
+    : LoginFormViewController(environment)
+    , m_logo(&loginViewModel(), environment.network, this)
 {
     setTitle(environment.displayName);
     connect(&m_logo, &SchoolLogo::sourceChanged, this, &LoginViewController2::logoChanged);
@@ -50,13 +47,13 @@ LoginViewController2::~LoginViewController2() = default;
 void LoginViewController2::viewDidLoad()
 {
     configLoginInfo();
-    m_environment.notifications->addObserver(u"WechatAuthCode"_s, this,
+    environment().notifications->addObserver(u"WechatAuthCode"_s, this,
         [this](const QVariant &object) { wechatAuthCodeCallback(object); });
-    m_environment.notifications->addObserver(
+    environment().notifications->addObserver(
         u"xhLaunchAdShowFinish"_s, this, [this](const QVariant &) { xhLaunchAdShowFinish(); });
     // The school chooser needs the pinyin rules, which take a while to load: meanwhile the user
     // looks at this screen.
-    m_environment.mainQueue->after(
+    environment().mainQueue->after(
         idleDelay, this, [] { QThreadPool::globalInstance()->start(&MandarinLatin::prepare); });
 }
 
@@ -67,11 +64,11 @@ void LoginViewController2::viewDidAppear()
 
 void LoginViewController2::configLoginInfo()
 {
-    const LoginModel &loginModel = *m_environment.loginModel;
+    const LoginModel &loginModel = *environment().loginModel;
     m_school = loginModel.school();
     m_wechatLoginHidden = loginModel.isHiddenWechatLogin();
     m_siteCode = loginModel.siteCode();
-    m_loginViewModel.setOrganization(m_siteCode);
+    loginViewModel().setOrganization(m_siteCode);
     Q_EMIT schoolChanged();
     if (!m_siteCode.isEmpty())
         m_logo.request(m_siteCode);
@@ -80,7 +77,7 @@ void LoginViewController2::configLoginInfo()
 void LoginViewController2::setMessage(const QString &message)
 {
     m_message = message;
-    const auto &launchAdShowing = m_environment.launchAdShowing;
+    const auto &launchAdShowing = environment().launchAdShowing;
     if (!launchAdShowing || !launchAdShowing())
         xhLaunchAdShowFinish();
 }
@@ -88,7 +85,7 @@ void LoginViewController2::setMessage(const QString &message)
 void LoginViewController2::xhLaunchAdShowFinish()
 {
     if (!m_message.isEmpty())
-        m_environment.shell->toast()->showError(std::exchange(m_message, QString()));
+        environment().shell->toast()->showError(std::exchange(m_message, QString()));
 }
 
 QString LoginViewController2::schoolText() const
@@ -96,39 +93,12 @@ QString LoginViewController2::schoolText() const
     return isSchoolChosen() ? m_school : noSchool;
 }
 
-void LoginViewController2::setAccount(const QString &account)
-{
-    if (account == m_loginViewModel.userCode())
-        return;
-    m_loginViewModel.setUserCode(account);
-    Q_EMIT fieldsChanged();
-}
-
-void LoginViewController2::setPassword(const QString &password)
-{
-    if (password == m_loginViewModel.userPassword())
-        return;
-    m_loginViewModel.setUserPassword(password);
-    Q_EMIT fieldsChanged();
-}
-
-void LoginViewController2::checkUserInstructions()
-{
-    setUserInstructionsSelected(!m_userInstructionsSelected);
-}
-
-void LoginViewController2::setUserInstructionsSelected(bool selected)
-{
-    m_userInstructionsSelected = selected;
-    Q_EMIT userInstructionsChanged();
-}
-
 void LoginViewController2::chooseSchool()
 {
     if (m_chooser)
         return;
     m_chooser = ChooseSchoolViewController::present(
-        m_environment, [self = QPointer(this)](const DataModel &row) {
+        environment(), [self = QPointer(this)](const DataModel &row) {
             if (self)
                 self->didChooseSchool(row);
         });
@@ -138,43 +108,14 @@ void LoginViewController2::didChooseSchool(const DataModel &row)
 {
     m_school = row.aName;
     m_siteCode = row.aSiteCode;
-    LoginModel *loginModel = m_environment.loginModel;
+    LoginModel *loginModel = environment().loginModel;
     loginModel->setIsLocal(row.isLocal);
     loginModel->setLocalUrl(row.url);
     loginModel->setLocalUrlQe(row.url_qe);
     m_wechatLoginHidden = row.isLocal;
-    m_loginViewModel.setOrganization(m_siteCode);
+    loginViewModel().setOrganization(m_siteCode);
     Q_EMIT schoolChanged();
     m_logo.request(row.site_id);
-}
-
-void LoginViewController2::didSelectLink(const QString &name)
-{
-    if (m_agreementRequested || (name != u"protocol" && name != u"privacy"))
-        return;
-    const bool isProtocol = name == u"protocol";
-    const QString title = isProtocol ? u"用户协议"_s : u"隐私政策"_s;
-    CommandObserver observer;
-    observer.next = [this, title](const QJsonValue &answer) { showAgreement(title, answer); };
-    observer.error = [this](const CommandError &error) {
-        m_agreementRequested = false;
-        m_environment.shell->toast()->showError(error.msg);
-    };
-    m_agreementRequested = true;
-    if (isProtocol)
-        m_loginViewModel.requestAgreementUser(observer);
-    else
-        m_loginViewModel.requestAgreementPrivacy(observer);
-}
-
-void LoginViewController2::showAgreement(const QString &title, const QJsonValue &answer)
-{
-    m_agreementRequested = false;
-    const QString address = answer[u"url"].toString();
-    if (address.isEmpty())
-        m_environment.shell->toast()->showError(u"页面地址无效，请稍后再试"_s);
-    else
-        Q_EMIT openOutLinkPage(address, title);
 }
 
 void LoginViewController2::forgetPwd()
@@ -183,73 +124,34 @@ void LoginViewController2::forgetPwd()
     notice.title = u"忘记密码"_s;
     notice.message = forgottenPassword;
     notice.style = Alert::Style::FullScreen;
-    m_environment.shell->alertView()->show(notice);
+    environment().shell->alertView()->show(notice);
 }
 
-LoginViewModel::PatriarchLogin LoginViewController2::patriarchLogin() const
+QString LoginViewController2::missingBeforeAccount()
 {
-    return isPatriarch() ? LoginViewModel::PatriarchLogin::Yes : LoginViewModel::PatriarchLogin::No;
-}
-
-void LoginViewController2::login()
-{
-    if (m_loginRunning)
-        return;
-    Toast *toast = m_environment.shell->toast();
-    if (!m_environment.reachability->isReachable())
-        return toast->showError(u"没有网络连接..."_s);
     if (m_siteCode.isEmpty())
-        return toast->showError(u"请选择学校"_s);
-    m_loginViewModel.setOrganization(m_siteCode);
-    if (account().isEmpty())
-        return toast->showError(u"请输入您的账号"_s);
-    if (password().isEmpty())
-        return toast->showError(u"请输入您的密码"_s);
-    if (!m_userInstructionsSelected)
-        return toast->showError(notAgreed);
-
-    m_loginRunning = true;
-    Q_EMIT endEditing();
-    m_environment.shell->progressHUD()->show(u"登录中"_s);
-    CommandObserver observer;
-    observer.error = [this](const CommandError &error) { loginFailed(error); };
-    observer.completed = [this] { loginCompleted(); };
-    m_loginViewModel.loginCommand(patriarchLogin(), observer);
-}
-
-void LoginViewController2::loginFailed(const CommandError &error)
-{
-    m_environment.mainQueue->after(errorDelay, this, [this, error] {
-        m_loginRunning = false;
-        m_environment.shell->progressHUD()->hide();
-        m_environment.shell->toast()->showError(error.msg);
-    });
+        return u"请选择学校"_s;
+    loginViewModel().setOrganization(m_siteCode);
+    return {};
 }
 
 void LoginViewController2::loginCompleted()
 {
-    LoginModel *loginModel = m_environment.loginModel;
-    loginModel->setUserName(account());
-    loginModel->setPassword(password());
+    LoginModel *loginModel = environment().loginModel;
     loginModel->setSchool(schoolText());
     loginModel->setIsHiddenWechatLogin(loginModel->isLocal());
-    setAccount(u""_s);
-    setPassword(u""_s);
-    m_environment.shell->progressHUD()->hide();
-    m_loginRunning = false;
 }
 
 void LoginViewController2::wechatLogin()
 {
-    Toast *toast = m_environment.shell->toast();
     if (m_siteCode.isEmpty() || !isSchoolChosen())
-        return toast->showError(u"请先选择学校"_s);
-    if (!m_userInstructionsSelected)
-        return toast->showError(notAgreed);
-    m_loginViewModel.setOrganization(m_siteCode);
-    m_loginViewModel.school = m_school;
-    if (!m_environment.wxApi->sendAuthReq(wechatScope, wechatState))
-        toast->showError(u"微信登录暂不可用"_s);
+        return showError(u"请先选择学校"_s);
+    if (!checkAgreed())
+        return;
+    loginViewModel().setOrganization(m_siteCode);
+    loginViewModel().school = m_school;
+    if (!environment().wxApi->sendAuthReq(wechatScope, wechatState))
+        showError(u"微信登录暂不可用"_s);
 }
 
 void LoginViewController2::wechatAuthCodeCallback(const QVariant &object)
@@ -260,14 +162,26 @@ void LoginViewController2::wechatAuthCodeCallback(const QVariant &object)
     if (state == pageWechatState)
         return;
     if (state != wechatState || code.isEmpty())
-        return m_environment.shell->toast()->showError(u"授权失败"_s);
+        return showError(u"授权失败"_s);
+    // An answer may start the program, and the school was chosen in a run before.
+    if (m_siteCode.isEmpty() || !isSchoolChosen())
+        return showError(u"请先选择学校"_s);
 
-    m_loginViewModel.authCode = code;
+    loginViewModel().authCode = code;
     CommandObserver observer;
-    observer.next = [this](const QJsonValue &identity) {
-        Q_EMIT jumpToAuthVC(identity.toObject(), schoolText());
-    };
-    observer.error
-        = [this](const CommandError &error) { m_environment.shell->toast()->showError(error.msg); };
-    m_loginViewModel.wechatLoginCommand(patriarchLogin(), observer);
+    observer.next = [this](const QJsonValue &identity) { jumpToAuthVC(identity.toObject()); };
+    observer.error = [this](const CommandError &error) { showError(error.msg); };
+    loginViewModel().wechatLoginCommand(patriarchLogin(), observer);
+}
+
+void LoginViewController2::jumpToAuthVC(const QJsonObject &identity)
+{
+    if (m_binding)
+        return;
+    m_binding = AuthLoginViewController::present(environment(), identity);
+    m_binding->school = schoolText();
+    m_binding->city = loginViewModel().city;
+    m_binding->provinces = loginViewModel().provinces;
+    connect(m_binding, &LoginFormViewController::openOutLinkPage, this,
+        &LoginFormViewController::openOutLinkPage);
 }

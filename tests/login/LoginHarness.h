@@ -7,7 +7,7 @@
 #include "net/RequestInterface.h"
 #include "platform/HTTPCookieStorage.h"
 #include "platform/NotificationCenter.h"
-#include "platform/UnavailableWXApi.h"
+#include "platform/WXApi.h"
 #include "session/LoginResult.h"
 #include "session/PushBinding.h"
 #include "session/SsoCookies.h"
@@ -20,14 +20,17 @@
 #include <QTemporaryDir>
 
 //! Notes what was asked of WeChat; the answer is the test's.
-class NotedWXApi : public UnavailableWXApi
+class NotedWXApi : public WXApi
 {
 public:
+    bool registerApp(const QString &, const QString &) override { return true; }
     bool sendAuthReq(const QString &scope, const QString &state) override
     {
         asked << scope + u' ' + state;
         return true;
     }
+    bool handleOpenURL(const QUrl &) override { return false; }
+    bool handleOpenUniversalLink(const QUrl &) override { return false; }
 
     QStringList asked;
 };

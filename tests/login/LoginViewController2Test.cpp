@@ -1,4 +1,5 @@
 #include "login/LoginViewController2.h"
+#include "login/AuthLoginViewController.h"
 #include "login/ChooseSchoolViewController.h"
 #include "login/LoginHarness.h"
 #include "support/Patience.h"
@@ -50,7 +51,8 @@ private Q_SLOTS:
     {
         m_login.reset();
         m_harness = std::make_unique<LoginHarness>(m_sandbox);
-        m_harness->shell.navigator()->registerScreen(u"ChooseSchoolScreen"_s, QUrl(u"qrc:/x"_s));
+        for (const QString &screen : {u"ChooseSchoolScreen"_s, u"AuthLoginScreen"_s})
+            m_harness->shell.navigator()->registerScreen(screen, QUrl(u"qrc:/x"_s));
     }
 
     void checksInOrder_data()
@@ -206,7 +208,7 @@ private Q_SLOTS:
         QTest::newRow("bound, parents") << u"123"_s << true << bound << u"signed in"_s;
         QTest::newRow("unbound") << u"123"_s << false
                                  << u"{\"code\":8888,\"data\":{\"nick\":\"小林\"}}"_s
-                                 << u"小林 厦门实验小学"_s;
+                                 << u"binds 厦门实验小学"_s;
         QTest::newRow("refused") << u"123"_s << false << u"{\"code\":1,\"msg\":\"失效\"}"_s
                                  << u"失效"_s;
         QTest::newRow("a foreign state") << u"1234"_s << false << QString() << u"授权失败"_s;
@@ -221,14 +223,14 @@ private Q_SLOTS:
         start(u"厦门实验小学"_s, u"school01"_s, isPatriarch);
         if (!envelope.isNull())
             m_sandbox.addFault({{u"start"_s, u"login4AppWeixin"_s}, {u"body"_s, envelope}});
-        QString jumped;
-        connect(m_login.get(), &LoginViewController2::jumpToAuthVC, this,
-            [&](const QJsonObject &params, const QString &school) {
-                jumped = params[u"nick"].toString() + u' ' + school;
-            });
         m_harness->notifications.postNotificationName(
             u"WechatAuthCode"_s, QVariantMap {{u"code"_s, u"c 1"_s}, {u"state"_s, state}});
         QVERIFY(m_harness->callsEnd());
+        const auto *frame = qobject_cast<NavigationController *>(
+            m_harness->shell.navigator()->topViewController());
+        const auto *binding
+            = frame ? qobject_cast<AuthLoginViewController *>(frame->topViewController()) : nullptr;
+        const QString jumped = binding ? u"binds "_s + binding->school : QString();
         const QString signedIn = m_harness->loginModel.isLogin() ? u"signed in"_s : QString();
         QTEST(m_harness->toast() + jumped + signedIn, "result");
         const auto calls = m_harness->calls();

@@ -1,0 +1,42 @@
+#include "login/AuthLoginViewController.h"
+
+#include "model/LoginModel.h"
+#include "ui/NavigationController.h"
+#include "ui/Shell.h"
+
+using namespace Qt::StringLiterals;
+
+AuthLoginViewController::AuthLoginViewController(
+    const LoginEnvironment &environment, const QJsonObject &params)
+    : LoginFormViewController(environment)
+{
+    setTitle(u"账号绑定"_s);
+    loginViewModel().authParams = params;
+}
+
+AuthLoginViewController *AuthLoginViewController::present(
+    const LoginEnvironment &environment, const QJsonObject &params)
+{
+    Navigator *navigator = environment.shell->navigator();
+    auto *binding = new AuthLoginViewController(environment, params);
+    auto *frame = new NavigationController(navigator, u"AuthLoginScreen"_s, binding);
+    binding->setParent(frame);
+    navigator->present(QString::fromLatin1(NavigationController::screenName), frame);
+    return binding;
+}
+
+void AuthLoginViewController::viewDidLoad()
+{
+    environment().loginModel->observeIsLogin(this, [this](bool isLogin) {
+        if (isLogin)
+            environment().shell->navigator()->dismiss(this);
+    });
+}
+
+void AuthLoginViewController::loginCompleted()
+{
+    LoginModel *loginModel = environment().loginModel;
+    loginModel->setSchool(school);
+    loginModel->setCity(city);
+    loginModel->setProvinces(provinces);
+}
