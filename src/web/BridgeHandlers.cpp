@@ -37,7 +37,7 @@ void BridgeHandlers::registerAll(WebViewJavascriptBridge *bridge, STHomeViewCont
     on("jump2LoginPage", [home](D, R) { home->jump2LoginPage(); });
     on("logout", [home](D, R) { home->logout(); });
     on("getAppInfo", [home](D, R respond) { home->getAppInfo(respond); });
-    on("scanQrCode", [home](D, R) { home->services()->scanQrCode(); });
+    on("scanQrCode", [home](D, R) { home->scanQrCode(); });
     on("quickLoginApp", [home](D data, R) { home->quickLogin(text(data, "href"_L1)); });
     on("jump2OutlinkPage", [home](D data, R) {
         const QJsonValue obj = data[objKey];
@@ -53,7 +53,7 @@ void BridgeHandlers::registerAll(WebViewJavascriptBridge *bridge, STHomeViewCont
             text(obj, "content"_L1), text(obj, "imageUrl"_L1));
     });
     on("changeStatusColor", [home](D data, R) { home->changeStatusColor(text(data, "color"_L1)); });
-    on("getBDLocation", [home](D, R) { home->services()->getLocation(); });
+    on("getBDLocation", [home](D, R) { home->getLocation(); });
     on("getWechatAuthCode", [home](D, R) { home->wechatLogin(); });
     on("setLongClickSaveImg", [home](D data, R) {
         home->longClickSaveImgAble

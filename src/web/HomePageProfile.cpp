@@ -8,8 +8,8 @@ using namespace Qt::StringLiterals;
 std::unique_ptr<WebPageProfile> makeHomePageProfile(
     const QString &folder, HTTPCookieStorage *storage)
 {
-    auto profile
-        = std::make_unique<WebPageProfile>(u"home"_s, folder, pageApplicationName, storage);
+    auto profile = std::make_unique<WebPageProfile>(
+        u"home"_s, folder, pageApplicationName, storage, WebCookieStore::Direction::Both);
     profile->addUserScript(u"bridge"_s, PageScripts::bridge(), QWebEngineScript::DocumentCreation,
         WebPageProfile::Frames::Main);
     profile->addUserScript(u"currentCookies"_s, PageScripts::postCurrentCookies(),

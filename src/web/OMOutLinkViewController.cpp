@@ -1,44 +1,44 @@
 #include "web/OMOutLinkViewController.h"
 
-#include "web/EngineNavigation.h"
-#include "web/WebCookieStore.h"
-#include "web/WebPageProfile.h"
+#include "ui/HexColor.h"
 
-OMOutLinkViewController::OMOutLinkViewController(WebPageProfile *profile, PageHost *host)
-    : m_profile(profile)
-    , m_webView(profile->engineProfile(), nullptr, host)
-{
-    m_webView.setPolicy(
-        [](const QUrl &url, bool, bool) { return EngineNavigation::mayFollow(url); });
-    connect(
-        &m_webView, &WebView::didFinishNavigation, this, [this] { setErrorViewVisible(false); });
-    connect(&m_webView, &WebView::didFailNavigation, this, [this] { setErrorViewVisible(true); });
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double edgeWidth = 24;
+constexpr double shortestSwipe = 80;
+const QString defaultStatusColor = QStringLiteral("#3dd187");
+
 }
 
-void OMOutLinkViewController::viewDidLoad()
+OMOutLinkViewController::OMOutLinkViewController(WebPageProfile *profile, PageHost *host)
+    : WebPageViewController(profile, host, Bridge::None)
 {
-    load();
+}
+
+QColor OMOutLinkViewController::barColor() const
+{
+    return colorWithHexString(statusColor.isEmpty() ? defaultStatusColor : statusColor);
 }
 
 void OMOutLinkViewController::load()
 {
-    m_profile->cookies()->copyStorage();
-    if (!htmlStr.isEmpty())
-        m_webView.loadHtml(htmlStr);
-    else if (EngineNavigation::isLoadable(QUrl(urlStr)))
-        m_webView.load(QUrl(urlStr));
-    else
-        setErrorViewVisible(true);
+    if (htmlStr.isEmpty())
+        return WebPageViewController::load();
+    copyCookies();
+    webView()->loadHtml(htmlStr);
 }
 
-void OMOutLinkViewController::errorViewButtonDidPress()
+void OMOutLinkViewController::swiped(QPointF from, QPointF to, double width)
 {
-    setErrorViewVisible(false);
-    load();
-}
-
-void OMOutLinkViewController::setErrorViewVisible(bool visible)
-{
-    if (std::exchange(m_errorViewVisible, visible) != visible)
-        Q_EMIT errorViewVisibleChanged();
+    const QPointF way = to - from;
+    if (std::abs(way.x()) < shortestSwipe || std::abs(way.x()) < 2 * std::abs(way.y()))
+        return;
+    if (from.x() <= edgeWidth && way.x() > 0)
+        webView()->goBack();
+    else if (from.x() >= width - edgeWidth && way.x() < 0)
+        webView()->goForward();
 }

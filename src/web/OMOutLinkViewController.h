@@ -1,41 +1,31 @@
 #pragma once
 
-#include "ui/ViewController.h"
-#include "web/WebView.h"
+#include "web/WebPageViewController.h"
 
-class HTTPCookieStorage;
-class WebPageProfile;
+#include <QColor>
+#include <QPointF>
 
-//! A plain page of the network, or a text of its own, under a navigation bar. Presented over
-//! another screen and owned by the navigator from then on.
-class OMOutLinkViewController : public ViewController
+//! A plain page of the network, or a text of its own, under a bar with its title.
+class OMOutLinkViewController : public WebPageViewController
 {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by whoever opens a page.")
-    Q_PROPERTY(WebView *webView READ webView CONSTANT)
-    Q_PROPERTY(bool errorViewVisible READ errorViewVisible NOTIFY errorViewVisibleChanged)
+    Q_PROPERTY(QColor barColor READ barColor CONSTANT)
 
 public:
     OMOutLinkViewController(WebPageProfile *profile, PageHost *host);
 
-    QString urlStr;
+    QString statusColor; //!< of the bar and the strip above it; empty: the shell's own
     QString htmlStr; //!< shown instead of the page when it is not empty
 
-    void viewDidLoad() override;
-
-    WebView *webView() { return &m_webView; }
-    bool errorViewVisible() const { return m_errorViewVisible; }
-    Q_INVOKABLE void errorViewButtonDidPress();
-
-Q_SIGNALS:
-    void errorViewVisibleChanged();
+    //! The screen has a bar of its own, for its colour.
+    bool prefersNavigationBarHidden() const override { return true; }
+    QColor barColor() const;
+    //! A finger has moved over the page, from one point to another, in a view this wide. A level
+    //! stroke from the left edge goes back in the page's history, one from the right edge forward.
+    Q_INVOKABLE void swiped(QPointF from, QPointF to, double width);
 
 private:
-    void load();
-    void setErrorViewVisible(bool visible);
-
-    WebPageProfile *m_profile;
-    WebView m_webView;
-    bool m_errorViewVisible = false;
+    void load() override;
 };

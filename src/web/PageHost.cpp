@@ -43,6 +43,11 @@ int PageHost::show(const Alert &alert)
     return id;
 }
 
+void PageHost::close(ViewController *page)
+{
+    m_shell->navigator()->dismiss(page);
+}
+
 void PageHost::downloadEnded(const QString &fileName, bool completed)
 {
     if (completed) {

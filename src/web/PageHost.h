@@ -5,6 +5,7 @@
 #include <qqmlregistration.h>
 
 class Shell;
+class ViewController;
 struct Alert;
 
 //! What pages ask of the window around them: questions to the user, and files to keep.
@@ -26,6 +27,8 @@ public:
     Q_INVOKABLE int showAlert(const QString &message);
     Q_INVOKABLE int showConfirm(const QString &message);
     Q_INVOKABLE int showPrompt(const QString &message, const QString &defaultText);
+    //! Takes the screen of a page away.
+    void close(ViewController *page);
     //! Tells the user how the download of a file went.
     Q_INVOKABLE void downloadEnded(const QString &fileName, bool completed);
 

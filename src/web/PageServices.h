@@ -2,17 +2,22 @@
 
 #include <QString>
 
+#include <functional>
+
 class QUrl;
 
-//! What the pages ask of the device and of other screens. Results go back to the page later, by a
-//! call of the shell.
+//! What the pages ask of the device and of other screens.
 class PageServices
 {
 public:
+    using Answer = std::function<void(const QString &text)>;
+
     virtual ~PageServices() = default;
 
-    virtual void scanQrCode() = 0;
-    virtual void getLocation() = 0;
+    //! Answered with the string that was read; not at all when nothing was.
+    virtual void scanQrCode(Answer onQrResult) = 0;
+    //! Answered once, with a JSON text.
+    virtual void getLocation(Answer onGetBDLocation) = 0;
     virtual void action(const QUrl &imageUrl) = 0;
     virtual void linkShareAction(
         const QString &url, const QString &title, const QString &content, const QString &imageUrl)

@@ -58,9 +58,7 @@ STHomeViewController::STHomeViewController(const HomeEnvironment &environment)
     connect(&m_webView, &WebView::didFinishNavigation, this,
         &STHomeViewController::didFinishNavigation);
     connect(environment.slicingUpload, &SlicingUpload::onSlicingUpload, this,
-        [this](const QString &result) {
-            m_bridge.callHandler(u"onSlicingUpload"_s, bridgeResult(result));
-        });
+        toPage(u"onSlicingUpload"_s));
     connect(&m_webView, &WebView::didFailNavigation, this, [this] { setErrorViewVisible(true); });
 }
 
@@ -200,6 +198,24 @@ void STHomeViewController::slicingUpload(const QJsonObject &config)
                 self->m_environment.slicingUpload->pushImagePickerControllerWithConfig(
                     DictionaryMapper::model<SlicingUploadConfig>(config), choice == video);
         });
+}
+
+PageServices::Answer STHomeViewController::toPage(const QString &function)
+{
+    return [self = QPointer(this), function](const QString &text) {
+        if (self)
+            self->m_bridge.callHandler(function, bridgeResult(text));
+    };
+}
+
+void STHomeViewController::scanQrCode()
+{
+    services()->scanQrCode(toPage(u"onQrResult2H5"_s));
+}
+
+void STHomeViewController::getLocation()
+{
+    services()->getLocation(toPage(u"onGetBDLocation"_s));
 }
 
 bool STHomeViewController::isOnline() const

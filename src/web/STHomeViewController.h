@@ -5,6 +5,7 @@
 #include "web/BridgeTrust.h"
 #include "web/HomeEnvironment.h"
 #include "web/ImageSaver.h"
+#include "web/PageServices.h"
 #include "web/PushPages.h"
 #include "web/WebView.h"
 #include "web/WebViewJavascriptBridge.h"
@@ -48,6 +49,8 @@ public:
     //! Asks for a WeChat authorisation; its answer goes to the page.
     void wechatLogin();
     void slicingUpload(const QJsonObject &config);
+    void scanQrCode();
+    void getLocation();
     bool isOnline() const;
     //! Answers unless the site's own address lacks what the portal's is made of.
     void getRequestUrl(const WebViewJavascriptBridge::Respond &respond) const;
@@ -74,6 +77,8 @@ private:
     void stopNSTimer();
     void loadPortal();
     bool decidePolicy(const QUrl &url, bool isMainFrame, bool isNewWindow);
+    //! Calls a function of the page as long as this object lives.
+    PageServices::Answer toPage(const QString &function);
     void wechatAuthCodeCallback(const QVariant &answer);
     void didFinishNavigation();
     void setErrorViewVisible(bool visible);

@@ -22,12 +22,17 @@ QUrl originOf(const QNetworkCookie &cookie)
 
 }
 
-WebCookieStore::WebCookieStore(HTTPCookieStorage *storage, QWebEngineCookieStore *engine)
+WebCookieStore::WebCookieStore(
+    HTTPCookieStorage *storage, QWebEngineCookieStore *engine, Direction direction)
     : m_storage(storage)
     , m_engine(engine)
+    , m_direction(direction)
 {
-    connect(m_engine, &QWebEngineCookieStore::cookieAdded, this, &WebCookieStore::cookieAdded);
-    connect(m_engine, &QWebEngineCookieStore::cookieRemoved, this, &WebCookieStore::cookieRemoved);
+    if (direction == Direction::Both) {
+        connect(m_engine, &QWebEngineCookieStore::cookieAdded, this, &WebCookieStore::cookieAdded);
+        connect(
+            m_engine, &QWebEngineCookieStore::cookieRemoved, this, &WebCookieStore::cookieRemoved);
+    }
     connect(
         m_storage, &HTTPCookieStorage::cookieRemoved, this, [this](const QNetworkCookie &cookie) {
             if (!m_mirroring)
@@ -43,7 +48,8 @@ void WebCookieStore::copyStorage()
 
 void WebCookieStore::setInEngine(const QNetworkCookie &cookie)
 {
-    m_echoes << cookie;
+    if (m_direction == Direction::Both)
+        m_echoes << cookie;
     QNetworkCookie set = cookie;
     // With a domain named, the engine would send a cookie of one host to its subdomains too.
     if (!cookie.domain().startsWith(u'.'))

@@ -9,15 +9,17 @@ class QWebEngineCookieStore;
 
 //! Keeps a web profile's cookies and the shell's cookie storage together.
 //!
-//! The storage is copied into the engine before a load; what pages set or delete comes back into
-//! the storage, and what the shell deletes goes from the engine too. A cookie for one load never
-//! reaches the storage.
+//! The storage is copied into the engine before a load, and what the shell deletes goes from the
+//! engine too. What pages set or delete comes back into the storage where that is wanted; a cookie
+//! for one load never does.
 class WebCookieStore : public QObject
 {
     Q_OBJECT
 
 public:
-    WebCookieStore(HTTPCookieStorage *storage, QWebEngineCookieStore *engine);
+    enum class Direction { IntoEngine, Both };
+
+    WebCookieStore(HTTPCookieStorage *storage, QWebEngineCookieStore *engine, Direction direction);
 
     //! Copies every cookie of the storage into the engine.
     void copyStorage();
@@ -35,6 +37,7 @@ private:
 
     HTTPCookieStorage *m_storage;
     QWebEngineCookieStore *m_engine;
+    Direction m_direction;
     QList<QNetworkCookie> m_echoes; // set by us, not yet reported back
     QList<QNetworkCookie> m_oneLoad;
     QUrl m_oneLoadPage;

@@ -39,6 +39,7 @@ Item {
         function onLoadRequested(url) { holder.item.url = url }
         function onHtmlRequested(html) { holder.item.loadHtml(html) }
         function onReloadRequested() { holder.item.reload() }
+        function onHistoryStepRequested(offset) { holder.item.goBackOrForward(offset) }
         function onScriptRequested(id, script) {
             const webView = root.webView
             holder.item.runJavaScript(script, result => webView.scriptFinished(id, result))

@@ -1,16 +1,14 @@
 #include "web/WebPageProfile.h"
 
-#include "web/WebCookieStore.h"
-
 #include <QQuickWebEngineProfile>
 #include <QVariant>
 
 using namespace Qt::StringLiterals;
 
 WebPageProfile::WebPageProfile(const QString &name, const QString &folder,
-    const QString &applicationName, HTTPCookieStorage *storage)
+    const QString &applicationName, HTTPCookieStorage *storage, WebCookieStore::Direction direction)
     : m_profile(std::make_unique<QQuickWebEngineProfile>())
-    , m_cookies(std::make_unique<WebCookieStore>(storage, m_profile->cookieStore()))
+    , m_cookies(std::make_unique<WebCookieStore>(storage, m_profile->cookieStore(), direction))
 {
     // The folders first: each further setting opens those that stand, the usual ones of the user
     // otherwise.

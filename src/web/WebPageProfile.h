@@ -1,5 +1,7 @@
 #pragma once
 
+#include "web/WebCookieStore.h"
+
 #include <QString>
 #include <QWebEngineScript>
 
@@ -7,7 +9,6 @@
 
 class HTTPCookieStorage;
 class QQuickWebEngineProfile;
-class WebCookieStore;
 
 //! The engine's profile of one class of pages, shared by all views of that class for the life of
 //! the process: user agent, scripts and cookies belong to it. Making one takes the main thread tens
@@ -18,9 +19,9 @@ public:
     enum class Frames { Main, All };
 
     //! \a applicationName is appended to the engine's own user agent. \a folder is where pages' own
-    //! storage goes.
+    //! storage goes. \a direction: whether what pages do to cookies reaches the shell's storage.
     WebPageProfile(const QString &name, const QString &folder, const QString &applicationName,
-        HTTPCookieStorage *storage);
+        HTTPCookieStorage *storage, WebCookieStore::Direction direction);
     ~WebPageProfile();
 
     //! Runs the script in every document of this profile from the next one on.

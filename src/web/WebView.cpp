@@ -67,6 +67,16 @@ void WebView::reload()
         Q_EMIT reloadRequested();
 }
 
+void WebView::goBack()
+{
+    Q_EMIT historyStepRequested(-1);
+}
+
+void WebView::goForward()
+{
+    Q_EMIT historyStepRequested(1);
+}
+
 void WebView::evaluateJavaScript(const QString &script, Evaluated done)
 {
     if (!m_viewExists) {

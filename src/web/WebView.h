@@ -51,6 +51,9 @@ public:
     //! Leaves the view without a page.
     void loadHtml(const QString &html);
     void reload();
+    //! Steps in the history of the view, where there is one to make.
+    void goBack();
+    void goForward();
     //! Runs a script in the page; without a page the result is invalid.
     void evaluateJavaScript(const QString &script, Evaluated done = {});
 
@@ -77,6 +80,7 @@ Q_SIGNALS:
     void loadRequested(const QUrl &url);
     void htmlRequested(const QString &html);
     void reloadRequested();
+    void historyStepRequested(int offset);
     void scriptRequested(int id, const QString &script);
     void recreateRequested();
     // For the controller.

@@ -18,7 +18,6 @@ HomeHarness::HomeHarness()
     , login(&defaults)
     , ssoCookies(&cookies, &defaults)
     , shell(mainQueue)
-    , services(shell.toast())
     , pageHost(&shell, folder.path())
     , slicingUpload({
           .network = &network,

@@ -5,17 +5,17 @@
 #include "platform/FolderPhotoLibrary.h"
 #include "platform/HTTPCookieStorage.h"
 #include "platform/NotificationCenter.h"
-#include "platform/UnavailableWXApi.h"
+#include "platform/BrowserWXApi.h"
 #include "platform/UrlOpener.h"
 #include "session/SsoCookies.h"
 #include "support/ManualMainQueue.h"
+#include "support/NoPageServices.h"
 #include "support/SwitchedReachability.h"
 #include "ui/Shell.h"
 #include "upload/SlicingUpload.h"
 #include "web/PageHost.h"
 #include "web/STHomeViewController.h"
 #include "web/STHomeViewControllerDelegate.h"
-#include "web/UnavailablePageServices.h"
 #include "web/WebPageProfile.h"
 
 #include <QNetworkAccessManager>
@@ -85,11 +85,11 @@ public:
     FolderPhotoLibrary album;
     KeyChainStore keychain;
     DeviceIdentifier identifier;
-    UnavailableWXApi wxApi;
+    BrowserWXApi wxApi {&urlOpener, nullptr, {}};
     LoginModel login;
     SsoCookies ssoCookies;
     Shell shell;
-    UnavailablePageServices services;
+    NoPageServices services;
     PageHost pageHost;
     SlicingUpload slicingUpload;
     NotedDelegate delegate;

@@ -19,7 +19,8 @@ QVariant evaluateIn(WebView &webView, const QString &script)
 
 PageHarness::PageHarness(WebViewJavascriptBridge::Trust trust)
     : cookies(folder.filePath(u"cookies.json"_s))
-    , profile(u"test"_s, folder.path(), u"VANT-IOS iphone"_s, &cookies)
+    , profile(u"test"_s, folder.path(), u"VANT-IOS iphone"_s, &cookies,
+          WebCookieStore::Direction::Both)
     , bridge(std::move(trust))
     , webView(profile.engineProfile(), &bridge, &pageHost)
 {

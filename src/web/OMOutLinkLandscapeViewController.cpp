@@ -1,0 +1,84 @@
+#include "web/OMOutLinkLandscapeViewController.h"
+
+#include "platform/MainQueue.h"
+#include "web/PageAddress.h"
+#include "web/WebViewJavascriptBridge.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// A window that is drawn larger has a new size with every frame.
+constexpr auto sizeSettles = 200ms;
+
+}
+
+OMOutLinkLandscapeViewController::OMOutLinkLandscapeViewController(WebPageProfile *profile,
+    PageHost *host, MainQueue *mainQueue, SetLandscapeScreen setLandscapeScreen)
+    : WebPageViewController(profile, host, Bridge::Own)
+    , m_mainQueue(mainQueue)
+    , m_setLandscapeScreen(std::move(setLandscapeScreen))
+{
+    bridge()->registerHandler(
+        u"backLastVC"_s, [this](const auto &, const auto &) { backLastVC(); });
+}
+
+OMOutLinkLandscapeViewController::~OMOutLinkLandscapeViewController()
+{
+    // Whoever takes all screens away asks none of them.
+    forceLandscape(false);
+}
+
+void OMOutLinkLandscapeViewController::viewDidLoad()
+{
+    m_loaded = true;
+    WebPageViewController::viewDidLoad();
+}
+
+void OMOutLinkLandscapeViewController::viewDidAppear()
+{
+    if (!m_leaving)
+        forceLandscape(true);
+}
+
+bool OMOutLinkLandscapeViewController::handleBack()
+{
+    backLastVC();
+    return true;
+}
+
+void OMOutLinkLandscapeViewController::backLastVC()
+{
+    m_leaving = true;
+    forceLandscape(false);
+    close();
+}
+
+void OMOutLinkLandscapeViewController::forceLandscape(bool landscape)
+{
+    if (std::exchange(m_landscape, landscape) != landscape)
+        m_setLandscapeScreen(landscape);
+}
+
+QUrl OMOutLinkLandscapeViewController::address() const
+{
+    return PageAddress::withFourteenEscaped(urlStr);
+}
+
+void OMOutLinkLandscapeViewController::viewWillTransitionToSize(QSizeF size)
+{
+    if (size == m_size)
+        return;
+    const bool wasTurned = isTurned();
+    m_size = size;
+    if (isTurned() != wasTurned)
+        Q_EMIT turnedChanged();
+    if (!m_loaded)
+        return;
+    m_mainQueue->after(sizeSettles, this, [this, size] {
+        if (size == m_size && !m_leaving)
+            load();
+    });
+}

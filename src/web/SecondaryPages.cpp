@@ -1,0 +1,64 @@
+#include "web/SecondaryPages.h"
+
+#include "ui/NavigationController.h"
+#include "ui/Navigator.h"
+#include "web/OLMiniProgramStyleViewController.h"
+#include "web/OMOutLinkViewController.h"
+#include "web/SecondaryPageProfiles.h"
+#include "web/WebPageProfile.h"
+
+using namespace Qt::StringLiterals;
+
+SecondaryPages::SecondaryPages(Navigator *navigator, HTTPCookieStorage *storage,
+    const QString &folder, PageHost *host, MainQueue *mainQueue,
+    OMOutLinkLandscapeViewController::SetLandscapeScreen setLandscapeScreen)
+    : m_navigator(navigator)
+    , m_storage(storage)
+    , m_folder(folder)
+    , m_host(host)
+    , m_mainQueue(mainQueue)
+    , m_setLandscapeScreen(std::move(setLandscapeScreen))
+{
+    const QString views = u"qrc:/qt/qml/Vant/Web/"_s;
+    for (const auto &screen : {u"MiniProgramScreen"_s, u"LandscapeScreen"_s, u"OutLinkScreen"_s})
+        navigator->registerScreen(screen, QUrl(views + screen + u".qml"_s));
+}
+
+SecondaryPages::~SecondaryPages() = default;
+
+WebPageProfile *SecondaryPages::made(Profile &profile, MakeProfile make, const QString &name)
+{
+    if (!profile)
+        profile = make(m_folder + u'/' + name, m_storage);
+    return profile.get();
+}
+
+void SecondaryPages::jump2Outlink(const QString &url, const QString &title, const QString &color)
+{
+    auto *page = new OLMiniProgramStyleViewController(
+        made(m_miniProgram, SecondaryPageProfiles::miniProgram, u"miniprogram"_s), m_host);
+    page->urlStr = url;
+    page->naviColor = color;
+    page->setTitle(title);
+    m_navigator->present(u"MiniProgramScreen"_s, page);
+}
+
+void SecondaryPages::jump2OutlinkLandscape(const QString &url)
+{
+    auto *page = new OMOutLinkLandscapeViewController(
+        made(m_landscape, SecondaryPageProfiles::landscape, u"landscape"_s), m_host, m_mainQueue,
+        m_setLandscapeScreen);
+    page->urlStr = url;
+    m_navigator->present(u"LandscapeScreen"_s, page);
+}
+
+void SecondaryPages::openOutLinkPage(const QString &url, const QString &title)
+{
+    auto *page = new OMOutLinkViewController(
+        made(m_outLink, SecondaryPageProfiles::outLink, u"outlink"_s), m_host);
+    page->urlStr = url;
+    page->setTitle(title);
+    auto *bar = new NavigationController(m_navigator, u"OutLinkScreen"_s, page);
+    page->setParent(bar);
+    m_navigator->present(QString::fromLatin1(NavigationController::screenName), bar);
+}
