@@ -7,8 +7,8 @@
 #include "platform/LocationManager.h"
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
-#include "platform/ShareSDK.h"
 #include "platform/WXApi.h"
+#include "services/share/OMShareSDKTool.h"
 #include "ui/NavigationController.h"
 #include "ui/Shell.h"
 #include "web/STHomeViewController.h"
@@ -67,9 +67,7 @@ void AppDelegate::registerServices()
     m_environment.locationManager->setEnableHTTPS(true);
     m_environment.locationManager->setApiKey(configuration.location.mapKey);
     m_environment.pushRegistration->start();
-    m_environment.shareSDK->registerPlatforms(configuration.wechat.appId, configuration.qq.appId);
-    m_environment.wxApi->registerApp(
-        configuration.wechat.appId, configuration.wechat.universalLink);
+    OMShareSDKTool::registerShareSDK(*m_environment.shareSDK, *m_environment.wxApi, configuration);
 }
 
 void AppDelegate::applicationDidBecomeActive()

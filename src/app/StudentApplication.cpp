@@ -1,9 +1,12 @@
 #include "app/StudentApplication.h"
 
+#include "app/RunningInstance.h"
 #include "login/LoginViewController2.h"
+#include "platform/FeedCaptureDevice.h"
+#include "platform/SystemCaptureDevice.h"
 #include "ui/NavigationController.h"
+#include "upload/picker/ImagePickerController.h"
 #include "web/HomePageProfile.h"
-#include "web/OMOutLinkViewController.h"
 #include "web/STHomeViewController.h"
 #include "web/WebPageProfile.h"
 
@@ -16,9 +19,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString desktopFile = QStringLiteral("vant-student.desktop");
+const QString desktopEntry = QStringLiteral("vant-student");
 const QString studentBundle = QStringLiteral("cn.vant.student");
 const QString patriarchBundle = QStringLiteral("cn.vant.patriarch");
+
+QString clientProgram()
+{
+    return QCoreApplication::applicationDirPath() + u"/vant-student"_s;
+}
 
 bool isLoopback(const QString &host)
 {
@@ -26,10 +34,18 @@ bool isLoopback(const QString &host)
     return url.host() == u"localhost" || QHostAddress(url.host()).isLoopback();
 }
 
+std::unique_ptr<CaptureDevice> makeCamera(
+    const QString &feed, UserDefaults *defaults, MainQueue &queue)
+{
+    if (feed.isNull())
+        return std::make_unique<SystemCaptureDevice>(defaults);
+    return std::make_unique<FeedCaptureDevice>(feed, queue);
 }
 
-StudentApplication::StudentApplication(
-    const DeploymentConfiguration &configuration, const ProfilePaths &paths)
+}
+
+StudentApplication::StudentApplication(const DeploymentConfiguration &configuration,
+    const ProfilePaths &paths, const QString &cameraFeed)
     : m_configuration(configuration)
     , m_paths(paths)
     , m_defaults(paths.settings)
@@ -37,7 +53,17 @@ StudentApplication::StudentApplication(
     , m_reachability(isLoopback(configuration.hosts.rb))
     , m_photoLibrary(paths.album, {paths.videos})
     , m_keychain(paths.name, paths.keychainFallback)
-    , m_badge(desktopFile)
+    , m_badge(desktopEntry + u".desktop"_s)
+    , m_desktopNotifications(configuration.app.displayName, desktopEntry)
+    , m_pushClient({.broker = configuration.push.broker,
+                       .extraCaFile = configuration.extraCaFile,
+                       .storeFile = paths.data + u"/push.ini"_s},
+          &m_mainQueue, &m_desktopNotifications, &m_badge)
+    , m_callbacks(clientProgram(),
+          paths.name.isEmpty() ? QStringList() : QStringList {u"--profile"_s, paths.name})
+    , m_wxApi(&m_urlOpener, &m_callbacks, configuration.wechat.authoriseUrl)
+    , m_locationManager(&m_mainQueue, &m_network, configuration.location.regeocodeUrl)
+    , m_camera(makeCamera(cameraFeed, &m_defaults, m_mainQueue))
     , m_loginModel(&m_defaults)
     , m_studentIdentifier(&m_keychain, studentBundle)
     , m_patriarchIdentifier(&m_keychain, patriarchBundle)
@@ -50,8 +76,17 @@ StudentApplication::StudentApplication(
     , m_pushRegistration(
           &m_pushClient, configuration.push, &m_loginModel, &m_defaults, &m_notifications)
     , m_shell(m_mainQueue)
-    , m_pageServices(m_shell.toast())
     , m_pageHost(&m_shell, paths.downloads)
+    , m_linkCodeSheet(&m_shell)
+    , m_shareSDK(&m_urlOpener, &m_photoLibrary, &m_linkCodeSheet, configuration.qq.shareUrl)
+    , m_secondaryPages(m_shell.navigator(), &m_cookieStorage, paths.web, &m_pageHost, &m_mainQueue,
+          [this](bool landscape) { m_delegate.setLandscapeScreen(landscape); })
+    , m_pageServices(
+          {.shell = &m_shell,
+              .camera = m_camera.get(),
+              .chooseFromAlbum
+              = [this](const ScanEnvironment::AlbumAnswer &answer) { chooseFromAlbum(answer); }},
+          &m_locationManager, &m_shareSDK, &m_network, &m_secondaryPages)
     , m_slicingUpload({
           .network = &m_network,
           .reachability = &m_reachability,
@@ -88,6 +123,8 @@ StudentApplication::StudentApplication(
     auto *cache = new QNetworkDiskCache(&m_network);
     cache->setCacheDirectory(paths.cache);
     m_network.setCache(cache);
+    connect(
+        &m_pushClient, &PushClient::didReceiveNotification, this, &StudentApplication::activate);
     registerScreens();
 }
 
@@ -101,7 +138,7 @@ void StudentApplication::registerScreens()
         u"ChooseSchoolScreen"_s, QUrl(u"qrc:/qt/qml/Vant/Login/ChooseSchoolScreen.qml"_s));
     navigator->registerScreen(u"HomeScreen"_s, QUrl(u"qrc:/qt/qml/Vant/Web/HomeScreen.qml"_s));
     navigator->registerScreen(
-        u"OutLinkScreen"_s, QUrl(u"qrc:/qt/qml/Vant/Web/OutLinkScreen.qml"_s));
+        u"AuthLoginScreen"_s, QUrl(u"qrc:/qt/qml/Vant/Login/AuthLoginScreen.qml"_s));
 }
 
 void StudentApplication::start(const std::optional<QVariantMap> &launchNotification)
@@ -190,28 +227,28 @@ std::unique_ptr<LoginViewController2> StudentApplication::makeLogin()
         .launchAdShowing = {},
     });
     connect(login.get(), &LoginViewController2::openOutLinkPage, this,
-        &StudentApplication::openOutLinkPage);
-    connect(login.get(), &LoginViewController2::jumpToAuthVC, this,
-        [this] { m_shell.toast()->showError(u"账号绑定功能暂不可用"_s); });
+        [this](const QString &url, const QString &title) {
+            m_secondaryPages.openOutLinkPage(url, title);
+        });
     return login;
 }
 
-void StudentApplication::openOutLinkPage(const QString &urlStr, const QString &titleStr)
+void StudentApplication::chooseFromAlbum(const ScanEnvironment::AlbumAnswer &answer)
 {
-    if (!m_outLinkProfile)
-        m_outLinkProfile = std::make_unique<WebPageProfile>(
-            u"outlink"_s, m_paths.web + u"/outlink"_s, pageApplicationName, &m_cookieStorage);
-    auto *page = new OMOutLinkViewController(m_outLinkProfile.get(), &m_pageHost);
-    page->urlStr = urlStr;
-    page->setTitle(titleStr);
-    auto *bar = new NavigationController(m_shell.navigator(), u"OutLinkScreen"_s, page);
-    page->setParent(bar);
-    m_shell.navigator()->present(QString::fromLatin1(NavigationController::screenName), bar);
+    ImagePickerController::present(&m_shell, &m_photoLibrary, {}, {},
+        [answer](const std::optional<QList<PhotoAsset>> &picked) {
+            answer(picked && !picked->isEmpty() ? std::optional(picked->first().filePath)
+                                                : std::nullopt);
+        });
 }
 
-void StudentApplication::receivePush(const QVariantMap &userInfo)
+void StudentApplication::listenTo(RunningInstance *instance)
 {
-    m_pushRegistration.didReceiveNotification(userInfo);
+    connect(instance, &RunningInstance::pushReceived, &m_pushRegistration,
+        &PushRegistration::didReceiveNotification);
+    connect(instance, &RunningInstance::urlReceived, this, &StudentApplication::receiveUrl);
+    connect(instance, &RunningInstance::activated, this, &StudentApplication::activate);
+    instance->answer();
 }
 
 void StudentApplication::receiveUrl(const QUrl &url)

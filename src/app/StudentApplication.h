@@ -2,6 +2,7 @@
 
 #include "app/AppDelegate.h"
 #include "app/ProfilePaths.h"
+#include "app/StudentPageServices.h"
 #include "model/DeviceIdentifier.h"
 #include "model/LoginModel.h"
 #include "net/BaseRequestManager.h"
@@ -13,21 +14,26 @@
 #include "platform/NotificationCenter.h"
 #include "platform/SystemReachability.h"
 #include "platform/TimerMainQueue.h"
-#include "platform/UnavailableLocationManager.h"
-#include "platform/UnavailablePushClient.h"
-#include "platform/UnavailableShareSDK.h"
-#include "platform/UnavailableWXApi.h"
+#include "platform/BrowserWXApi.h"
+#include "platform/CaptureDevice.h"
+#include "platform/DesktopShareSDK.h"
+#include "platform/PositioningLocationManager.h"
+#include "platform/UrlSchemeHandler.h"
+#include "platform/push/DesktopNotifications.h"
+#include "platform/push/MqttPushClient.h"
+#include "services/share/LinkCodeSheet.h"
 #include "session/SsoCookies.h"
 #include "session/LoginResult.h"
 #include "ui/Shell.h"
 #include "upload/SlicingUpload.h"
 #include "web/PageHost.h"
-#include "web/UnavailablePageServices.h"
+#include "web/SecondaryPages.h"
 
 #include <QNetworkAccessManager>
 #include <QQmlApplicationEngine>
 
 class QQuickWindow;
+class RunningInstance;
 class WebPageProfile;
 
 //! The client: makes one of everything, gives each what it uses, and takes it all down in the right
@@ -37,7 +43,9 @@ class StudentApplication : public QObject
     Q_OBJECT
 
 public:
-    StudentApplication(const DeploymentConfiguration &configuration, const ProfilePaths &paths);
+    //! \a cameraFeed: a picture or video in place of a camera; null: the device's own.
+    StudentApplication(const DeploymentConfiguration &configuration, const ProfilePaths &paths,
+        const QString &cameraFeed = {});
     ~StudentApplication() override;
 
     //! Shows the window and launches.
@@ -45,18 +53,19 @@ public:
 
     QQuickWindow *window() const { return m_window; }
 
-    // What a later start of the program hands over.
-    void receivePush(const QVariantMap &userInfo);
+    //! From now on takes what later starts of the program hand over.
+    void listenTo(RunningInstance *instance);
+    //! A URL that another program handed to this one.
     void receiveUrl(const QUrl &url);
-    void activate();
 
 private:
     std::unique_ptr<LoginViewController2> makeLogin();
     std::unique_ptr<STHomeViewController> makeHome();
     WebPageProfile *homeProfile();
-    void openOutLinkPage(const QString &urlStr, const QString &titleStr);
+    void chooseFromAlbum(const ScanEnvironment::AlbumAnswer &answer);
     void registerScreens();
     void warmWebEngineWhenIdle();
+    void activate();
 
     DeploymentConfiguration m_configuration;
     ProfilePaths m_paths;
@@ -70,10 +79,12 @@ private:
     FolderPhotoLibrary m_photoLibrary;
     KeyChainStore m_keychain;
     ApplicationBadge m_badge;
-    UnavailablePushClient m_pushClient;
-    UnavailableWXApi m_wxApi;
-    UnavailableShareSDK m_shareSDK;
-    UnavailableLocationManager m_locationManager;
+    DesktopNotifications m_desktopNotifications;
+    MqttPushClient m_pushClient;
+    UrlSchemeHandler m_callbacks;
+    BrowserWXApi m_wxApi;
+    PositioningLocationManager m_locationManager;
+    std::unique_ptr<CaptureDevice> m_camera;
 
     LoginModel m_loginModel;
     DeviceIdentifier m_studentIdentifier;
@@ -86,11 +97,13 @@ private:
     SilentLogin m_silentLogin;
     PushRegistration m_pushRegistration;
     Shell m_shell;
-    UnavailablePageServices m_pageServices;
     PageHost m_pageHost;
+    LinkCodeSheet m_linkCodeSheet;
+    DesktopShareSDK m_shareSDK;
+    SecondaryPages m_secondaryPages;
+    StudentPageServices m_pageServices;
     SlicingUpload m_slicingUpload;
     std::unique_ptr<WebPageProfile> m_homeProfile;
-    std::unique_ptr<WebPageProfile> m_outLinkProfile;
     AppDelegate m_delegate;
 
     // The last member: views go before what they show.

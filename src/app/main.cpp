@@ -16,6 +16,7 @@
 Q_IMPORT_QML_PLUGIN(Vant_UiPlugin)
 Q_IMPORT_QML_PLUGIN(Vant_LoginPlugin)
 Q_IMPORT_QML_PLUGIN(Vant_UploadPlugin)
+Q_IMPORT_QML_PLUGIN(Vant_ServicesPlugin)
 Q_IMPORT_QML_PLUGIN(Vant_WebPlugin)
 Q_IMPORT_QML_PLUGIN(Vant_AppPlugin)
 
@@ -93,13 +94,8 @@ int main(int argc, char *argv[])
             return refuse(problem);
     }
 
-    StudentApplication student(deployment, paths);
-    QObject::connect(
-        &instance, &RunningInstance::pushReceived, &student, &StudentApplication::receivePush);
-    QObject::connect(
-        &instance, &RunningInstance::urlReceived, &student, &StudentApplication::receiveUrl);
-    QObject::connect(
-        &instance, &RunningInstance::activated, &student, &StudentApplication::activate);
+    StudentApplication student(deployment, paths, line.cameraFeed);
+    student.listenTo(&instance);
     student.start(line.push);
     if (!line.url.isEmpty())
         student.receiveUrl(line.url);

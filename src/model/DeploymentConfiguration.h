@@ -51,7 +51,7 @@ struct DeploymentConfiguration
 
     struct Wechat
     {
-        QString appId;
+        QString appId = QStringLiteral("wx3f5a9c2e7b1d4068");
         QString universalLink;
         QString authoriseUrl;
 
@@ -60,8 +60,8 @@ struct DeploymentConfiguration
 
     struct Qq
     {
-        QString appId;
-        QString appKey;
+        QString appId = QStringLiteral("1104839275");
+        QString appKey = QStringLiteral("Kd2wXq9LmTz5Rb8N");
         QString shareUrl;
 
         bool operator==(const Qq &) const = default;

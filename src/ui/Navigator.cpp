@@ -90,7 +90,7 @@ bool Navigator::present(const QString &name, ViewController *controller)
             name, source, controller, PresentedScreen::Transition::SlideUp));
     connect(modal, &PresentedScreen::didAppear, this, &Navigator::updateCovered);
     connect(modal, &PresentedScreen::didDisappear, this, [this, modal] { removeModal(modal); });
-    modal->appear(animation());
+    modal->appear(modal->isOverlay() ? Animation::Off : animation());
     Q_EMIT presented(name);
     return true;
 }
@@ -111,12 +111,14 @@ void Navigator::dismiss(ViewController *controller)
     for (auto it = first; it + 1 != modals.end(); ++it)
         (*it)->disappear(Animation::Off);
     PresentedScreen *last = modals.back();
-    if (revealed) {
+    const bool hidMore
+        = std::any_of(first, modals.end(), [](const auto *modal) { return !modal->isOverlay(); });
+    if (revealed && hidMore) {
         connect(last, &PresentedScreen::didDisappear, revealed, &PresentedScreen::hostDidAppear);
         revealed->setCovered(false);
         revealed->hostWillAppear();
     }
-    last->disappear(animation());
+    last->disappear(last->isOverlay() ? Animation::Off : animation());
 }
 
 ViewController *Navigator::topViewController() const
@@ -172,10 +174,13 @@ void Navigator::removeModal(PresentedScreen *modal)
 void Navigator::updateCovered()
 {
     bool covered = false;
+    bool behind = false;
     for (int row = m_screens.count() - 1; row >= 0; --row) {
         PresentedScreen *screen = m_screens.at(row);
         screen->setCovered(covered);
-        covered = covered || screen->phase() == Phase::Shown;
+        screen->setBehind(behind);
+        behind = behind || screen->phase() == Phase::Shown;
+        covered = covered || (screen->phase() == Phase::Shown && !screen->isOverlay());
     }
 }
 

@@ -41,6 +41,14 @@ void PresentedScreen::setCovered(bool covered)
     Q_EMIT coveredChanged();
 }
 
+void PresentedScreen::setBehind(bool behind)
+{
+    if (m_behind == behind)
+        return;
+    m_behind = behind;
+    Q_EMIT coveredChanged();
+}
+
 void PresentedScreen::hostWillAppear()
 {
     if (m_phase == Phase::Appearing)

@@ -19,6 +19,7 @@ class PresentedScreen : public QObject
     Q_PROPERTY(Phase phase READ phase NOTIFY phaseChanged)
     Q_PROPERTY(bool animated READ animated NOTIFY phaseChanged)
     Q_PROPERTY(bool covered READ covered NOTIFY coveredChanged)
+    Q_PROPERTY(bool behind READ behind NOTIFY coveredChanged)
 
 public:
     enum class Phase { Hidden, Appearing, Shown, Disappearing };
@@ -38,6 +39,9 @@ public:
     bool animated() const { return m_animated; }
     //! Another screen hides this one completely.
     bool covered() const { return m_covered; }
+    //! Another screen takes the input, whether or not this one can still be seen.
+    bool behind() const { return m_behind; }
+    bool isOverlay() const { return m_controller && m_controller->isOverlay(); }
     //! On screen or on its way there.
     bool isPresent() const
     {
@@ -49,6 +53,7 @@ public:
     //! Takes the screen off; ends in didDisappear.
     void disappear(Animation animation);
     void setCovered(bool covered);
+    void setBehind(bool behind);
     //! What holds or covers this screen begins to give it free, and has given it free: an
     //! appearance without a transition of its own.
     void hostWillAppear();
@@ -78,6 +83,7 @@ private:
     Phase m_phase = Phase::Hidden;
     bool m_animated = false;
     bool m_covered = false;
+    bool m_behind = false;
     bool m_loaded = false;
     bool m_didLoad = false;
     bool m_wanted = false;

@@ -21,7 +21,8 @@ FocusScope {
     x: slidesUp ? 0 : offset * width
     y: slidesUp ? offset * height : 0
     visible: screen?.phase !== PresentedScreen.Hidden && !screen?.covered
-    focus: screen?.phase === PresentedScreen.Shown && !screen?.covered
+    enabled: !screen?.behind
+    focus: screen?.phase === PresentedScreen.Shown && !screen?.covered && !screen?.behind
 
     function slide(from, to) {
         slideAnimation.stop()

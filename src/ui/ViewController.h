@@ -25,6 +25,11 @@ public:
     //! appearance.
     virtual bool prefersNavigationBarHidden() const { return false; }
 
+    //! Whether what lies beneath a presented screen stays visible, without taking input. Such a
+    //! screen comes and goes at once, its view moves by itself, and what lies beneath hears
+    //! nothing.
+    virtual bool isOverlay() const { return false; }
+
     //! Once, before the first appearance; a view that was only made in advance has not been loaded
     //! yet.
     virtual void viewDidLoad() { }

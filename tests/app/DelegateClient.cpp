@@ -5,12 +5,14 @@ using namespace Qt::StringLiterals;
 DelegateClient::DelegateClient(const DeploymentConfiguration &configuration)
     : configuration(configuration)
     , session(configuration.hosts)
+    , album(session.net.folder.filePath(u"album"_s))
+    , pushClient({.broker = {},
+                     .extraCaFile = {},
+                     .storeFile = session.net.folder.filePath(u"push.ini"_s)},
+          &mainQueue, &desktopNotifications, &badge)
     , pushRegistration(&pushClient, configuration.push, &session.net.loginModel,
           &session.net.defaults, &notifications)
-    , badge(u"vant-student.desktop"_s)
-    , album(session.net.folder.filePath(u"album"_s))
     , shell(session.mainQueue)
-    , pageServices(shell.toast())
     , pageHost(&shell, session.net.folder.path())
     , slicingUpload({
           .network = &session.net.network,
@@ -26,7 +28,7 @@ DelegateClient::DelegateClient(const DeploymentConfiguration &configuration)
           .exportFolder = session.net.folder.filePath(u"exports"_s),
       })
     , profile(u"home"_s, session.net.folder.filePath(u"web"_s), u"VANT-IOS iphone"_s,
-          session.net.cookies)
+          session.net.cookies, WebCookieStore::Direction::Both)
     , delegate(
           {
               .configuration = configuration,

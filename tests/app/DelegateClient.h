@@ -3,20 +3,21 @@
 #include "app/AppDelegate.h"
 #include "login/LoginViewController2.h"
 #include "platform/ApplicationBadge.h"
+#include "platform/BrowserWXApi.h"
+#include "platform/DesktopShareSDK.h"
 #include "platform/DesktopUrlOpener.h"
 #include "platform/FolderPhotoLibrary.h"
 #include "platform/NotificationCenter.h"
+#include "platform/PositioningLocationManager.h"
 #include "platform/SystemReachability.h"
-#include "platform/UnavailableLocationManager.h"
-#include "platform/UnavailablePushClient.h"
-#include "platform/UnavailableShareSDK.h"
-#include "platform/UnavailableWXApi.h"
+#include "platform/push/DesktopNotifications.h"
+#include "platform/push/MqttPushClient.h"
+#include "support/NoPageServices.h"
 #include "session/SessionClient.h"
 #include "ui/Shell.h"
 #include "upload/SlicingUpload.h"
 #include "web/PageHost.h"
 #include "web/STHomeViewController.h"
-#include "web/UnavailablePageServices.h"
 #include "web/WebPageProfile.h"
 
 //! The application without its window: the delegate with the real session, shell and controllers.
@@ -33,17 +34,19 @@ public:
     SessionClient session;
     ManualMainQueue &mainQueue {session.mainQueue};
     NotificationCenter notifications;
-    UnavailableLocationManager locationManager;
-    UnavailableShareSDK shareSDK;
-    UnavailableWXApi wxApi;
-    UnavailablePushClient pushClient;
-    PushRegistration pushRegistration;
-    ApplicationBadge badge;
-    SystemReachability reachability {true};
     DesktopUrlOpener urlOpener;
     FolderPhotoLibrary album;
+    PositioningLocationManager locationManager {&mainQueue, &session.net.network, {}};
+    DesktopShareSDK shareSDK {&urlOpener, &album, nullptr, {}};
+    BrowserWXApi wxApi {&urlOpener, nullptr, {}};
+    ApplicationBadge badge {QStringLiteral("vant-student.desktop")};
+    DesktopNotifications desktopNotifications {{}, {}};
+    //! Without a broker.
+    MqttPushClient pushClient;
+    PushRegistration pushRegistration;
+    SystemReachability reachability {true};
     Shell shell;
-    UnavailablePageServices pageServices;
+    NoPageServices pageServices;
     PageHost pageHost;
     SlicingUpload slicingUpload;
     WebPageProfile profile;

@@ -25,6 +25,7 @@ Driver::Driver(QQuickWindow *window, Wire *wire, const QString &profile)
     , m_hand(window)
     , m_page(m_screen, &m_hand)
     , m_wire(wire)
+    , m_desktop(profile)
 {
 }
 
@@ -49,11 +50,19 @@ Screen::Thing Driver::see(const QString &name, QAccessible::Role role)
         thing = m_screen.locate(name, role);
         if (!thing || thing->whole != std::exchange(before, thing->whole))
             return false;
-        if (!thing->isInView())
+        if (!thing->isInView() && rests(name, role, thing->whole))
             scrollTo(thing->whole.center());
         return thing->isInView() && Picture::of(m_window).hasInk(thing->place);
     });
     return *thing;
+}
+
+// What is on its way into the window must not be dragged.
+bool Driver::rests(const QString &name, QAccessible::Role role, QRectF place)
+{
+    Patience::pass(betweenPicturesMs);
+    const auto thing = m_screen.locate(name, role);
+    return thing && thing->whole == place;
 }
 
 void Driver::scrollTo(QPointF point)
@@ -117,6 +126,14 @@ void Driver::seePage(const QString &path, const QString &selector)
     pictureAtRest();
 }
 
+QUrl Driver::seeOpened(const std::function<void()> &action)
+{
+    const qsizetype before = m_desktop.opened().size();
+    action();
+    waitFor(u"the browser to be opened"_s, [&] { return m_desktop.opened().size() > before; });
+    return m_desktop.opened().constLast();
+}
+
 void Driver::tap(const QString &name, QAccessible::Role role)
 {
     m_hand.tap(see(name, role).place.center());
@@ -137,6 +154,12 @@ void Driver::enter(const QString &field, const QString &text)
         const auto thing = m_screen.find(field, QAccessible::EditableText);
         return thing && thing->value == text;
     });
+}
+
+QColor Driver::statusStrip() const
+{
+    // Away from what a page shows: the strip's own corner.
+    return Picture::of(m_window).colorAt(QPointF(4, 4));
 }
 
 Picture Driver::pictureAtRest()

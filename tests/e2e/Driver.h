@@ -1,5 +1,6 @@
 #pragma once
 
+#include "e2e/Desktop.h"
 #include "e2e/Hand.h"
 #include "e2e/Picture.h"
 #include "e2e/Screen.h"
@@ -22,6 +23,7 @@ public:
     Hand &hand() { return m_hand; }
     WebContent &page() { return m_page; }
     Wire &wire() { return *m_wire; }
+    const Desktop &desktop() const { return m_desktop; }
     QString profile() const { return m_profile; }
 
     void waitFor(
@@ -43,10 +45,16 @@ public:
     //! Waits until the page at this path is there, painted.
     void seePage(const QString &path, const QString &selector);
 
+    //! Does something and waits for the address that the browser is asked to open for it.
+    QUrl seeOpened(const std::function<void()> &action);
+
     void tap(const QString &name, QAccessible::Role role = Screen::AnyRole);
     void click(const QString &name, QAccessible::Role role = Screen::AnyRole);
     //! Fills a field anew.
     void enter(const QString &field, const QString &text);
+
+    //! The colour of the strip behind the status bar.
+    QColor statusStrip() const;
 
     //! Takes the step's picture now. Without it the picture is taken at the step's end.
     void photograph();
@@ -59,6 +67,7 @@ public:
     QString takeNotes();
 
 private:
+    bool rests(const QString &name, QAccessible::Role role, QRectF place);
     void scrollTo(QPointF point);
     Picture pictureAtRest();
 
@@ -68,6 +77,7 @@ private:
     Hand m_hand;
     WebContent m_page;
     Wire *m_wire;
+    Desktop m_desktop;
     std::optional<Picture> m_picture;
     QStringList m_notes;
 };

@@ -14,7 +14,8 @@ QString Step::firstNeedIn(const QStringList &names) const
 }
 
 Journey::Journey()
-    : m_steps(loginSteps() + portalSteps() + uploadSteps() + bridgeSteps() + sessionSteps())
+    : m_steps(loginSteps() + portalSteps() + uploadSteps() + bridgeSteps() + deviceSteps()
+        + sessionSteps())
 {
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/ApplicationSetup.h"
 #include "app/ConfigurationFile.h"
+#include "app/RunningInstance.h"
 #include "app/StudentApplication.h"
 #include "e2e/Driver.h"
 #include "e2e/Patience.h"
@@ -51,7 +52,12 @@ int Life::run(int argc, char **argv)
 
 int Life::live(Wire &wire, const DeploymentConfiguration &deployment)
 {
-    StudentApplication student(deployment, ProfilePaths(m_options.life->profile));
+    const QString profile = m_options.life->profile;
+    const ProfilePaths paths(profile);
+    StudentApplication student(deployment, paths, profile + u'/' + cameraFeed);
+    RunningInstance instance(paths.instanceSocket);
+    instance.handOver({}, {});
+    student.listenTo(&instance);
     student.start({});
     student.window()->resize(m_options.size);
     Driver driver(student.window(), &wire, m_options.life->profile);

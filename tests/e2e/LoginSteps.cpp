@@ -4,6 +4,7 @@
 #include "e2e/Driver.h"
 #include "e2e/SignIn.h"
 #include "e2e/Texts.h"
+#include "e2e/WeChatPage.h"
 
 #include <QQuickWindow>
 
@@ -115,10 +116,28 @@ void agreementUnchecked(Driver &driver)
         u"nothing is sent before the agreement is accepted"_s);
 }
 
-void wechatLogin(Driver &driver)
+QUrl askWeChat(Driver &driver)
 {
     SignIn::acceptAgreement(driver);
-    driver.seeToast(u"微信登录暂不可用"_s, [&] { driver.tap(u"微信登录"_s, QAccessible::Button); });
+    return driver.seeOpened([&] { driver.tap(u"微信登录"_s, QAccessible::Button); });
+}
+
+void wechatRefused(Driver &driver)
+{
+    const QUrl page = askWeChat(driver);
+    driver.seeToast(u"授权失败"_s, [&] { WeChatPage::press(driver, page, WeChatPage::refuse); });
+}
+
+// An identity without an account is to be bound to one; the way back leads to the login screen.
+void wechatBinding(Driver &driver)
+{
+    WeChatPage::press(driver, askWeChat(driver), WeChatPage::agreeAsNewcomer);
+    driver.see(u"账号绑定"_s, QAccessible::Heading);
+    driver.see(u"登录成长平台并与微信绑定"_s);
+    driver.photograph();
+    driver.tap(Texts::back, QAccessible::Button);
+    driver.seeNothingOf(u"账号绑定"_s, QAccessible::Heading);
+    SignIn::seeLoginScreen(driver, Account::school);
 }
 
 void agreementPage(Driver &driver)
@@ -208,7 +227,8 @@ QList<Step> loginSteps()
         {byName, {list}, firstLife, schoolByName},
         {chosen, {byName}, firstLife, schoolChosen},
         {u"agreement-unchecked"_s, {chosen}, firstLife, agreementUnchecked},
-        {u"wechat-login"_s, {chosen}, firstLife, wechatLogin},
+        {u"wechat-refused"_s, {chosen}, firstLife, wechatRefused},
+        {u"wechat-binding"_s, {chosen}, firstLife, wechatBinding},
         {u"agreement-pages"_s, {chosen}, firstLife, agreementPage},
         {u"wrong-password"_s, {chosen}, firstLife, wrongPasswordRefused},
         {u"login-progress"_s, {chosen}, firstLife, loginProgress},

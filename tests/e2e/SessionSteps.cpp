@@ -1,9 +1,11 @@
 #include "e2e/Steps.h"
 
 #include "e2e/Account.h"
+#include "e2e/BridgePage.h"
 #include "e2e/Driver.h"
 #include "e2e/SignIn.h"
 #include "e2e/Texts.h"
+#include "e2e/WeChatPage.h"
 
 #include <QQuickWindow>
 
@@ -15,8 +17,9 @@ constexpr int firstLife = 1;
 constexpr int secondLife = 2;
 constexpr int thirdLife = 3;
 constexpr int mostTabs = 20;
+const QString missedPage = QStringLiteral("/portal/plain.html?from=missed");
+const QString missedQuestion = QStringLiteral("你收到一条消息，是否点击查看？");
 const QString expired = QStringLiteral("登录已过期，请重新登录");
-const QString bridgePath = QStringLiteral("/portal/bridge.html");
 
 void seeSignedOut(Driver &driver)
 {
@@ -31,11 +34,9 @@ void seeSignedOut(Driver &driver)
 
 void pressOnBridgePage(Driver &driver, const QString &handler)
 {
-    if (!driver.page().path().startsWith(bridgePath)) {
-        driver.page().tap(u"#link-bridge"_s);
-        driver.seePage(bridgePath, u"#connection"_s);
-    }
-    driver.page().tap(u"#btn-"_s + handler);
+    if (!driver.page().path().startsWith(BridgePage::path))
+        BridgePage::open(driver);
+    BridgePage::press(driver, handler);
     seeSignedOut(driver);
 }
 
@@ -55,6 +56,19 @@ void seeNewPortal(Driver &driver)
     driver.check(!pages.isEmpty() && hasCookie(pages[0], u"mo"_s) && hasCookie(pages[0], u"tmo"_s)
             && hasCookie(pages[0], u"rblgin"_s),
         u"the portal's first request carries the new session and the marker"_s);
+}
+
+// The identity has an account already.
+void signInByWeChat(Driver &driver)
+{
+    driver.wire().mark();
+    SignIn::acceptAgreement(driver);
+    const QUrl page = driver.seeOpened([&] { driver.tap(u"微信登录"_s, QAccessible::Button); });
+    WeChatPage::press(driver, page, WeChatPage::agree);
+    seeNewPortal(driver);
+    driver.check(driver.wire().requests(isCall(u"login4AppWeixin"_s)).size() == 1
+            && driver.wire().requests(isCall(u"login4H5"_s)).isEmpty(),
+        u"one sign-in was sent, with WeChat's code"_s);
 }
 
 void signInByMouse(Driver &driver)
@@ -120,6 +134,21 @@ void startAgain(Driver &driver)
     driver.note(u"signed in by the stored token, no login screen"_s);
 }
 
+// It was sent while the client did not run.
+void pushWhileOff(Wire &wire)
+{
+    wire.push(missedPage);
+}
+
+void missedPush(Driver &driver)
+{
+    driver.see(missedQuestion);
+    driver.photograph();
+    driver.tap(u"确定"_s, QAccessible::Button);
+    driver.seePage(missedPage, u"#address"_s);
+    driver.seeNothingOf(missedQuestion);
+}
+
 void refuseToken(Wire &wire)
 {
     wire.spoil({{u"start"_s, u"login4H5"_s},
@@ -137,6 +166,8 @@ void startWithExpiredToken(Driver &driver)
 QList<Step> sessionSteps()
 {
     const QString signedOut = u"bridge-jump2LoginPage"_s;
+    const QString byWeChat = u"sign-in-by-wechat"_s;
+    const QString signedOutOfWeChat = u"sign-out-once-more"_s;
     const QString byMouse = u"sign-in-by-mouse"_s;
     const QString signedOutAgain = u"bridge-logout"_s;
     const QString byKeyboard = u"sign-in-by-keyboard"_s;
@@ -145,12 +176,16 @@ QList<Step> sessionSteps()
     return {
         {signedOut, {u"sign-in"_s}, firstLife,
             [](Driver &driver) { pressOnBridgePage(driver, u"jump2LoginPage"_s); }},
-        {byMouse, {signedOut}, firstLife, signInByMouse},
+        {byWeChat, {signedOut}, firstLife, signInByWeChat},
+        {signedOutOfWeChat, {byWeChat}, firstLife,
+            [](Driver &driver) { pressOnBridgePage(driver, u"jump2LoginPage"_s); }},
+        {byMouse, {signedOutOfWeChat}, firstLife, signInByMouse},
         {signedOutAgain, {byMouse}, firstLife,
             [](Driver &driver) { pressOnBridgePage(driver, u"logout"_s); }},
         {byKeyboard, {signedOutAgain}, firstLife, signInByKeyboard},
         {ended, {byKeyboard}, firstLife, quit},
-        {again, {ended}, secondLife, startAgain},
+        {again, {ended}, secondLife, startAgain, pushWhileOff},
+        {u"missed-push"_s, {again}, secondLife, missedPush},
         {u"expired-token"_s, {again}, thirdLife, startWithExpiredToken, refuseToken},
     };
 }

@@ -1,6 +1,7 @@
 #include "e2e/Tour.h"
 
 #include "app/SandboxProcess.h"
+#include "e2e/Desktop.h"
 #include "upload/SampleMedia.h"
 
 #include <QCoreApplication>
@@ -29,7 +30,7 @@ void removePicturesOfAnEarlierTour(QDir folder)
 }
 
 // What a person's own session would add to the picture or keep from the tour stays out.
-QProcessEnvironment lifeEnvironment()
+QProcessEnvironment lifeEnvironment(const Desktop &desktop)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     const auto setDefault = [&](const QString &name, const QString &value) {
@@ -43,6 +44,9 @@ QProcessEnvironment lifeEnvironment()
     setDefault(u"VANT_SAFE_AREA"_s, u"47,34"_s);
     setDefault(u"QTWEBENGINE_CHROMIUM_FLAGS"_s,
         u"--disable-quic --no-first-run --disable-background-networking --disable-component-update --disable-sync"_s);
+    const auto own = desktop.environment();
+    for (auto variable = own.begin(); variable != own.end(); ++variable)
+        environment.insert(variable.key(), variable.value());
     // The keychain of whoever runs the tour is none of its business.
     environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"disabled:"_s);
     return environment;
@@ -75,6 +79,7 @@ void fillAlbum(const QDir &profile)
     landscape({960, 1280}, 0xcfeaff, 0x3dbd80).save(profile.filePath(u"Pictures/春.png"_s));
     SampleMedia::writeClip(profile.filePath(u"Videos/校园.mp4"_s), u"width=960,height=540"_s,
         SampleMedia::Sound::Ticking, 150, u"snow"_s);
+    landscape({1280, 720}, 0xb8d4f0, 0x4f9b6d).save(profile.filePath(cameraFeed));
 }
 
 }
@@ -98,6 +103,7 @@ int Tour::run()
         return EXIT_FAILURE;
     }
     fillAlbum(QDir(profile.path()));
+    Desktop(profile.path()).furnish();
     const QUrl platform(std::get<DeploymentConfiguration>(deployment).hosts.rb);
 
     QElapsedTimer timer;
@@ -134,7 +140,7 @@ void Tour::live(int number, const QStringList &steps, const TourOptions::Life &l
 {
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedChannels);
-    process.setProcessEnvironment(lifeEnvironment());
+    process.setProcessEnvironment(lifeEnvironment(Desktop(life.profile)));
     process.start(QCoreApplication::applicationFilePath(), m_options.forLife(life, steps));
     if (!process.waitForFinished(lifeTimeoutMs))
         process.kill();

@@ -27,13 +27,13 @@ Wire::Wire(const QUrl &platform)
 
 void Wire::mark()
 {
-    m_mark = trace()[u"next"].toInt();
+    m_mark = trace(0)[u"next"].toInt();
 }
 
 QList<TracedRequest> Wire::requests()
 {
     QList<TracedRequest> requests;
-    const QJsonArray entries = trace()[u"requests"].toArray();
+    const QJsonArray entries = trace(m_mark)[u"requests"].toArray();
     for (const QJsonValue &entry : entries)
         requests << TracedRequest::fromJson(entry.toObject());
     return requests;
@@ -48,19 +48,39 @@ QList<TracedRequest> Wire::requests(const Matches &matches)
 
 void Wire::spoil(const QJsonObject &fault)
 {
-    QNetworkRequest request(m_platform.resolved(QUrl(u"/_control/faults"_s)));
+    post(u"/_control/faults"_s, fault);
+}
+
+void Wire::push(const QString &page)
+{
+    QString device;
+    for (const QJsonValue &entry : trace(0)[u"requests"].toArray()) {
+        const QString bound = TracedRequest::fromJson(entry.toObject()).value(u"c_id"_s);
+        if (!bound.isEmpty())
+            device = bound;
+    }
+    if (device.isEmpty())
+        throw StepFailed {u"no device was bound to a user"_s};
+    post(u"/_control/push"_s,
+        {{u"to"_s, device}, {u"title"_s, u"新通知"_s}, {u"body"_s, u"请查看今天的作业"_s},
+            {u"payload"_s, address(page).toString()}});
+}
+
+void Wire::post(const QString &path, const QJsonObject &body)
+{
+    QNetworkRequest request(address(path));
     request.setHeader(QNetworkRequest::ContentTypeHeader, u"application/json"_s);
-    finished(m_network.post(request, QJsonDocument(fault).toJson()));
+    finished(m_network.post(request, QJsonDocument(body).toJson()));
 }
 
 QByteArray Wire::get(const QString &path)
 {
-    return finished(m_network.get(QNetworkRequest(m_platform.resolved(QUrl(path)))));
+    return finished(m_network.get(QNetworkRequest(address(path))));
 }
 
-QJsonObject Wire::trace()
+QJsonObject Wire::trace(int since)
 {
-    return QJsonDocument::fromJson(get(u"/_control/trace?since=%1"_s.arg(m_mark))).object();
+    return QJsonDocument::fromJson(get(u"/_control/trace?since=%1"_s.arg(since))).object();
 }
 
 QByteArray Wire::finished(QNetworkReply *reply)

@@ -25,10 +25,15 @@ public:
 
     //! Spoils answers to come, see the platform's own description of faults.
     void spoil(const QJsonObject &fault);
+    //! Sends a notification to the device that was last seen to sign in.
+    void push(const QString &page);
     QByteArray get(const QString &path);
+    //! The whole address of a page of the platform.
+    QUrl address(const QString &page) const { return m_platform.resolved(QUrl(page)); }
 
 private:
-    QJsonObject trace();
+    QJsonObject trace(int since);
+    void post(const QString &path, const QJsonObject &body);
     QByteArray finished(QNetworkReply *reply);
 
     QUrl m_platform;

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "web/PageServices.h"
+
+//! For tests in which no page asks for anything.
+class NoPageServices : public PageServices
+{
+public:
+    void scanQrCode(Answer) override { }
+    void getLocation(Answer) override { }
+    void action(const QUrl &) override { }
+    void linkShareAction(
+        const QString &, const QString &, const QString &, const QString &) override
+    {
+    }
+    void jump2Outlink(const QString &, const QString &, const QString &) override { }
+    void jump2OutlinkLandscape(const QString &) override { }
+};
