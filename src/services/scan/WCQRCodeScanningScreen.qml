@@ -1,4 +1,3 @@
-import QtMultimedia
 import QtQuick
 import Vant.Services
 import Vant.Ui
@@ -15,13 +14,10 @@ ScreenFrame {
     statusBarColor: "transparent"
     color: "#000000"
 
-    background: Loader {
+    background: MovingPicture {
         anchors.fill: parent
-        sourceComponent: GraphicsInfo.api === GraphicsInfo.Software ? canvas : output
+        cropped: true
         onLoaded: screen.controller.preview = item.videoSink
-
-        Component { id: output; VideoOutput { fillMode: VideoOutput.PreserveAspectCrop } }
-        Component { id: canvas; ScanPreview { } }
     }
 
     Item {

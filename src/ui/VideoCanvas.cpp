@@ -1,6 +1,6 @@
-#include "services/scan/ScanPreview.h"
+#include "ui/VideoCanvas.h"
 
-ScanPreview::ScanPreview(QQuickItem *parent)
+VideoCanvas::VideoCanvas(QQuickItem *parent)
     : QQuickPaintedItem(parent)
 {
     connect(&m_sink, &QVideoSink::videoFrameChanged, this, [this](const QVideoFrame &frame) {
@@ -9,11 +9,12 @@ ScanPreview::ScanPreview(QQuickItem *parent)
     });
 }
 
-void ScanPreview::paint(QPainter *painter)
+void VideoCanvas::paint(QPainter *painter)
 {
     if (!m_frame.isValid())
         return;
     QVideoFrame::PaintOptions options;
-    options.aspectRatioMode = Qt::KeepAspectRatioByExpanding;
+    if (m_fillMode == PreserveAspectCrop)
+        options.aspectRatioMode = Qt::KeepAspectRatioByExpanding;
     m_frame.paint(painter, boundingRect(), options);
 }
