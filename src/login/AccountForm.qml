@@ -7,31 +7,46 @@ Column {
     id: form
 
     required property LoginFormViewController controller
+    property string accountPlaceholder: qsTr("请输入账号/工号/学号")
+    property color placeholderColor: "#cccccc"
+    property bool loginEnabled: true
+    property real fieldSpacing: 8
+    //! Whether account and password may be written in. Where they may not, a touch says so by writingRefused.
+    property bool writable: true
+
+    signal writingRefused
 
     function login() {
         Qt.inputMethod.commit()
         controller.login()
     }
 
-    IconTextField {
-        width: parent.width
+    component Field: IconTextField {
+        width: form.width
+        placeholderTextColor: form.placeholderColor
+        readOnly: !form.writable
+        onPressed: if (readOnly) form.writingRefused()
+        onActiveFocusChanged: {
+            if (activeFocus && readOnly && focusReason !== Qt.MouseFocusReason)
+                form.writingRefused()
+        }
+    }
+
+    Field {
         iconSource: "qrc:/assets/icon_account.png"
-        placeholderText: qsTr("请输入账号/工号/学号")
-        placeholderTextColor: "#cccccc"
+        placeholderText: form.accountPlaceholder
         inputMethodHints: Qt.ImhNoAutoUppercase | Qt.ImhNoPredictiveText
         text: form.controller.account
         onTextEdited: form.controller.account = text
         onAccepted: password.forceActiveFocus(Qt.TabFocusReason)
     }
 
-    Item { width: 1; height: 8 }
+    Item { width: 1; height: form.fieldSpacing }
 
-    IconTextField {
+    Field {
         id: password
-        width: parent.width
         iconSource: "qrc:/assets/icon_passWord.png"
         placeholderText: qsTr("请输入密码")
-        placeholderTextColor: "#cccccc"
         password: true
         text: form.controller.password
         onTextEdited: form.controller.password = text
@@ -52,6 +67,7 @@ Column {
     PrimaryButton {
         width: parent.width
         text: qsTr("登录")
+        enabled: form.loginEnabled
         onClicked: form.login()
     }
 }

@@ -34,4 +34,7 @@ struct LoginEnvironment
     bool isPatriarch = false; //!< parent mode
     //! Whether a launch advertisement covers the screen; none: there is never one.
     std::function<bool()> launchAdShowing;
+    //! Lays the notice about personal data over the screen until it has been accepted once; none:
+    //! nobody asks.
+    std::function<void()> showJurisdictionNotice = {};
 };

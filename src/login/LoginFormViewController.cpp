@@ -109,9 +109,9 @@ void LoginFormViewController::login()
         return showError(u"没有网络连接..."_s);
     if (const QString missing = missingBeforeAccount(); !missing.isEmpty())
         return showError(missing);
-    if (account().isEmpty())
+    if (tested(account()).isEmpty())
         return showError(u"请输入您的账号"_s);
-    if (password().isEmpty())
+    if (tested(password()).isEmpty())
         return showError(u"请输入您的密码"_s);
     if (!checkAgreed())
         return;

@@ -57,6 +57,8 @@ protected:
     //! What the screen asks for before it asks for an account: the text to show where that is
     //! missing, empty where nothing is.
     virtual QString missingBeforeAccount() { return {}; }
+    //! The part of an account or a password that the check for an empty one looks at.
+    virtual QString tested(const QString &typed) const { return typed; }
     //! The login is stored; the fields still stand as typed.
     virtual void loginCompleted() = 0;
 

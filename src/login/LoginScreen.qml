@@ -55,7 +55,7 @@ ScreenFrame {
 
         Item { width: 1; height: Math.max(20, form.height * 0.04) }
 
-        SchoolRow {
+        ChoiceRow {
             width: parent.width
             text: screen.controller.schoolText
             chosen: screen.controller.schoolChosen

@@ -59,6 +59,14 @@ void NavigationController::pop()
     Q_EMIT topChanged();
 }
 
+void NavigationController::popToRoot()
+{
+    // Only the topmost is seen going; what lies between goes unseen behind it.
+    for (int row = m_screens.rowOf(top()) - 1; row > 0; --row)
+        m_screens.at(row)->disappear(Animation::Off);
+    pop();
+}
+
 bool NavigationController::contains(const ViewController *controller) const
 {
     for (int row = 0; row < m_screens.count(); ++row) {
@@ -131,6 +139,7 @@ PresentedScreen *NavigationController::add(const QString &name, ViewController *
     const QUrl source = m_navigator->screenSource(name);
     if (source.isEmpty() || !controller || contains(controller))
         return nullptr;
+    controller->m_navigationController = this;
     return m_screens.insert(m_screens.count(),
         std::make_unique<PresentedScreen>(
             name, source, controller, PresentedScreen::Transition::SlideLeft));

@@ -28,6 +28,8 @@ public:
     void push(const QString &name, ViewController *controller);
     //! Takes the topmost screen off; the first one stays.
     void pop();
+    //! Takes all screens off but the first one.
+    void popToRoot();
     bool contains(const ViewController *controller) const;
 
     ScreenStack *screens() { return &m_screens; }

@@ -55,8 +55,10 @@ void Navigator::setRootViewController(const QString &name, ViewController *contr
         return;
 
     PresentedScreen *former = std::exchange(m_root, next);
-    for (PresentedScreen *modal : presentModals())
-        modal->disappear(Animation::Off);
+    for (PresentedScreen *modal : presentModals()) {
+        if (!modal->controller() || !modal->controller()->staysOverRoots())
+            modal->disappear(Animation::Off);
+    }
     if (former)
         former->disappear(Animation::Off);
     if (next)
@@ -82,10 +84,20 @@ ViewController *Navigator::rootViewController() const
 
 bool Navigator::present(const QString &name, ViewController *controller)
 {
+    return presentAt(m_screens.count(), name, controller);
+}
+
+bool Navigator::presentOverRoot(const QString &name, ViewController *controller)
+{
+    return presentAt(m_rootCount, name, controller);
+}
+
+bool Navigator::presentAt(int row, const QString &name, ViewController *controller)
+{
     const QUrl source = screenSource(name);
     if (source.isEmpty() || !controller || m_screens.find(name, controller))
         return false;
-    PresentedScreen *modal = m_screens.insert(m_screens.count(),
+    PresentedScreen *modal = m_screens.insert(row,
         std::make_unique<PresentedScreen>(
             name, source, controller, PresentedScreen::Transition::SlideUp));
     connect(modal, &PresentedScreen::didAppear, this, &Navigator::updateCovered);

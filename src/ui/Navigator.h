@@ -28,7 +28,7 @@ public:
     //! The registered view, empty and logged for an unknown name.
     QUrl screenSource(const QString &name) const;
 
-    //! Switches the root at once and drops all modals. The empty name is the blank placeholder. A
+    //! Switches the root at once and drops the modals that do not stay over roots. The empty name is the blank placeholder. A
     //! root once made is kept when another takes its place: the same name and controller bring back
     //! the same view. Naming the present root again changes nothing.
     void setRootViewController(const QString &name, ViewController *controller = nullptr);
@@ -40,6 +40,8 @@ public:
     //! Opens a screen over everything, full screen, sliding up. False for an unknown name or a
     //! controller that is presented already.
     bool present(const QString &name, ViewController *controller);
+    //! The same directly over the root, beneath all modals that are there.
+    bool presentOverRoot(const QString &name, ViewController *controller);
     //! Closes the modal of this controller, or the one whose navigation controller holds it, and
     //! all above it.
     void dismiss(ViewController *controller);
@@ -64,6 +66,7 @@ Q_SIGNALS:
 
 private:
     PresentedScreen *makeRoot(const QString &name, ViewController *controller);
+    bool presentAt(int row, const QString &name, ViewController *controller);
     std::vector<PresentedScreen *> presentModals() const;
     void removeModal(PresentedScreen *modal);
     void updateCovered();

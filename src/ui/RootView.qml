@@ -17,6 +17,7 @@ Item {
     onTopmostChanged: topmost.forceActiveFocus()
 
     Shortcut {
+        enabled: root.enabled
         sequences: ["Esc", "Back", StandardKey.Back]
         onActivated: root.shell.back()
     }

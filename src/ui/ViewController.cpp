@@ -1,8 +1,17 @@
 #include "ui/ViewController.h"
 
+#include "ui/NavigationController.h"
+
 ViewController::ViewController(QObject *parent)
     : QObject(parent)
 {
+}
+
+ViewController::~ViewController() = default;
+
+NavigationController *ViewController::navigationController() const
+{
+    return m_navigationController;
 }
 
 void ViewController::setTitle(const QString &title)

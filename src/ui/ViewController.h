@@ -1,8 +1,11 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <QString>
 #include <qqmlregistration.h>
+
+class NavigationController;
 
 //! What stands behind one screen: its state, its commands and its answers to coming and going.
 //! The screen's QML gets it as its property `controller`. Who owns a controller is said where it is
@@ -16,10 +19,14 @@ class ViewController : public QObject
 
 public:
     explicit ViewController(QObject *parent = nullptr);
+    ~ViewController() override;
 
     //! The navigation bar's text.
     QString title() const { return m_title; }
     void setTitle(const QString &title);
+
+    //! The navigation controller on whose stack the screen lies; null when it lies on none.
+    NavigationController *navigationController() const;
 
     //! Whether a navigation controller shows this screen without its bar. Asked before each
     //! appearance.
@@ -29,6 +36,9 @@ public:
     //! screen comes and goes at once, its view moves by itself, and what lies beneath hears
     //! nothing.
     virtual bool isOverlay() const { return false; }
+
+    //! Whether a presented screen stays where it is when the root beneath it changes.
+    virtual bool staysOverRoots() const { return false; }
 
     //! Once, before the first appearance; a view that was only made in advance has not been loaded
     //! yet.
@@ -45,5 +55,8 @@ Q_SIGNALS:
     void titleChanged();
 
 private:
+    friend class NavigationController;
+
+    QPointer<NavigationController> m_navigationController;
     QString m_title;
 };

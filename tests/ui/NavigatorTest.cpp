@@ -150,6 +150,17 @@ private Q_SLOTS:
         m_ui->click(m_ui->itemWithText(u"返回"_s));
         TRY_VERIFY(!detail);
         QCOMPARE(taken(m_log), shownAnew(u"choose"_s));
+
+        const QPointer<ViewController> first = new RecordingController(u"first"_s, m_log);
+        const QPointer<ViewController> second = new RecordingController(u"second"_s, m_log);
+        frame->push(sample, first);
+        frame->push(sample, second);
+        QCOMPARE(second->navigationController(), frame);
+        TRY_VERIFY(m_log.contains(u"second:didAppear"_s));
+        m_log.clear();
+        frame->popToRoot();
+        TRY_VERIFY(!first && !second);
+        QCOMPARE(taken(m_log), shownAnew(u"choose"_s));
         m_ui->click(m_ui->itemWithText(u"返回"_s));
         TRY_VERIFY(!frame);
     }

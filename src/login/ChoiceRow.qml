@@ -1,11 +1,12 @@
 import QtQuick
 import Vant.Ui
 
-//! The row of the login form that opens the school chooser, and shows the chosen school.
+//! A row of a login form that opens a choice, and shows what has been chosen.
 Tappable {
     id: row
 
     property bool chosen: false
+    property url iconSource: "qrc:/assets/icon_chooseSchool.png"
 
     leftPadding: 40
     rightPadding: 28
@@ -33,7 +34,7 @@ Tappable {
             anchors.verticalCenter: parent.verticalCenter
             width: 24
             height: 24
-            source: "qrc:/assets/icon_chooseSchool.png"
+            source: row.iconSource
             fillMode: Image.PreserveAspectFit
         }
         Image {

@@ -1,0 +1,141 @@
+#include "login/SchoolLoginViewController.h"
+
+#include "login/AuthLoginViewController.h"
+#include "model/LoginModel.h"
+#include "platform/NotificationCenter.h"
+#include "platform/WXApi.h"
+#include "ui/Shell.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString noSchool = u"选择学校"_s;
+const QString wechatScope = u"snsapi_userinfo"_s;
+const QString wechatState = u"123"_s;
+// Asked for by a page of the home container, which takes its own answer.
+const QString pageWechatState = u"8888"_s;
+
+}
+
+SchoolLoginViewController::SchoolLoginViewController(const LoginEnvironment &environment)
+    : LoginFormViewController(environment)
+{
+    setTitle(environment.displayName);
+}
+
+SchoolLoginViewController::~SchoolLoginViewController() = default;
+
+void SchoolLoginViewController::viewDidLoad()
+{
+    configLoginInfo();
+    environment().notifications->addObserver(u"WechatAuthCode"_s, this,
+        [this](const QVariant &object) { wechatAuthCodeCallback(object); });
+    environment().notifications->addObserver(
+        u"xhLaunchAdShowFinish"_s, this, [this](const QVariant &) { xhLaunchAdShowFinish(); });
+    if (environment().showJurisdictionNotice)
+        environment().showJurisdictionNotice();
+}
+
+void SchoolLoginViewController::viewDidAppear()
+{
+    setUserInstructionsSelected(false);
+}
+
+void SchoolLoginViewController::configLoginInfo()
+{
+    const LoginModel &loginModel = *environment().loginModel;
+    m_wechatLoginHidden = loginModel.isHiddenWechatLogin();
+    setChosenSchool(loginModel.school(), loginModel.siteCode());
+}
+
+void SchoolLoginViewController::setChosenSchool(const QString &name, const QString &siteCode)
+{
+    m_school = name;
+    m_siteCode = siteCode;
+    loginViewModel().setOrganization(siteCode);
+    Q_EMIT schoolChanged();
+}
+
+void SchoolLoginViewController::setWechatLoginHidden(bool hidden)
+{
+    m_wechatLoginHidden = hidden;
+    Q_EMIT schoolChanged();
+}
+
+void SchoolLoginViewController::setMessage(const QString &message)
+{
+    m_message = message;
+    const auto &launchAdShowing = environment().launchAdShowing;
+    if (!launchAdShowing || !launchAdShowing())
+        xhLaunchAdShowFinish();
+}
+
+void SchoolLoginViewController::xhLaunchAdShowFinish()
+{
+    if (!m_message.isEmpty())
+        environment().shell->toast()->showError(std::exchange(m_message, QString()));
+}
+
+QString SchoolLoginViewController::schoolText() const
+{
+    return isSchoolChosen() ? m_school : noSchool;
+}
+
+QString SchoolLoginViewController::missingBeforeAccount()
+{
+    if (m_siteCode.isEmpty())
+        return u"请选择学校"_s;
+    loginViewModel().setOrganization(m_siteCode);
+    return {};
+}
+
+void SchoolLoginViewController::loginCompleted()
+{
+    LoginModel *loginModel = environment().loginModel;
+    loginModel->setIsHiddenWechatLogin(loginModel->isLocal());
+}
+
+void SchoolLoginViewController::wechatLogin()
+{
+    if (m_siteCode.isEmpty() || !isSchoolChosen())
+        return showError(u"请先选择学校"_s);
+    if (!checkAgreed())
+        return;
+    loginViewModel().setOrganization(m_siteCode);
+    loginViewModel().school = m_school;
+    if (!environment().wxApi->sendAuthReq(wechatScope, wechatState))
+        showError(u"微信登录暂不可用"_s);
+}
+
+void SchoolLoginViewController::wechatAuthCodeCallback(const QVariant &object)
+{
+    const QVariantMap answer = object.toMap();
+    const QString code = answer.value(u"code"_s).toString();
+    const QString state = answer.value(u"state"_s).toString();
+    if (state == pageWechatState)
+        return;
+    if (state != wechatState || code.isEmpty())
+        return showError(u"授权失败"_s);
+    // An answer may start the program, and no school be chosen.
+    if (m_siteCode.isEmpty() || !isSchoolChosen())
+        return showError(u"请先选择学校"_s);
+
+    loginViewModel().authCode = code;
+    CommandObserver observer;
+    observer.next = [this](const QJsonValue &identity) { jumpToAuthVC(identity.toObject()); };
+    observer.error = [this](const CommandError &error) { showError(error.msg); };
+    loginViewModel().wechatLoginCommand(patriarchLogin(), observer);
+}
+
+void SchoolLoginViewController::jumpToAuthVC(const QJsonObject &identity)
+{
+    if (m_binding)
+        return;
+    m_binding = AuthLoginViewController::present(environment(), identity);
+    m_binding->school = schoolText();
+    m_binding->city = loginViewModel().city;
+    m_binding->provinces = loginViewModel().provinces;
+    connect(m_binding, &LoginFormViewController::openOutLinkPage, this,
+        &LoginFormViewController::openOutLinkPage);
+}
