@@ -47,6 +47,8 @@ Reply Control::answer(const Request &request)
             return jsonReply(m_store.description());
         if (wish == "GET push")
             return jsonReply(m_push.description());
+        if (wish == "GET notices")
+            return jsonReply(m_platform.notices.description());
         if (wish == "POST push") {
             m_push.send(Json::parse(request.body));
         } else if (wish == "POST broker") {
@@ -55,6 +57,8 @@ Reply Control::answer(const Request &request)
             m_faults.add(Json::parse(request.body));
         } else if (wish == "POST settings") {
             m_overrides.set(Json::parse(request.body));
+        } else if (wish == "POST notices") {
+            m_platform.notices.set(Json::parse(request.body));
         } else if (wish == "POST reset") {
             m_faults.clear();
             m_overrides.clear();

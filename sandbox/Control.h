@@ -21,6 +21,8 @@ namespace sandbox {
 //!   POST broker            stops and starts the broker, see PushService::setRunning
 //!   POST faults            JSON, see Fault
 //!   POST settings          JSON, see Overrides::set
+//!   GET  notices           what clients are told at their start, see Notices
+//!   POST notices           JSON, see Notices::set
 //!   POST reset             everything as it was at the start, a folder given for uploads excepted
 class Control
 {

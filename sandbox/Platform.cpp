@@ -8,6 +8,7 @@ void Platform::reset()
 {
     accounts.reset();
     weChat.reset();
+    notices.reset();
 }
 
 std::string credential(std::string_view purpose, const Account &account,

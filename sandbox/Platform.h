@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Accounts.h"
+#include "Notices.h"
 #include "Schools.h"
 #include "WeChat.h"
 
@@ -21,6 +22,7 @@ struct Platform
     Platform(size_t schoolCount, const Addresses &hosts)
         : addresses(hosts)
         , schools(schoolCount, hosts)
+        , notices(hosts)
     {
     }
 
@@ -28,6 +30,7 @@ struct Platform
     const Schools schools;
     Accounts accounts;
     WeChat weChat;
+    Notices notices;
 
     //! Forgets what has happened since the start.
     void reset();

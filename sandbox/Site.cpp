@@ -25,6 +25,7 @@ namespace {
         {Host::Rb, "/pages/agreement/"},
         {Host::Rb, "/pages/wechat/"},
         {Host::Rb, "/pages/qq/"},
+        {Host::Rb, "/pages/control/"},
         {Host::Rb, "/images/"},
         {Host::Local, "/portal/"},
         {Host::Local, "/images/"},
@@ -32,6 +33,7 @@ namespace {
         {Host::Tls, "/images/"},
         {Host::Official, "/pages/official/"},
         {Host::Content, "/images/"},
+        {Host::Content, "/cdn_pkg/"},
     };
 
     bool serves(const Request &request, const std::string &path)
@@ -56,6 +58,8 @@ namespace {
             return "text/html;charset=UTF-8";
         if (path.ends_with(".png"))
             return "image/png";
+        if (path.ends_with(".gif"))
+            return "image/gif";
         return "application/octet-stream";
     }
 

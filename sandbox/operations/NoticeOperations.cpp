@@ -12,16 +12,14 @@ Envelope agreement(const Call &call, Platform &platform)
     return refusal(400, "没有这类协议");
 }
 
-Envelope appUpdateInfo(const Call &call, Platform &)
+Envelope appUpdateInfo(const Call &call, Platform &platform)
 {
-    // The newest build is the one that asks, until somebody publishes another.
-    return success(
-        {{"bulid_no", call.param("cur_bulid_no")}, {"is_force", "0"}, {"version_content", ""}});
+    return success(platform.notices.update(call.param("cur_bulid_no")));
 }
 
-Envelope listAd4App(const Call &, Platform &)
+Envelope listAd4App(const Call &, Platform &platform)
 {
-    return success(Json::array());
+    return success(platform.notices.ads());
 }
 
 Envelope publicConfiguration(const Call &, Platform &platform)

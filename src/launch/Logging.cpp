@@ -1,0 +1,3 @@
+#include "launch/Logging.h"
+
+Q_LOGGING_CATEGORY(lcLaunch, "vant.launch", QtInfoMsg)

@@ -1,0 +1,94 @@
+import QtQuick
+import Vant.Launch
+import Vant.Ui
+
+//! Covers the whole window while the launch's advertisement waits, shows and fades.
+FocusScope {
+    id: view
+
+    required property LaunchAd launchAd
+    required property SafeArea safeArea
+
+    readonly property bool showing: launchAd.phase === LaunchAd.Showing
+    readonly property bool leaving: launchAd.phase === LaunchAd.Leaving
+
+    visible: showing || leaving || launchAd.phase === LaunchAd.Waiting
+    focus: visible
+    Accessible.role: Accessible.Pane
+    Accessible.name: qsTr("启动画面")
+
+    NumberAnimation {
+        target: view
+        property: "opacity"
+        running: view.leaving
+        from: 1
+        to: 0
+        duration: view.launchAd.finishAnimateMs
+        easing.type: Easing.InOutQuad
+    }
+
+    // On a wide window the launch picture stands in the middle of its own colour.
+    Rectangle {
+        anchors.fill: parent
+        gradient: Gradient {
+            GradientStop { position: 0; color: "#5be3a0" }
+            GradientStop { position: 1; color: "#25c17a" }
+        }
+    }
+    Image {
+        anchors.fill: parent
+        source: "qrc:/assets/launch_image.png"
+        fillMode: view.width > view.height ? Image.PreserveAspectFit : Image.PreserveAspectCrop
+    }
+
+    LaunchAdPictureView {
+        anchors.fill: parent
+        visible: view.showing || view.leaving
+        picture: view.launchAd.picture
+    }
+
+    // What lies beneath takes no touch; the advertisement's own is passed on.
+    MouseArea {
+        anchors.fill: parent
+        acceptedButtons: Qt.AllButtons
+        hoverEnabled: true
+        onClicked: mouse => view.launchAd.click(Qt.point(mouse.x, mouse.y))
+        onWheel: wheel => wheel.accepted = true
+    }
+
+    Tappable {
+        id: button
+        anchors {
+            top: parent.top
+            right: parent.right
+            topMargin: view.safeArea.top + 12
+            rightMargin: view.safeArea.right + Theme.margin
+        }
+        visible: view.showing
+        focus: true
+        text: view.launchAd.skipText
+        leftPadding: 16
+        rightPadding: 16
+        font.pixelSize: Theme.captionText
+        focusRadius: height / 2
+        onClicked: view.launchAd.skip()
+
+        background: Item {
+            Rectangle {
+                anchors.centerIn: parent
+                width: parent.width
+                height: Math.max(32, button.implicitContentHeight + 12)
+                radius: height / 2
+                color: button.down ? "#b3000000" : "#80000000"
+            }
+        }
+        contentItem: Text {
+            text: button.text
+            font: button.font
+            color: "#ffffff"
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
+            Accessible.ignored: true
+        }
+    }
+}

@@ -1,0 +1,80 @@
+#include "launch/guide/UserGuideAuthorizationTipView.h"
+
+#include "launch/PrivacyConsent.h"
+#include "net/RequestInterface.h"
+#include "platform/UserDefaults.h"
+#include "ui/Shell.h"
+
+#include <QPointer>
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString acceptedKey = QStringLiteral("UserGuideAuthorizationTip");
+
+}
+
+UserGuideAuthorizationTipView::UserGuideAuthorizationTipView(const LaunchEnvironment &environment)
+    : m_environment(environment)
+{
+    setTitle(u"用户协议和隐私政策"_s);
+}
+
+bool UserGuideAuthorizationTipView::isAccepted(const UserDefaults &defaults)
+{
+    return defaults.boolForKey(acceptedKey);
+}
+
+void UserGuideAuthorizationTipView::show()
+{
+    Navigator *navigator = m_environment.shell->navigator();
+    const QString name = u"UserGuideAuthorizationTipScreen"_s;
+    navigator->registerScreen(
+        name, QUrl(u"qrc:/qt/qml/Vant/Launch/guide/UserGuideAuthorizationTipScreen.qml"_s));
+    navigator->present(name, this);
+}
+
+void UserGuideAuthorizationTipView::agree()
+{
+    m_environment.defaults->setBool(true, acceptedKey);
+    m_environment.defaults->synchronize();
+    m_environment.shell->navigator()->dismiss(this);
+    Q_EMIT accepted();
+}
+
+void UserGuideAuthorizationTipView::refuse()
+{
+    m_environment.consent->refuse();
+}
+
+void UserGuideAuthorizationTipView::didSelectLink(const QString &name)
+{
+    if (m_agreementRequested)
+        return;
+    m_agreementRequested = true;
+    const bool isProtocol = name == u"protocol";
+    const QString title = isProtocol ? u"用户协议"_s : u"隐私政策"_s;
+    const auto answered = [self = QPointer(this), title](int, const QJsonValue &data,
+                              const std::optional<ResponseErrorInfo> &error) {
+        if (self)
+            self->openAgreement(title, data, error ? error->errorDescription : QString());
+    };
+    if (isProtocol)
+        m_environment.requests->requestAgreementUser(answered);
+    else
+        m_environment.requests->requestAgreementPrivacy(answered);
+}
+
+void UserGuideAuthorizationTipView::openAgreement(
+    const QString &title, const QJsonValue &answer, const QString &error)
+{
+    m_agreementRequested = false;
+    const QString address = answer[u"url"].toString();
+    if (!address.isEmpty())
+        m_environment.openOutLinkPage(address, title);
+    else
+        m_environment.shell->toast()->showError(
+            error.isEmpty() ? u"页面地址无效，请稍后再试"_s : error);
+}

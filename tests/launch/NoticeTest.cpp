@@ -1,0 +1,248 @@
+#include "launch/PrivacyConsent.h"
+#include "launch/guide/GuideSeries.h"
+#include "launch/guide/UserGuideViewController.h"
+#include "launch/notices/JurisdictionNoticeAlertView.h"
+#include "launch/notices/JurisdictionNoticeView.h"
+#include "launch/notices/UMSXMPrivacyView.h"
+#include "platform/DesktopShareSDK.h"
+#include "session/SessionClient.h"
+#include "support/PlatformProcess.h"
+#include "ui/RecordingController.h"
+#include "ui/UiHarness.h"
+
+#include <QFile>
+#include <QGuiApplication>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QtQml/qqmlextensionplugin.h>
+
+#include <unistd.h>
+
+Q_IMPORT_QML_PLUGIN(Vant_LaunchPlugin)
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString consentKey = QStringLiteral("JurisdictionNotice");
+const QString tipKey = QStringLiteral("UserGuideAuthorizationTip");
+const QString noticeTitle = QStringLiteral("感谢您使用成长平台");
+
+//! Notes what it is told about consent.
+class NotedShareSDK : public DesktopShareSDK
+{
+public:
+    NotedShareSDK()
+        : DesktopShareSDK(nullptr, nullptr, nullptr, {})
+    {
+    }
+    void uploadPrivacyPermissionStatus(bool agreed) override { told << agreed; }
+
+    QList<bool> told;
+};
+
+//! A window over a login screen of nothing, and all that notices work with.
+struct Bench
+{
+    explicit Bench(const DeploymentConfiguration::Hosts &hosts)
+        : client(hosts)
+        , root(u"login"_s, log)
+    {
+        ui.showRootView();
+        ui.shell.navigator()->setRootViewController(u"Sample"_s, &root);
+    }
+
+    bool shows(const QString &text) const { return ui.itemWithText(text) != nullptr; }
+    void click(const QString &text) { ui.click(ui.itemWithText(text)); }
+    bool stored(const QString &key) { return client.net.defaults.boolForKey(key); }
+
+    SessionClient client;
+    QStringList log;
+    UiHarness ui;
+    RecordingController root;
+    NotedShareSDK shareSDK;
+    int terminated = 0;
+    QStringList pages;
+    PrivacyConsent consent {&client.net.defaults, &shareSDK, [this] { ++terminated; }};
+    LaunchEnvironment environment {.shell = &ui.shell,
+        .defaults = &client.net.defaults,
+        .requests = &client.net.requests,
+        .consent = &consent,
+        .displayName = u"成长平台"_s,
+        .contentHost = u"https://content/"_s,
+        .openOutLinkPage
+        = [this](const QString &url, const QString &title) { pages << title + u' ' + url; }};
+};
+
+const QString refuseOption = QStringLiteral("--refuse");
+
+// A program in the middle of its work, as far as that can be told apart on the disk.
+int refuseIn(const QString &folder)
+{
+    UserDefaults defaults(folder + u"/settings.ini"_s);
+    defaults.setBool(true, u"written"_s);
+    defaults.synchronize();
+    defaults.setBool(true, consentKey);
+    DesktopShareSDK shareSDK {nullptr, nullptr, nullptr, {}};
+    PrivacyConsent(&defaults, &shareSDK, [] { ::_exit(EXIT_SUCCESS); }).refuse();
+    return EXIT_FAILURE;
+}
+
+}
+
+//! What asks for consent, and the guide.
+class NoticeTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    PlatformProcess m_sandbox;
+    std::unique_ptr<Bench> m_bench;
+
+private Q_SLOTS:
+    void init()
+    {
+        m_sandbox.reset();
+        m_bench.reset();
+        m_bench = std::make_unique<Bench>(m_sandbox.hosts());
+    }
+
+    void theNoticeSaysAllAndStaysUntilItIsAnswered()
+    {
+        JurisdictionNoticeView::showUntilAccepted(m_bench->environment);
+        TRY_VERIFY(m_bench->shows(noticeTitle));
+        for (const QString &text :
+            {u"用户证件号"_s, u"出生日期"_s, u"手机号码"_s, u"联系电话"_s, u"电子邮箱"_s,
+                u"如您同意，请点击“同意“开始使用"_s,
+                u"为了向您提供核心功能 (例如，绑定家长用户，学生成长手册，推送提醒，找回密码等)，我们向您收集以下敏感个人信息："_s,
+                u"您的信息仅用于学校管理，我方不擅自使用与泄露您的个人信息。如果您不向我们提供上述敏感个人信息或者您不同意我们收集和使用此类信息，产品 (或服务) 可能无法正常运行，并且我们将无法为您提供服务，如果同意我们承诺我们所搜集的内容信息将通过国密算法加密保证您的信息安全性。"_s})
+            QVERIFY2(m_bench->shows(text), qPrintable(text));
+        QTest::keyClick(&m_bench->ui.view, Qt::Key_Escape);
+        m_bench->click(u"暂不使用"_s);
+        QCOMPARE(m_bench->terminated, 1);
+        QVERIFY(m_bench->shows(noticeTitle) && !m_bench->stored(consentKey)
+            && m_bench->shareSDK.told.isEmpty());
+
+        QSignalSpy given(&m_bench->consent, &PrivacyConsent::given);
+        m_bench->click(u"同意"_s);
+        TRY_VERIFY(!m_bench->shows(noticeTitle));
+        QCOMPARE(m_bench->shareSDK.told, QList<bool> {true});
+        QVERIFY(m_bench->stored(consentKey));
+        QCOMPARE(given.size(), 1);
+        JurisdictionNoticeView::showUntilAccepted(m_bench->environment);
+        QVERIFY(!m_bench->shows(noticeTitle));
+    }
+
+    void theShortFormLeadsToTheAgreement()
+    {
+        (new JurisdictionNoticeAlertView(m_bench->environment))->showInViewController();
+        TRY_VERIFY(m_bench->shows(u"温馨提示"_s));
+        QVERIFY(m_bench->shows(u"需同意《用户和隐私协议》后我们才能为您提供服务！"_s));
+        m_bench->click(u"用户和隐私协议"_s);
+        QCOMPARE(m_bench->pages,
+            QStringList {u"用户和隐私协议 https://content/cdn_pkg/vant_mo/ysixieyi.html"_s});
+        m_bench->click(u"退出应用"_s);
+        QCOMPARE(m_bench->terminated, 1);
+        m_bench->click(u"同意"_s);
+        QVERIFY(m_bench->stored(consentKey));
+    }
+
+    void theCardAsksForNothing()
+    {
+        (new UMSXMPrivacyView(m_bench->environment))->showInViewController();
+        const QString title = u"个人敏感信息收集使用说明（核心功能）"_s;
+        TRY_VERIFY(m_bench->shows(title));
+        QVERIFY(m_bench->shows(u"电子邮箱"_s) && !m_bench->shows(u"同意"_s));
+        m_bench->click(u"关闭"_s);
+        TRY_VERIFY(!m_bench->shows(title));
+        QVERIFY(!m_bench->stored(consentKey));
+    }
+
+    void theGuideLiesOverTheNoticeAndOutlivesTheRoot()
+    {
+        auto *guide = new UserGuideViewController(m_bench->environment, {390, 844});
+        guide->show();
+        JurisdictionNoticeView::showUntilAccepted(m_bench->environment);
+        QCOMPARE(m_bench->ui.shell.navigator()->topViewController(), guide);
+        RecordingController home(u"home"_s, m_bench->log);
+        m_bench->ui.shell.navigator()->setRootViewController(u"Sample"_s, &home);
+        QCOMPARE(m_bench->ui.shell.navigator()->topViewController(), guide);
+        QVERIFY(!m_bench->shows(noticeTitle));
+
+        m_bench->click(u"跳过"_s);
+        TRY_VERIFY(m_bench->shows(u"用户协议和隐私政策"_s));
+        m_bench->click(u"《隐私政策》"_s);
+        TRY_COMPARE(m_bench->pages,
+            QStringList {u"隐私政策 "_s + m_sandbox.address() + u"pages/agreement/privacy.html"_s});
+        m_sandbox.addFault({{u"start"_s, u"agreement"_s}, {u"status"_s, 500}});
+        m_bench->click(u"《用户协议》"_s);
+        TRY_COMPARE(m_bench->ui.shell.toast()->text(), u"请求错误"_s);
+        // Back to the guide, and nothing is agreed to.
+        QTest::keyClick(&m_bench->ui.view, Qt::Key_Escape);
+        TRY_VERIFY(!m_bench->shows(u"不同意"_s));
+        QVERIFY(!m_bench->stored(tipKey) && m_bench->shows(u"跳过"_s));
+        m_bench->click(u"跳过"_s);
+        m_bench->click(u"不同意"_s);
+        QCOMPARE(m_bench->terminated, 1);
+        m_bench->click(u"同意"_s);
+        TRY_VERIFY(!m_bench->shows(u"跳过"_s));
+        QVERIFY(m_bench->stored(tipKey) && !m_bench->stored(consentKey));
+        QVERIFY(!UserGuideViewController::shouldShowWelcomeViewController(
+            m_bench->client.net.defaults));
+    }
+
+    void theScreenChoosesTheDrawings_data()
+    {
+        QTest::addColumn<QSize>("pixels");
+        QTest::addColumn<QString>("series");
+        const auto row = [](int width, int height, const QString &series) {
+            QTest::addRow("%dx%d", width, height)
+                << QSize(width, height) << u"user_guide_%1_%d.png"_s.arg(series);
+        };
+        row(640, 960, u"4"_s);
+        row(640, 1136, u"6"_s);
+        row(750, 1334, u"6"_s);
+        row(1242, 2208, u"6"_s);
+        row(828, 1792, u"XR"_s);
+        row(390, 844, u"XR"_s);
+        row(1125, 2436, u"X"_s);
+        row(1242, 2688, u"XMax"_s);
+        row(1284, 2778, u"XMax"_s);
+        row(2436, 1125, u"X"_s);
+    }
+
+    void theScreenChoosesTheDrawings()
+    {
+        QFETCH(const QSize, pixels);
+        QFETCH(const QString, series);
+        QCOMPARE(GuideSeries::forScreen(pixels), series);
+        for (int page = 1; page <= 3; ++page)
+            QVERIFY(QFile::exists(GuideSeries::picture(series, page).mid(3)));
+    }
+
+    void aRefusalEndsTheProgramAndWritesNothingMore()
+    {
+        const QString folder = m_bench->client.net.folder.path() + u"/refused"_s;
+        QDir().mkpath(folder);
+        QProcess program;
+        program.setProcessChannelMode(QProcess::ForwardedChannels);
+        program.start(QCoreApplication::applicationFilePath(), {refuseOption, folder});
+        QVERIFY(program.waitForFinished(patienceMs));
+        QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(program.exitCode(), EXIT_SUCCESS);
+        const UserDefaults left(folder + u"/settings.ini"_s);
+        QVERIFY(left.boolForKey(u"written"_s) && !left.boolForKey(consentKey));
+    }
+};
+
+int main(int argc, char *argv[])
+{
+    QGuiApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() == 3 && arguments[1] == refuseOption)
+        return refuseIn(arguments[2]);
+    NoticeTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "NoticeTest.moc"
