@@ -36,7 +36,7 @@ endfunction()
 
 # Takes the QML modules of the rooms into an executable.
 function(vant_import_rooms target)
-    foreach(room ui login upload services web app)
+    foreach(room ui login upload services launch web app)
         target_link_libraries(${target} PRIVATE vant_${room}plugin)
         list(APPEND plugins vant_${room}plugin)
     endforeach()

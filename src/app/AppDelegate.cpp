@@ -1,7 +1,8 @@
 #include "app/AppDelegate.h"
 
 #include "app/Logging.h"
-#include "login/LoginViewController2.h"
+#include "launch/LaunchStage.h"
+#include "login/SchoolLoginViewController.h"
 #include "model/LoginModel.h"
 #include "platform/ApplicationBadge.h"
 #include "platform/LocationManager.h"
@@ -58,6 +59,8 @@ bool AppDelegate::didFinishLaunchingWithOptions(
         m_environment.notifications->postNotificationName(
             tappedNotification, launchNotification ? QVariant(*launchNotification) : QVariant());
     });
+    m_environment.launch->showUserGuide(m_environment.windowPixels());
+    m_environment.launch->updateCheck()->checkAppUpdate();
     return true;
 }
 
@@ -66,8 +69,20 @@ void AppDelegate::registerServices()
     const DeploymentConfiguration &configuration = m_environment.configuration;
     m_environment.locationManager->setEnableHTTPS(true);
     m_environment.locationManager->setApiKey(configuration.location.mapKey);
-    m_environment.pushRegistration->start();
+    registerPush();
     OMShareSDKTool::registerShareSDK(*m_environment.shareSDK, *m_environment.wxApi, configuration);
+}
+
+// The push service learns of this device; before a first sign-in not without consent.
+void AppDelegate::registerPush()
+{
+    PrivacyConsent *consent = m_environment.launch->consent();
+    PushRegistration *push = m_environment.pushRegistration;
+    if (consent->isGiven() || (m_environment.loginModel->isLogin() && hasToken()))
+        push->start();
+    else
+        connect(consent, &PrivacyConsent::given, push, &PushRegistration::start,
+            Qt::SingleShotConnection);
 }
 
 void AppDelegate::applicationDidBecomeActive()
@@ -99,7 +114,7 @@ STHomeViewController *AppDelegate::homeNavViewController()
     return m_homeViewController.get();
 }
 
-LoginViewController2 *AppDelegate::loginVC()
+SchoolLoginViewController *AppDelegate::loginVC()
 {
     if (!m_loginVC)
         m_loginVC = m_controllers.makeLogin();
@@ -110,7 +125,7 @@ NavigationController *AppDelegate::loginViewController()
 {
     if (!m_loginNavigationController)
         m_loginNavigationController = std::make_unique<NavigationController>(
-            m_environment.shell->navigator(), u"LoginScreen"_s, loginVC());
+            m_environment.shell->navigator(), loginVC()->screenName(), loginVC());
     return m_loginNavigationController.get();
 }
 
@@ -184,7 +199,7 @@ void AppDelegate::loginInBackground(
                 self->gotoLoginVC();
                 return;
             case SilentLogin::Outcome::Refused:
-                self->m_environment.shell->toast()->showError(u"亲，您没有权限登录"_s);
+                self->loginVC()->setMessage(u"亲，您没有权限登录"_s);
                 self->gotoLoginVC();
                 return;
             case SilentLogin::Outcome::SignedIn:

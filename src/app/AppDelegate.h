@@ -10,10 +10,11 @@
 #include <memory>
 
 class ApplicationBadge;
+class LaunchStage;
 class LocationManager;
-class LoginViewController2;
 class MainQueue;
 class NavigationController;
+class SchoolLoginViewController;
 class ShareSDK;
 class Shell;
 class STHomeViewController;
@@ -35,6 +36,8 @@ struct AppDelegateEnvironment
     ShareSDK *shareSDK;
     WXApi *wxApi;
     ApplicationBadge *badge;
+    LaunchStage *launch;
+    std::function<QSize()> windowPixels; //!< the window's size in pixels
 };
 
 //! Decides at launch and ever after whether the window shows the login flow or the home container.
@@ -48,15 +51,15 @@ public:
     //! Make the controllers of the two flows, each once.
     struct Controllers
     {
-        std::function<std::unique_ptr<LoginViewController2>()> makeLogin;
+        std::function<std::unique_ptr<SchoolLoginViewController>()> makeLogin;
         std::function<std::unique_ptr<STHomeViewController>()> makeHome;
     };
 
     AppDelegate(const AppDelegateEnvironment &environment, Controllers controllers);
     ~AppDelegate() override;
 
-    //! The launch: first install, routing, registration of the services, and the notification that
-    //! launched the program, if one did.
+    //! The launch: first install, routing, registration of the services, the notification that
+    //! launched the program, if one did, guide and update check.
     bool didFinishLaunchingWithOptions(const std::optional<QVariantMap> &launchNotification);
     void applicationDidBecomeActive();
     //! A URL that another program handed to this one; whether it was understood.
@@ -65,7 +68,7 @@ public:
 
     STHomeViewController *homeNavViewController();
     NavigationController *loginViewController();
-    LoginViewController2 *loginVC();
+    SchoolLoginViewController *loginVC();
 
     void gotoLoginVC();
     void backGroundloginIn(std::function<void()> success);
@@ -101,12 +104,13 @@ private:
     void switchToLogin();
     bool hasToken() const;
     void registerServices();
+    void registerPush();
     void keepUntilHomeExists(const QVariant &userInfo);
     void onResp(const SendAuthResp &response);
 
     AppDelegateEnvironment m_environment;
     Controllers m_controllers;
-    std::unique_ptr<LoginViewController2> m_loginVC;
+    std::unique_ptr<SchoolLoginViewController> m_loginVC;
     std::unique_ptr<NavigationController> m_loginNavigationController;
     std::unique_ptr<STHomeViewController> m_homeViewController;
     bool m_homeHasLoaded = false;

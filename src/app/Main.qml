@@ -1,11 +1,13 @@
 import QtQuick
 import QtQuick.Window
+import Vant.Launch
 import Vant.Ui
 
 Window {
     id: window
 
     required property Shell shell
+    required property LaunchAd launchAd
 
     width: 390
     height: 844
@@ -16,5 +18,12 @@ Window {
     RootView {
         anchors.fill: parent
         shell: window.shell
+        enabled: !ad.visible
+    }
+    LaunchAdView {
+        id: ad
+        anchors.fill: parent
+        launchAd: window.launchAd
+        safeArea: window.shell.safeArea
     }
 }

@@ -1,6 +1,7 @@
 #include "app/StudentApplication.h"
 
 #include "app/RunningInstance.h"
+#include "login/LoginViewController.h"
 #include "login/LoginViewController2.h"
 #include "platform/FeedCaptureDevice.h"
 #include "platform/SystemCaptureDevice.h"
@@ -14,6 +15,9 @@
 #include <QHostAddress>
 #include <QNetworkDiskCache>
 #include <QQuickWindow>
+#include <QScreen>
+
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -32,6 +36,12 @@ bool isLoopback(const QString &host)
 {
     const QUrl url(host);
     return url.host() == u"localhost" || QHostAddress(url.host()).isLoopback();
+}
+
+QSize portraitPixels(const QScreen &screen)
+{
+    const QSize pixels = screen.size() * screen.devicePixelRatio();
+    return pixels.width() > pixels.height() ? pixels.transposed() : pixels;
 }
 
 std::unique_ptr<CaptureDevice> makeCamera(
@@ -100,6 +110,24 @@ StudentApplication::StudentApplication(const DeploymentConfiguration &configurat
           .libraryPath = paths.data,
           .exportFolder = paths.exports,
       })
+    , m_launch({
+          .configuration = configuration,
+          .shell = &m_shell,
+          .defaults = &m_defaults,
+          .requests = &m_requests,
+          .network = &m_network,
+          .mainQueue = &m_mainQueue,
+          .notifications = &m_notifications,
+          .loginModel = &m_loginModel,
+          .ssoCookies = &m_ssoCookies,
+          .urlOpener = &m_urlOpener,
+          .shareSDK = &m_shareSDK,
+          .screenPixels = portraitPixels(*qGuiApp->primaryScreen()),
+          .openOutLinkPage
+          = [this](const QString &url,
+                const QString &title) { m_secondaryPages.openOutLinkPage(url, title); },
+          .terminate = [] { ::_exit(EXIT_SUCCESS); },
+      })
     , m_delegate(
           {
               .configuration = configuration,
@@ -114,6 +142,8 @@ StudentApplication::StudentApplication(const DeploymentConfiguration &configurat
               .shareSDK = &m_shareSDK,
               .wxApi = &m_wxApi,
               .badge = &m_badge,
+              .launch = &m_launch,
+              .windowPixels = [this] { return windowPixels(); },
           },
           {[this] { return makeLogin(); }, [this] { return makeHome(); }})
 {
@@ -133,12 +163,10 @@ StudentApplication::~StudentApplication() = default;
 void StudentApplication::registerScreens()
 {
     Navigator *navigator = m_shell.navigator();
-    navigator->registerScreen(u"LoginScreen"_s, QUrl(u"qrc:/qt/qml/Vant/Login/LoginScreen.qml"_s));
-    navigator->registerScreen(
-        u"ChooseSchoolScreen"_s, QUrl(u"qrc:/qt/qml/Vant/Login/ChooseSchoolScreen.qml"_s));
+    for (const QString &screen : {u"LoginScreen"_s, u"RegionLoginScreen"_s, u"ChooseSchoolScreen"_s,
+             u"AuthLoginScreen"_s, u"ActivateScreen"_s, u"SetingAccountScreen"_s})
+        navigator->registerScreen(screen, QUrl(u"qrc:/qt/qml/Vant/Login/%1.qml"_s.arg(screen)));
     navigator->registerScreen(u"HomeScreen"_s, QUrl(u"qrc:/qt/qml/Vant/Web/HomeScreen.qml"_s));
-    navigator->registerScreen(
-        u"AuthLoginScreen"_s, QUrl(u"qrc:/qt/qml/Vant/Login/AuthLoginScreen.qml"_s));
 }
 
 void StudentApplication::start(const std::optional<QVariantMap> &launchNotification)
@@ -147,8 +175,9 @@ void StudentApplication::start(const std::optional<QVariantMap> &launchNotificat
     m_patriarchIdentifier.prepare();
     // Later versions of the toolkit look there by themselves.
     m_engine.addImportPath(u"qrc:/qt/qml"_s);
-    m_engine.setInitialProperties({{u"shell"_s, QVariant::fromValue(&m_shell)},
-        {u"title"_s, m_configuration.app.displayName}});
+    m_engine.setInitialProperties(
+        {{u"shell"_s, QVariant::fromValue(&m_shell)}, {u"title"_s, m_configuration.app.displayName},
+            {u"launchAd"_s, QVariant::fromValue(m_launch.splashAd()->launchAd())}});
     m_engine.load(QUrl(u"qrc:/qt/qml/Vant/App/Main.qml"_s));
     if (m_engine.rootObjects().isEmpty())
         qFatal("the window could not be made");
@@ -161,7 +190,16 @@ void StudentApplication::start(const std::optional<QVariantMap> &launchNotificat
         });
     warmWebEngineWhenIdle();
     m_delegate.didFinishLaunchingWithOptions(launchNotification);
+    m_launch.splashAd()->setupXHLaunchAd();
     m_window->show();
+}
+
+// A phone's window takes the whole screen as soon as it is shown.
+QSize StudentApplication::windowPixels() const
+{
+    const QSize screen = m_window->screen()->size();
+    const QSize points = screen.height() > screen.width() ? screen : m_window->size();
+    return points * m_window->devicePixelRatio();
 }
 
 // Making the engine's profile and view takes the main thread for a while, which nobody notices
@@ -208,9 +246,9 @@ std::unique_ptr<STHomeViewController> StudentApplication::makeHome()
     });
 }
 
-std::unique_ptr<LoginViewController2> StudentApplication::makeLogin()
+std::unique_ptr<SchoolLoginViewController> StudentApplication::makeLogin()
 {
-    auto login = std::make_unique<LoginViewController2>(LoginEnvironment {
+    const LoginEnvironment environment {
         .loginModel = &m_loginModel,
         .loginResult = &m_loginResult,
         .mainQueue = &m_mainQueue,
@@ -224,9 +262,15 @@ std::unique_ptr<LoginViewController2> StudentApplication::makeLogin()
         .wxApi = &m_wxApi,
         .displayName = m_configuration.app.displayName,
         .isPatriarch = m_configuration.app.patriarch,
-        .launchAdShowing = {},
-    });
-    connect(login.get(), &LoginViewController2::openOutLinkPage, this,
+        .launchAdShowing = [this] { return m_launch.splashAd()->isShowing(); },
+        .showJurisdictionNotice = [this] { m_launch.showJurisdictionNotice(); },
+    };
+    std::unique_ptr<SchoolLoginViewController> login;
+    if (m_configuration.app.loginScreen == u"older")
+        login = std::make_unique<LoginViewController>(environment);
+    else
+        login = std::make_unique<LoginViewController2>(environment);
+    connect(login.get(), &LoginFormViewController::openOutLinkPage, this,
         [this](const QString &url, const QString &title) {
             m_secondaryPages.openOutLinkPage(url, title);
         });

@@ -3,6 +3,7 @@
 #include "app/AppDelegate.h"
 #include "app/ProfilePaths.h"
 #include "app/StudentPageServices.h"
+#include "launch/LaunchStage.h"
 #include "model/DeviceIdentifier.h"
 #include "model/LoginModel.h"
 #include "net/BaseRequestManager.h"
@@ -59,10 +60,11 @@ public:
     void receiveUrl(const QUrl &url);
 
 private:
-    std::unique_ptr<LoginViewController2> makeLogin();
+    std::unique_ptr<SchoolLoginViewController> makeLogin();
     std::unique_ptr<STHomeViewController> makeHome();
     WebPageProfile *homeProfile();
     void chooseFromAlbum(const ScanEnvironment::AlbumAnswer &answer);
+    QSize windowPixels() const;
     void registerScreens();
     void warmWebEngineWhenIdle();
     void activate();
@@ -104,6 +106,7 @@ private:
     StudentPageServices m_pageServices;
     SlicingUpload m_slicingUpload;
     std::unique_ptr<WebPageProfile> m_homeProfile;
+    LaunchStage m_launch;
     AppDelegate m_delegate;
 
     // The last member: views go before what they show.

@@ -69,7 +69,8 @@ private Q_SLOTS:
         m_client->loginModel().setLogin_token(token);
         m_client->delegate.didFinishLaunchingWithOptions({});
         QCOMPARE(m_client->root(), root);
-        QCOMPARE(m_client->session.isWaiting(), root == blankRoot);
+        // The update check, and the silent login where there is one.
+        QCOMPARE(m_client->session.net.manager.connectItems().size(), root == blankRoot ? 2u : 1u);
         m_client->mainQueue.advance(1h);
         QCOMPARE(m_client->root(), root);
         QVERIFY2(m_client->loginModel().isFirstInstall() && m_client->loginModel().isLoginOut(),
@@ -190,6 +191,56 @@ private Q_SLOTS:
         QVERIFY(silentLoginEnds());
         m_client->loginModel().setIsLogin(true);
         QCOMPARE(completions, 1);
+    }
+
+    void nothingTellsOfThePersonOrTheDeviceBeforeConsent()
+    {
+        m_client->session.net.student.prepare();
+        TRY_VERIFY(!m_client->session.net.student.uuid().isNull());
+        m_sandbox.takeRequests();
+        m_client->delegate.didFinishLaunchingWithOptions({});
+        m_client->launch.splashAd()->setupXHLaunchAd();
+        TRY_VERIFY(!m_client->session.isWaiting());
+        m_client->mainQueue.advance(1h);
+        QStringList asked;
+        for (const TracedRequest &request : m_sandbox.takeRequests()) {
+            asked << request.value(u"start"_s);
+            QStringList sent = request.headers.values();
+            sent << QString::fromUtf8(request.query) << QString::fromUtf8(request.body);
+            QVERIFY(!sent.join(u' ').contains(m_client->session.net.student.uuid()));
+            QVERIFY(!request.headers.contains(u"cookie"_s));
+        }
+        asked.sort();
+        QCOMPARE(asked, (QStringList {u"appUpdateInfo"_s, u"listAd4App"_s}));
+        // Whatever comes of a registration is stored.
+        const auto registered = [this] {
+            return !m_client->session.net.defaults.stringForKey(u"GTPushCid"_s).isNull();
+        };
+        QVERIFY(!registered());
+        m_client->launch.consent()->agree();
+        TRY_VERIFY(registered());
+    }
+
+    void aStoredLoginHasConsentedBefore()
+    {
+        signIn();
+        m_client->delegate.didFinishLaunchingWithOptions({});
+        TRY_COMPARE(m_client->session.net.defaults.stringForKey(u"GTPushCid"_s), u"getCidFailed"_s);
+    }
+
+    void theSilentLoginsMessageWaitsForTheAdvertisement()
+    {
+        QVERIFY(m_client->session.rememberLogin(u"student01"_s));
+        m_client->loginModel().setIsLogin(true);
+        m_sandbox.addFault({{u"start"_s, u"login4H5"_s}, {u"status"_s, 500}});
+        m_sandbox.addFault({{u"start"_s, u"listAd4App"_s}, {u"delay_ms"_s, 2000}});
+        m_client->delegate.didFinishLaunchingWithOptions({});
+        m_client->launch.splashAd()->setupXHLaunchAd();
+        m_client->delegate.loginVC()->viewDidLoad();
+        TRY_COMPARE(m_client->root(), loginRoot);
+        QVERIFY(!m_client->shell.toast()->isVisible());
+        m_client->mainQueue.advance(2s);
+        QCOMPARE(m_client->shell.toast()->text(), u"请求错误"_s);
     }
 
     void theLaunchNotificationWaitsForItsTaker()

@@ -29,6 +29,22 @@ DelegateClient::DelegateClient(const DeploymentConfiguration &configuration)
       })
     , profile(u"home"_s, session.net.folder.filePath(u"web"_s), u"VANT-IOS iphone"_s,
           session.net.cookies, WebCookieStore::Direction::Both)
+    , launch({
+          .configuration = configuration,
+          .shell = &shell,
+          .defaults = &session.net.defaults,
+          .requests = &session.net.requests,
+          .network = &session.net.network,
+          .mainQueue = &session.mainQueue,
+          .notifications = &notifications,
+          .loginModel = &session.net.loginModel,
+          .ssoCookies = &session.cookies,
+          .urlOpener = &urlOpener,
+          .shareSDK = &shareSDK,
+          .screenPixels = {},
+          .openOutLinkPage = {},
+          .terminate = {},
+      })
     , delegate(
           {
               .configuration = configuration,
@@ -43,6 +59,8 @@ DelegateClient::DelegateClient(const DeploymentConfiguration &configuration)
               .shareSDK = &shareSDK,
               .wxApi = &wxApi,
               .badge = &badge,
+              .launch = &launch,
+              .windowPixels = [] { return QSize(390, 844); },
           },
           {[this] { return makeLogin(); }, [this] { return makeHome(); }})
 {
@@ -51,7 +69,7 @@ DelegateClient::DelegateClient(const DeploymentConfiguration &configuration)
         shell.navigator()->registerScreen(name, QUrl(u"qrc:/none.qml"_s));
 }
 
-std::unique_ptr<LoginViewController2> DelegateClient::makeLogin()
+std::unique_ptr<SchoolLoginViewController> DelegateClient::makeLogin()
 {
     return std::make_unique<LoginViewController2>(LoginEnvironment {
         .loginModel = &session.net.loginModel,
@@ -67,7 +85,7 @@ std::unique_ptr<LoginViewController2> DelegateClient::makeLogin()
         .wxApi = &wxApi,
         .displayName = configuration.app.displayName,
         .isPatriarch = false,
-        .launchAdShowing = {},
+        .launchAdShowing = [this] { return launch.splashAd()->isShowing(); },
     });
 }
 

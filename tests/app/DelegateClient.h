@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "launch/LaunchStage.h"
 #include "login/LoginViewController2.h"
 #include "platform/ApplicationBadge.h"
 #include "platform/BrowserWXApi.h"
@@ -50,9 +51,10 @@ public:
     PageHost pageHost;
     SlicingUpload slicingUpload;
     WebPageProfile profile;
+    LaunchStage launch;
     AppDelegate delegate;
 
 private:
-    std::unique_ptr<LoginViewController2> makeLogin();
+    std::unique_ptr<SchoolLoginViewController> makeLogin();
     std::unique_ptr<STHomeViewController> makeHome();
 };

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int firstLife = 1;
+constexpr int firstLife = Lives::signIn;
 constexpr QRgb defaultStatusColor = 0x3dd187;
 constexpr QRgb firstPressedColor = 0x278bea;
 constexpr int shortRestMs = 1'000;

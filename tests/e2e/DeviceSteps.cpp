@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int firstLife = 1;
+constexpr int firstLife = Lives::signIn;
 const QString scanPrompt = QStringLiteral("将二维码/条码放入框内, 即可自动扫描");
 const QString plainPage = QStringLiteral("/portal/plain.html?from=push");
 

@@ -14,8 +14,8 @@ QString Step::firstNeedIn(const QStringList &names) const
 }
 
 Journey::Journey()
-    : m_steps(loginSteps() + portalSteps() + uploadSteps() + bridgeSteps() + deviceSteps()
-        + sessionSteps())
+    : m_steps(launchSteps() + loginSteps() + portalSteps() + uploadSteps() + bridgeSteps()
+        + deviceSteps() + sessionSteps() + accountSteps())
 {
 }
 

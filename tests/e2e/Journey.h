@@ -9,6 +9,7 @@
 
 class Driver;
 class Wire;
+struct DeploymentConfiguration;
 
 //! One thing that a person does with the client, and what must be seen to come of it.
 struct Step
@@ -20,6 +21,10 @@ struct Step
     std::function<void(Driver &)> act; //!< throws StepFailed
     std::function<void(Wire &)> prepare
         = {}; //!< what the platform is told before the client starts
+    std::function<void(DeploymentConfiguration &)> configure
+        = {}; //!< how the client is deployed in that run
+
+    bool endsProgram = false; //!< what must be seen is that the program ends within it
 
     //! Null when none of its needs is among these.
     QString firstNeedIn(const QStringList &names) const;

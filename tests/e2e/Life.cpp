@@ -37,13 +37,15 @@ int Life::run(int argc, char **argv)
 
     try {
         Wire wire(m_options.life->platform);
+        auto deployment = std::get<DeploymentConfiguration>(
+            ConfigurationFile::parse(wire.get(u"/deployment.toml"_s), u"deployment.toml"_s));
         for (const Step &step : mySteps()) {
             if (step.prepare)
                 step.prepare(wire);
+            if (step.configure)
+                step.configure(deployment);
         }
-        return live(wire,
-            std::get<DeploymentConfiguration>(
-                ConfigurationFile::parse(wire.get(u"/deployment.toml"_s), u"deployment.toml"_s)));
+        return live(wire, deployment);
     } catch (const StepFailed &failure) {
         std::fprintf(stderr, "vant-tour: %s\n", qUtf8Printable(failure.reason));
         return EXIT_FAILURE;
@@ -101,17 +103,20 @@ StepResult Life::take(const Step &step, Driver &driver)
     QElapsedTimer timer;
     timer.start();
     Picture picture;
+    const QString name = m_journey.pictureName(step);
     try {
+        // There will be no other moment.
+        if (step.endsProgram)
+            driver.takePicture().save(m_options.out + u'/' + name);
         step.act(driver);
         picture = driver.takePicture();
-        result.ok = true;
-        result.detail = driver.takeNotes();
+        result.ok = !step.endsProgram;
+        result.detail = result.ok ? driver.takeNotes() : u"the program goes on"_s;
     } catch (const StepFailed &failed) {
         picture = driver.dropStep();
         result.detail = failed.reason;
     }
     result.ms = timer.elapsed();
-    const QString name = m_journey.pictureName(step);
     if (picture.save(m_options.out + u'/' + name))
         result.screenshot = name;
     else

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int firstLife = 1;
+constexpr int firstLife = Lives::signIn;
 constexpr int leastRowHeight = 44;
 constexpr int slowAnswerMs = 2'000;
 const QString wrongPassword = QStringLiteral("vant0000");
@@ -219,7 +219,8 @@ QList<Step> loginSteps()
     const QString chosen = u"school-chosen"_s;
     const QString signedIn = u"sign-in"_s;
     return {
-        {screen, {}, firstLife, loginScreen},
+        {screen, {u"update-forced"_s}, firstLife, loginScreen,
+            [](Wire &wire) { wire.setNotices(u"none"_s, u"none"_s); }},
         {u"forgotten-password"_s, {screen}, firstLife, forgottenPassword},
         {u"nothing-chosen"_s, {screen}, firstLife, nothingChosen},
         {list, {screen}, firstLife, schoolList},

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int firstLife = 1;
+constexpr int firstLife = Lives::signIn;
 
 void backToPortal(Driver &driver)
 {

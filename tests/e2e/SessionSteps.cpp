@@ -13,9 +13,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int firstLife = 1;
-constexpr int secondLife = 2;
-constexpr int thirdLife = 3;
+constexpr int firstLife = Lives::signIn;
+constexpr int secondLife = Lives::comeBack;
+constexpr int thirdLife = Lives::expiry;
 constexpr int mostTabs = 20;
 const QString missedPage = QStringLiteral("/portal/plain.html?from=missed");
 const QString missedQuestion = QStringLiteral("你收到一条消息，是否点击查看？");

@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int firstLife = 1;
+constexpr int firstLife = Lives::signIn;
 constexpr int transcodingMs = 60'000;
 const QString upload = u"#btn-slicingUpload"_s;
 const QString outcome = u"#out-onSlicingUpload"_s;

@@ -66,6 +66,11 @@ void Wire::push(const QString &page)
             {u"payload"_s, address(page).toString()}});
 }
 
+void Wire::setNotices(const QString &ad, const QString &update)
+{
+    post(u"/_control/notices"_s, {{u"ad"_s, ad}, {u"update"_s, update}});
+}
+
 void Wire::post(const QString &path, const QJsonObject &body)
 {
     QNetworkRequest request(address(path));

@@ -27,6 +27,9 @@ public:
     void spoil(const QJsonObject &fault);
     //! Sends a notification to the device that was last seen to sign in.
     void push(const QString &page);
+    //! What a client is told at its next start: "none", "still" or "animated"; "none", "optional"
+    //! or "forced".
+    void setNotices(const QString &ad, const QString &update);
     QByteArray get(const QString &path);
     //! The whole address of a page of the platform.
     QUrl address(const QString &page) const { return m_platform.resolved(QUrl(page)); }

@@ -9,6 +9,7 @@
 Q_IMPORT_QML_PLUGIN(Vant_UiPlugin)
 Q_IMPORT_QML_PLUGIN(Vant_LoginPlugin)
 Q_IMPORT_QML_PLUGIN(Vant_UploadPlugin)
+Q_IMPORT_QML_PLUGIN(Vant_LaunchPlugin)
 Q_IMPORT_QML_PLUGIN(Vant_ServicesPlugin)
 Q_IMPORT_QML_PLUGIN(Vant_WebPlugin)
 Q_IMPORT_QML_PLUGIN(Vant_AppPlugin)
