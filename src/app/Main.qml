@@ -16,6 +16,7 @@ Window {
     color: "white"
 
     RootView {
+        id: rootView
         anchors.fill: parent
         shell: window.shell
         enabled: !ad.visible
@@ -25,5 +26,6 @@ Window {
         anchors.fill: parent
         launchAd: window.launchAd
         safeArea: window.shell.safeArea
+        onVisibleChanged: if (!visible) rootView.takeFocus()
     }
 }

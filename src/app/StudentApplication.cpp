@@ -126,6 +126,11 @@ StudentApplication::StudentApplication(const DeploymentConfiguration &configurat
           .openOutLinkPage
           = [this](const QString &url,
                 const QString &title) { m_secondaryPages.openOutLinkPage(url, title); },
+          .endSession =
+              [this] {
+                  m_silentLogin.cancel();
+                  m_slicingUpload.cancel();
+              },
           .terminate = [] { ::_exit(EXIT_SUCCESS); },
       })
     , m_delegate(

@@ -22,7 +22,8 @@ LaunchStage::LaunchStage(const Setup &setup)
           .notifications = setup.notifications,
           .build = setup.configuration.app.build,
           .officialHost = setup.configuration.hosts.official,
-          .launchAdShowing = [this] { return m_splashAd.isShowing(); }})
+          .launchAdShowing = [this] { return m_splashAd.isShowing(); },
+          .endSession = setup.endSession})
 {
 }
 

@@ -105,4 +105,6 @@ void UpdateCheck::clickedButtonAtIndex(int tag, int buttonIndex)
         return;
     m_environment.ssoCookies->clearCookies();
     m_environment.loginModel->logout();
+    if (m_environment.endSession)
+        m_environment.endSession();
 }

@@ -26,6 +26,8 @@ struct UpdateEnvironment
     QString officialHost; //!< with the download page; ends with "/"
     //! Whether a launch advertisement covers the window.
     std::function<bool()> launchAdShowing;
+    //! Ends what runs in the name of whoever a forced update has signed out.
+    std::function<void()> endSession;
 };
 
 //! Asks at start-up whether the platform knows a newer build, and offers it. Nothing about it is

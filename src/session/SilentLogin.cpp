@@ -34,10 +34,17 @@ void SilentLogin::start(LoginResult::Refresh refresh, UserCheck check, Finished 
         return;
     m_requests->setOrganization(m_loginModel->siteCode());
     m_requests->tokenLogin(m_loginModel->login_token(),
-        [self = QPointer(this)](int status, const QJsonValue &data, const auto &error) {
-            if (self)
+        [self = QPointer(this), attempt = ++m_attempt](
+            int status, const QJsonValue &data, const auto &error) {
+            if (self && attempt == self->m_attempt)
                 self->handleAnswer(status, data, error ? error->errorDescription : unusableAnswer);
         });
+}
+
+void SilentLogin::cancel()
+{
+    ++m_attempt;
+    fail({});
 }
 
 void SilentLogin::handleAnswer(int status, const QJsonValue &data, const QString &errorDescription)

@@ -31,6 +31,9 @@ public:
 
     //! \a check: whether an account of a type that may not use this edition is refused.
     void start(LoginResult::Refresh refresh, UserCheck check, Finished finished);
+    //! Who signs out meanwhile stays signed out: whoever waits hears of a failure without a text,
+    //! and the answer is of no effect.
+    void cancel();
 
 private:
     struct Waiting
@@ -50,4 +53,5 @@ private:
     LoginResult *m_result;
     PushBinding *m_binding;
     std::vector<Waiting> m_waiting;
+    int m_attempt = 0;
 };

@@ -43,6 +43,7 @@ DelegateClient::DelegateClient(const DeploymentConfiguration &configuration)
           .shareSDK = &shareSDK,
           .screenPixels = {},
           .openOutLinkPage = {},
+          .endSession = {},
           .terminate = {},
       })
     , delegate(

@@ -39,7 +39,8 @@ struct Bench
               .notifications = &notifications,
               .build = build,
               .officialHost = hosts.official,
-              .launchAdShowing = [this] { return adShowing; }})
+              .launchAdShowing = [this] { return adShowing; },
+              .endSession = [this] { ++sessionsEnded; }})
     {
     }
 
@@ -55,6 +56,7 @@ struct Bench
     AlertView *alert {shell.alertView()};
     NotificationCenter notifications;
     NotedUrlOpener opener;
+    int sessionsEnded = 0;
     bool adShowing = false;
     UpdateCheck check;
 };
@@ -159,6 +161,7 @@ private Q_SLOTS:
             opens ? QStringList {bench.hosts.official + u"pages/official/h5/download.jsp"_s}
                   : QStringList());
         QCOMPARE(login.isLogin(), !forced);
+        QCOMPARE(bench.sessionsEnded, forced ? 1 : 0);
         QCOMPARE(login.userName(), forced ? u""_s : u"u"_s);
         QCOMPARE(login.password(), forced ? u""_s : u"p"_s);
         QCOMPARE(bench.client.savedCookieNames().isEmpty(), forced);

@@ -25,6 +25,7 @@ private Q_SLOTS:
     void bindsTheClientIdThatIsKnown();
     void elevenFailedBindingsMakeTenRetries();
     void aDeadSessionAnswersNobody();
+    void whoSignsOutMeanwhileStaysSignedOut();
     void aScreensLoginSignsInLast();
     void anAnswerKeepsWhatWorks();
 
@@ -229,6 +230,19 @@ void SessionTest::aDeadSessionAnswersNobody()
     TRY_VERIFY(!m_client->isWaiting());
     QCOMPARE(m_endings.size(), 0);
     QVERIFY(!model().isLogin());
+}
+
+void SessionTest::whoSignsOutMeanwhileStaysSignedOut()
+{
+    start(Refresh::Yes);
+    m_client->silentLogin.cancel();
+    QCOMPARE(m_endings.size(), 1);
+    QCOMPARE(m_endings.constFirst().outcome, Outcome::Failed);
+    QVERIFY(m_endings.constFirst().text.isNull());
+    settled();
+    QCOMPARE(m_endings.size(), 1);
+    QVERIFY(!model().isLogin());
+    QCOMPARE(run().outcome, Outcome::SignedIn);
 }
 
 void SessionTest::aScreensLoginSignsInLast()
