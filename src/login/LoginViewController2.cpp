@@ -43,6 +43,11 @@ void LoginViewController2::viewDidLoad()
         idleDelay, this, [] { QThreadPool::globalInstance()->start(&MandarinLatin::prepare); });
 }
 
+void LoginViewController2::viewDidAppear()
+{
+    setUserInstructionsSelected(false);
+}
+
 void LoginViewController2::configLoginInfo()
 {
     SchoolLoginViewController::configLoginInfo();

@@ -20,6 +20,7 @@ public:
 
     QString screenName() const override { return QStringLiteral("LoginScreen"); }
     void viewDidLoad() override;
+    void viewDidAppear() override;
 
     QUrl logo() const { return m_logo.source(); }
 

@@ -37,11 +37,6 @@ void SchoolLoginViewController::viewDidLoad()
         environment().showJurisdictionNotice();
 }
 
-void SchoolLoginViewController::viewDidAppear()
-{
-    setUserInstructionsSelected(false);
-}
-
 void SchoolLoginViewController::configLoginInfo()
 {
     const LoginModel &loginModel = *environment().loginModel;

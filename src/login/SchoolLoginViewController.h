@@ -25,7 +25,6 @@ public:
 
     bool prefersNavigationBarHidden() const override { return true; }
     void viewDidLoad() override;
-    void viewDidAppear() override;
 
     //! A text to show once as an error: at once, or when the launch advertisement has gone.
     void setMessage(const QString &message);

@@ -33,6 +33,7 @@ HTTPTask::HTTPTask(QNetworkReply *reply, const QSet<QByteArray> &acceptableConte
     m_reply->setParent(this);
     connect(m_reply, &QNetworkReply::uploadProgress, this, &HTTPTask::uploadProgress);
     connect(m_reply, &QNetworkReply::readyRead, this, &HTTPTask::readBody);
+    connect(m_reply, &QNetworkReply::metaDataChanged, this, &HTTPTask::checkAnnouncedSize);
     // Later than the start of the connection, which may wait for the host's address.
     connect(m_reply, &QNetworkReply::socketStartedConnecting, this, [this] {
         connect(m_reply, &QNetworkReply::requestSent, this, &TcpNoDelay::apply,
@@ -47,11 +48,23 @@ void HTTPTask::cancel()
     m_reply->abort();
 }
 
+void HTTPTask::checkAnnouncedSize()
+{
+    if (m_reply->header(QNetworkRequest::ContentLengthHeader).toLongLong() > m_maximumBodySize)
+        refuseBody();
+}
+
 void HTTPTask::readBody()
 {
     m_body += m_reply->readAll();
     if (m_body.size() > m_maximumBodySize)
-        m_reply->abort();
+        refuseBody();
+}
+
+void HTTPTask::refuseBody()
+{
+    m_bodyIsTooLarge = true;
+    m_reply->abort();
 }
 
 HTTPError HTTPTask::errorOf(const HTTPResponse &response) const
@@ -60,7 +73,7 @@ HTTPError HTTPTask::errorOf(const HTTPResponse &response) const
         && (response.statusCode < firstSuccessStatus || response.statusCode > lastSuccessStatus);
     if (refused)
         return {unacceptableStatus, QStringLiteral("status %1").arg(response.statusCode)};
-    if (response.body.size() > m_maximumBodySize)
+    if (m_bodyIsTooLarge)
         return {bodyTooLarge, QStringLiteral("body above %1 bytes").arg(m_maximumBodySize)};
     if (m_reply->error() != QNetworkReply::NoError)
         return {int(m_reply->error()), m_reply->errorString()};

@@ -27,7 +27,9 @@ Q_SIGNALS:
     void uploadProgress(qint64 sent, qint64 total);
 
 private:
+    void checkAnnouncedSize();
     void readBody();
+    void refuseBody();
     void finish();
     HTTPError errorOf(const HTTPResponse &response) const;
 
@@ -35,6 +37,7 @@ private:
     QByteArray m_body;
     QSet<QByteArray> m_acceptableContentTypes;
     qint64 m_maximumBodySize;
+    bool m_bodyIsTooLarge = false;
     HTTPSuccess m_success;
     HTTPFailure m_failure;
 };

@@ -14,7 +14,10 @@ Item {
         : !shell.alertView.visible ? screens
         : shell.alertView.fullScreen ? notice : dialog
 
-    onTopmostChanged: topmost.forceActiveFocus()
+    onTopmostChanged: takeFocus()
+
+    //! For what takes the keys, after something else in the window had them.
+    function takeFocus() { topmost.forceActiveFocus() }
 
     Shortcut {
         enabled: root.enabled

@@ -2,11 +2,10 @@
 
 #include "platform/MainQueue.h"
 
-#include <QtConcurrentRun>
-
 LaunchAdPicture::LaunchAdPicture(MainQueue *mainQueue)
     : m_mainQueue(mainQueue)
 {
+    m_pool.setMaxThreadCount(1);
 }
 
 LaunchAdPicture::~LaunchAdPicture() = default;
@@ -31,16 +30,19 @@ void LaunchAdPicture::clear()
 
 void LaunchAdPicture::decodeNext(std::function<void(bool)> decoded)
 {
-    QtConcurrent::run([frames = m_frames] { return frames->next(); })
-        .then(this,
-            [this, frames = std::weak_ptr(m_frames), decoded = std::move(decoded)](
-                const std::optional<PictureFrames::Frame> &frame) {
-                if (frames.expired() || frames.lock() != m_frames)
+    m_pool.start([this, frames = m_frames, decoded = std::move(decoded)] {
+        const std::optional<PictureFrames::Frame> frame = frames->next();
+        QMetaObject::invokeMethod(
+            this,
+            [this, frames, frame, decoded] {
+                if (frames != m_frames)
                     return;
                 if (frame)
                     m_next = frame;
                 decoded(frame.has_value());
-            });
+            },
+            Qt::QueuedConnection);
+    });
 }
 
 void LaunchAdPicture::showNext()

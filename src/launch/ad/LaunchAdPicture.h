@@ -3,6 +3,7 @@
 #include "launch/ad/PictureFrames.h"
 
 #include <QObject>
+#include <QThreadPool>
 #include <qqmlregistration.h>
 
 #include <functional>
@@ -10,8 +11,8 @@
 
 class MainQueue;
 
-//! The picture of a launch advertisement, still or moving. Frames are decoded on the thread pool,
-//! the next one while the present one shows. Owned by LaunchAd.
+//! The picture of a launch advertisement, still or moving. Frames are decoded on a thread of its
+//! own, the next one while the present one shows. Owned by LaunchAd.
 class LaunchAdPicture : public QObject
 {
     Q_OBJECT
@@ -43,4 +44,5 @@ private:
     std::shared_ptr<PictureFrames> m_frames;
     std::optional<PictureFrames::Frame> m_next; //!< decoded, not shown yet
     QImage m_frame;
+    QThreadPool m_pool; // the last member: waits for the frame under way
 };

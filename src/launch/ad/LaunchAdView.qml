@@ -30,6 +30,7 @@ FocusScope {
     // On a wide window the launch picture stands in the middle of its own colour.
     Rectangle {
         anchors.fill: parent
+        visible: !picture.visible
         gradient: Gradient {
             GradientStop { position: 0; color: "#5be3a0" }
             GradientStop { position: 1; color: "#25c17a" }
@@ -37,11 +38,13 @@ FocusScope {
     }
     Image {
         anchors.fill: parent
+        visible: !picture.visible // it would shine through what fades
         source: "qrc:/assets/launch_image.png"
         fillMode: view.width > view.height ? Image.PreserveAspectFit : Image.PreserveAspectCrop
     }
 
     LaunchAdPictureView {
+        id: picture
         anchors.fill: parent
         visible: view.showing || view.leaving
         picture: view.launchAd.picture

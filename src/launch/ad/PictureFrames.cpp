@@ -3,6 +3,7 @@
 #include <QList>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -24,22 +25,26 @@ PictureFrames::PictureFrames(const QByteArray &encoded, const QSize &area)
     m_encoded.open(QIODevice::ReadOnly);
     m_reader.setDecideFormatFromContent(true);
     m_reader.setAutoTransform(true);
-    rewind();
 }
 
 void PictureFrames::rewind()
 {
     m_encoded.seek(0);
     m_reader.setDevice(&m_encoded);
-    m_animated = m_reader.supportsAnimation() && m_reader.imageCount() > 1;
+    // Before anything that would have the content parsed.
+    m_trusted = trustedFormats.contains(m_reader.format());
+    m_animated = m_trusted && m_reader.supportsAnimation() && m_reader.imageCount() > 1;
 }
 
 QImage PictureFrames::read()
 {
+    if (!std::exchange(m_begun, true))
+        rewind();
+    if (!m_trusted)
+        return {};
     const QSize size = m_reader.size();
     if (!size.isValid() || std::max(size.width(), size.height()) > maximumSide
-        || qint64(size.width()) * size.height() > maximumPixels
-        || !trustedFormats.contains(m_reader.format()))
+        || qint64(size.width()) * size.height() > maximumPixels)
         return {};
     const QSize covering = size.scaled(m_area, Qt::KeepAspectRatioByExpanding);
     if (m_area.isValid() && covering.width() < size.width())

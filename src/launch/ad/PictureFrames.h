@@ -9,7 +9,7 @@
 #include <optional>
 
 //! Decodes a picture from a server, frame after frame; an animated one begins again after its last
-//! frame. Made for a thread of the pool: one call at a time, from any thread.
+//! frame. next() is made for a thread of the pool: one call at a time, from any thread.
 class PictureFrames
 {
 public:
@@ -32,5 +32,7 @@ private:
     QBuffer m_encoded;
     QSize m_area;
     QImageReader m_reader;
+    bool m_begun = false;
+    bool m_trusted = false;
     bool m_animated = false;
 };

@@ -8,8 +8,11 @@ FocusScope {
 
     required property UserGuideAuthorizationTipView controller
 
+    focus: true
+
     NoticeBox {
         anchors.fill: parent
+        focus: true
         title: screen.controller.title
         refuseText: qsTr("不同意")
         agreeText: qsTr("同意")

@@ -7,6 +7,7 @@ FocusScope {
     id: screen
 
     required property UserGuideViewController controller
+    focus: true
     property real topInset: 0
     property real bottomInset: 0
     property real rightInset: 0

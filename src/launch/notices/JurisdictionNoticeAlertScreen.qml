@@ -8,6 +8,8 @@ FocusScope {
 
     required property JurisdictionNoticeAlertView controller
 
+    focus: true
+
     NoticeBox {
         anchors.fill: parent
         focus: true

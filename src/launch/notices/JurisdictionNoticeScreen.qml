@@ -8,6 +8,8 @@ FocusScope {
 
     required property JurisdictionNoticeView controller
 
+    focus: true
+
     NoticeBox {
         anchors.fill: parent
         focus: true

@@ -8,6 +8,8 @@ FocusScope {
 
     required property UMSXMPrivacyView controller
 
+    focus: true
+
     Accessible.role: Accessible.Dialog
     Accessible.name: controller.title
 
