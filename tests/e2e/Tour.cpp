@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int lifeTimeoutMs = 180'000;
+constexpr int lifeTimeoutMs = 600'000;
 
 void removePicturesOfAnEarlierTour(QDir folder)
 {
