@@ -2,6 +2,7 @@
 
 #include "platform/HTTPQuery.h"
 
+#include <QAbstractNetworkCache>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -42,8 +43,12 @@ QNetworkRequest HTTPSessionManager::request(const QUrl &url) const
     QNetworkRequest request(url);
     request.setTransferTimeout(int(m_timeout.count()));
     const bool usesCache = m_cachePolicy == CachePolicy::ReturnCacheDataElseLoad;
+    const bool isKept
+        = usesCache && m_network->cache() && m_network->cache()->metaData(url).isValid();
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute,
-        usesCache ? QNetworkRequest::PreferCache : QNetworkRequest::AlwaysNetwork);
+        isKept          ? QNetworkRequest::AlwaysCache
+            : usesCache ? QNetworkRequest::PreferNetwork
+                        : QNetworkRequest::AlwaysNetwork);
     request.setAttribute(QNetworkRequest::CacheSaveControlAttribute, usesCache);
     for (const auto &[field, value] : m_headers)
         request.setRawHeader(field, value);
@@ -73,8 +78,8 @@ HTTPTask *HTTPSessionManager::POST(const QString &address, const HTTPParameters 
         std::move(failure));
 }
 
-HTTPTask *HTTPSessionManager::PUT(const QString &address, const QByteArray &body,
-    HTTPSuccess success, HTTPFailure failure) const
+HTTPTask *HTTPSessionManager::PUT(
+    const QString &address, const QByteArray &body, HTTPSuccess success, HTTPFailure failure) const
 {
     QUrl url(address);
     // The transport would write a local file.

@@ -16,7 +16,7 @@ class HTTPSessionManager
 {
 public:
     //! Answers are kept on disk for ReturnCacheDataElseLoad alone: most addresses and bodies hold
-    //! secrets.
+    //! secrets. What is kept answers however old it is.
     enum class CachePolicy { NoCache, ReturnCacheDataElseLoad };
 
     static constexpr qint64 defaultMaximumBodySize = 64 * 1024 * 1024;

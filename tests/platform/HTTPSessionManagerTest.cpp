@@ -62,7 +62,7 @@ struct Ending
     };
 };
 
-const QByteArray good = "HTTP/1.1 200 OK\r\nConnection: close\r\nCache-Control: max-age=60\r\n"
+const QByteArray good = "HTTP/1.1 200 OK\r\nConnection: close\r\n"
                         "Content-Length: 1\r\n\r\nx";
 
 }

@@ -19,15 +19,6 @@ constexpr auto second = 1s;
 // Far more than an advertisement has, far less than a phone has.
 constexpr qint64 maximumBytes = 10 * 1024 * 1024;
 
-// The picture of an address never changes: however old it is, it need not be asked for again.
-QByteArray keptPicture(const QNetworkAccessManager &network, const QString &address)
-{
-    if (!network.cache())
-        return {};
-    const std::unique_ptr<QIODevice> kept(network.cache()->data(QUrl(address)));
-    return kept ? kept->readAll() : QByteArray();
-}
-
 }
 
 LaunchAd::LaunchAd(LaunchAdDelegate *delegate, QNetworkAccessManager *network, MainQueue *mainQueue,
@@ -58,8 +49,6 @@ void LaunchAd::imageAdWithImageAdConfiguration(const LaunchAdConfiguration &conf
         m_configuration = configuration;
     if (address.isEmpty())
         return finish();
-    if (const QByteArray kept = keptPicture(*m_network, address); !kept.isEmpty())
-        return decode(address, kept);
     HTTPSessionManager session(m_network);
     session.setMaximumBodySize(maximumBytes);
     session.setCachePolicy(HTTPSessionManager::CachePolicy::ReturnCacheDataElseLoad);
