@@ -76,7 +76,8 @@ QString TourOptions::usage()
           "Exits 0 only if every step was seen to hold. --only takes the named steps and those "
           "that lead to them.\n"
           "VANT_FONT_SCALE and VANT_SAFE_AREA=top,bottom act as for the client.\n\nSteps:\n"_s;
-    for (const Step &step : Journey().steps())
+    const Journey journey;
+    for (const Step &step : journey.steps())
         text += u"  %1\n"_s.arg(step.name);
     return text;
 }
