@@ -21,11 +21,13 @@ function(vant_room name)
         if(CMAKE_BUILD_TYPE STREQUAL "Debug")
             set(cachegen NO_CACHEGEN)
         endif()
+        string(REPLACE "." "/" module_path ${ROOM_QML_URI})
         file(GLOB qml CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.qml */*.qml)
         qt_add_qml_module(${target}
             URI ${ROOM_QML_URI}
             VERSION 1.0
             RESOURCE_PREFIX /qt/qml
+            OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/${module_path}
             QML_FILES ${qml}
             NO_PLUGIN_OPTIONAL
             ${cachegen})
