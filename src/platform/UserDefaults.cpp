@@ -31,19 +31,32 @@ void UserDefaults::setObject(const QVariant &value, const QString &key)
     const bool isNil = !value.isValid()
         || (value.metaType().id() == QMetaType::QString && value.toString().isNull());
     if (isNil)
-        m_settings.remove(key);
+        removeObjectForKey(key);
     else
-        m_settings.setValue(key, value);
+        store(value, key);
 }
 
 void UserDefaults::setBool(bool value, const QString &key)
 {
-    m_settings.setValue(key, value);
+    store(value, key);
 }
 
 void UserDefaults::removeObjectForKey(const QString &key)
 {
-    m_settings.remove(key);
+    if (m_settings.contains(key))
+        m_settings.remove(key);
+}
+
+// What is there already leaves nothing to write: a write holds up the caller for as long as the
+// disk takes.
+void UserDefaults::store(const QVariant &value, const QString &key)
+{
+    const QVariant present = m_settings.value(key);
+    // From the file, numbers and truth come as texts.
+    const bool isSameText = present.metaType().id() == QMetaType::QString
+        && value.canConvert<QString>() && present.toString() == value.toString();
+    if (present != value && !isSameText)
+        m_settings.setValue(key, value);
 }
 
 bool UserDefaults::synchronize()

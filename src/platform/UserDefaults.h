@@ -29,5 +29,7 @@ public:
     bool synchronize();
 
 private:
+    void store(const QVariant &value, const QString &key);
+
     QSettings m_settings;
 };
