@@ -4,7 +4,7 @@
 #include "web/WebViewJavascriptBridge.h"
 
 #include <QFile>
-#include <QMetaMethod>
+#include <QMetaObject>
 
 using namespace Qt::StringLiterals;
 
@@ -13,9 +13,13 @@ QString PageScripts::bridge()
     QFile file(u":/qt/qml/Vant/Web/bridge.js"_s);
     if (!file.open(QIODevice::ReadOnly))
         qFatal("the bridge script is not part of this program");
-    const int toPage = QMetaMethod::fromSignal(&WebViewJavascriptBridge::toPage).methodIndex();
+    const QMetaObject &shell = WebViewJavascriptBridge::staticMetaObject;
+    const auto index
+        = [&shell](const char *method) { return QString::number(shell.indexOfMethod(method)); };
     return QString::fromUtf8(file.readAll())
-        .replace(u"%TO_PAGE_SIGNAL%"_s, QString::number(toPage));
+        .replace(u"%BEGIN_METHOD%"_s, index("begin(QString,QString)"))
+        .replace(u"%RECEIVE_METHOD%"_s, index("receive(QString,QJsonArray)"))
+        .replace(u"%TO_PAGE_SIGNAL%"_s, index("toPage(QString,QJsonArray)"));
 }
 
 QString PageScripts::postCurrentCookies()

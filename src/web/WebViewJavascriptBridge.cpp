@@ -6,14 +6,10 @@
 
 namespace {
 
-constexpr QLatin1StringView nonceKey("nonce");
-constexpr QLatin1StringView originKey("origin");
-constexpr QLatin1StringView messagesKey("messages");
-constexpr QLatin1StringView handlerNameKey("handlerName");
-constexpr QLatin1StringView dataKey("data");
-constexpr QLatin1StringView callbackIdKey("callbackId");
-constexpr QLatin1StringView responseIdKey("responseId");
-constexpr QLatin1StringView responseDataKey("responseData");
+bool isAnswer(const QJsonArray &message)
+{
+    return message.at(0).isDouble();
+}
 
 }
 
@@ -30,12 +26,10 @@ void WebViewJavascriptBridge::registerHandler(const QString &name, Handler handl
 void WebViewJavascriptBridge::callHandler(
     const QString &name, const QJsonValue &data, Respond response)
 {
-    QJsonObject message {{handlerNameKey, name}, {dataKey, data}};
-    if (response) {
-        m_responses.emplace(++m_calls, std::move(response));
-        message.insert(callbackIdKey, m_calls);
-    }
-    post(message);
+    const int number = response ? ++m_calls : 0;
+    if (response)
+        m_responses.emplace(number, std::move(response));
+    post({name, number}, data);
 }
 
 void WebViewJavascriptBridge::documentGone()
@@ -50,59 +44,70 @@ void WebViewJavascriptBridge::forgetDocument()
     m_responses.clear();
     // The next document numbers its calls from the same start.
     for (qsizetype i = m_outgoing.size() - 1; i >= 0; --i) {
-        if (m_outgoing.at(i).toObject().contains(responseIdKey))
+        if (isAnswer(m_outgoing.at(i).toArray()))
             m_outgoing.removeAt(i);
     }
 }
 
-QJsonObject WebViewJavascriptBridge::receive(const QJsonObject &batch)
+QJsonArray WebViewJavascriptBridge::begin(const QString &nonce, const QString &origin)
 {
-    const QString origin = batch.value(originKey).toString();
-    if (!m_trust(origin)) {
-        qCWarning(lcWeb) << "the bridge does not serve pages of" << origin;
+    if (!m_nonce.isEmpty())
+        forgetDocument();
+    m_nonce = nonce;
+    m_origin = origin;
+    return m_trust(m_origin) ? takeOutgoing() : QJsonArray();
+}
+
+QJsonArray WebViewJavascriptBridge::receive(const QString &nonce, const QJsonArray &messages)
+{
+    if (nonce != m_nonce)
+        return {};
+    if (!m_trust(m_origin)) {
+        qCWarning(lcWeb) << "the bridge does not serve pages of" << m_origin;
         return {};
     }
-    const QString nonce = batch.value(nonceKey).toString();
-    if (nonce != m_nonce) {
-        if (!m_nonce.isEmpty())
-            forgetDocument();
-        m_nonce = nonce;
-    }
     m_receiving = true;
-    for (const QJsonValue &message : batch.value(messagesKey).toArray())
-        handle(message.toObject());
+    for (const QJsonValue &value : messages) {
+        const QJsonArray message = value.toArray();
+        if (isAnswer(message))
+            takeAnswer(message);
+        else
+            takeCall(message);
+    }
     m_receiving = false;
     return takeOutgoing();
 }
 
-void WebViewJavascriptBridge::handle(const QJsonObject &message)
+void WebViewJavascriptBridge::takeAnswer(const QJsonArray &answer)
 {
-    if (message.contains(responseIdKey)) {
-        const auto found = m_responses.find(message.value(responseIdKey).toInt());
-        if (found == m_responses.end())
-            return;
-        const Respond response = std::move(found->second);
-        m_responses.erase(found);
-        response(message.value(responseDataKey));
+    const auto found = m_responses.find(answer.at(0).toInt());
+    if (found == m_responses.end())
         return;
-    }
-    const QString name = message.value(handlerNameKey).toString();
+    const Respond response = std::move(found->second);
+    m_responses.erase(found);
+    response(answer.at(1));
+}
+
+void WebViewJavascriptBridge::takeCall(const QJsonArray &call)
+{
+    const QString name = call.at(0).toString();
     const auto handler = m_handlers.constFind(name);
     if (handler == m_handlers.cend()) {
         qCWarning(lcWeb) << "a page called an unknown handler:" << name.left(64);
         return;
     }
-    const QJsonValue callbackId = message.value(callbackIdKey);
-    (*handler)(message.value(dataKey),
-        [self = QPointer(this), callbackId, nonce = m_nonce](const QJsonValue &responseData) {
-            if (!self || callbackId.isUndefined() || nonce != self->m_nonce)
-                return;
-            self->post({{responseIdKey, callbackId}, {responseDataKey, responseData}});
+    const int number = call.at(1).toInt();
+    (*handler)(call.at(2),
+        [self = QPointer(this), number, nonce = m_nonce](const QJsonValue &responseData) {
+            if (self && number != 0 && nonce == self->m_nonce)
+                self->post({number}, responseData);
         });
 }
 
-void WebViewJavascriptBridge::post(const QJsonObject &message)
+void WebViewJavascriptBridge::post(QJsonArray message, const QJsonValue &data)
 {
+    if (!data.isUndefined())
+        message.append(data);
     m_outgoing.append(message);
     if (m_receiving || m_nonce.isEmpty() || std::exchange(m_flushScheduled, true))
         return;
@@ -110,13 +115,13 @@ void WebViewJavascriptBridge::post(const QJsonObject &message)
         this,
         [this] {
             m_flushScheduled = false;
-            if (!m_nonce.isEmpty() && !m_outgoing.isEmpty())
-                Q_EMIT toPage(takeOutgoing());
+            if (!m_nonce.isEmpty() && !m_outgoing.isEmpty() && m_trust(m_origin))
+                Q_EMIT toPage(m_nonce, takeOutgoing());
         },
         Qt::QueuedConnection);
 }
 
-QJsonObject WebViewJavascriptBridge::takeOutgoing()
+QJsonArray WebViewJavascriptBridge::takeOutgoing()
 {
-    return {{nonceKey, m_nonce}, {messagesKey, std::exchange(m_outgoing, {})}};
+    return std::exchange(m_outgoing, {});
 }

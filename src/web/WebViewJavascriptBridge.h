@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QJsonArray>
-#include <QJsonObject>
 #include <QJsonValue>
 #include <QObject>
 
@@ -34,25 +33,29 @@ public:
     //! The document has gone without a successor yet: calls wait from now on.
     void documentGone();
 
-    //! Takes the messages of a document and returns what is ready for it at once. For the page
-    //! only.
-    Q_INVOKABLE QJsonObject receive(const QJsonObject &batch);
+    // For the page only. A document is known by its nonce; messages are as in bridge.js.
+    //! A new document takes the view, and says of which origin it is; returns what waits for it.
+    Q_INVOKABLE QJsonArray begin(const QString &nonce, const QString &origin);
+    //! Takes messages of the document and returns what is ready for it at once.
+    Q_INVOKABLE QJsonArray receive(const QString &nonce, const QJsonArray &messages);
 
 Q_SIGNALS:
     //! Messages for the page. For the page only.
-    void toPage(const QJsonObject &batch);
+    void toPage(const QString &nonce, const QJsonArray &messages);
 
 private:
     void forgetDocument();
-    void handle(const QJsonObject &message);
-    void post(const QJsonObject &message);
-    QJsonObject takeOutgoing();
+    void takeAnswer(const QJsonArray &answer);
+    void takeCall(const QJsonArray &call);
+    void post(QJsonArray message, const QJsonValue &data);
+    QJsonArray takeOutgoing();
 
     Trust m_trust;
     QHash<QString, Handler> m_handlers;
     std::unordered_map<int, Respond> m_responses;
     int m_calls = 0;
     QString m_nonce; // of the document that the view shows; empty: none yet
+    QString m_origin;
     QJsonArray m_outgoing;
     bool m_receiving = false;
     bool m_flushScheduled = false;

@@ -1,31 +1,34 @@
-// The page's side of the bridge, run before any script of the page. Calls of one task travel as one message, and so do
+// The page's side of the bridge, run before any script of the page. Calls of one task travel as one batch, and so do
 // their answers. Every document has a nonce of its own: what was meant for an earlier document is dropped here.
+// A call is [name, number or 0, data], where the number asks for an answer; an answer is [number, data]. Data that is
+// absent is left out.
 (() => {
     const transport = window.qt && window.qt.webChannelTransport;
     if (!transport || window.WebViewJavascriptBridge)
         return;
     const INVOKE_METHOD = 6, CONNECT_TO_SIGNAL = 7, SIGNAL = 1, RESPONSE = 10;
-    const TO_PAGE = %TO_PAGE_SIGNAL%;
+    const BEGIN = %BEGIN_METHOD%, RECEIVE = %RECEIVE_METHOD%, TO_PAGE = %TO_PAGE_SIGNAL%;
     const { parse, stringify } = JSON;
 
-    const nonce = Array.from(crypto.getRandomValues(new Uint32Array(4)), n => n.toString(36)).join('');
-    const head = `{"type":${INVOKE_METHOD},"object":"shell","method":"receive","args":[{"nonce":"${nonce}",`
-        + `"origin":${stringify(location.origin)},"messages":[`;
+    const nonce = Array.from(crypto.getRandomValues(new Uint32Array(2)), n => n.toString(36)).join('.');
+    const invoke = (method, argument) => transport.send(`{"type":${INVOKE_METHOD},"object":"shell","id":"${nonce}",`
+        + `"method":${method},"args":["${nonce}",${argument}]}`);
 
     const handlers = new Map();
     const callbacks = new Map();
     let outgoing = [];
-    let batches = 0;
     let calls = 0;
 
     const flush = () => {
         const messages = outgoing.join(',');
         outgoing = [];
-        transport.send(`${head}${messages}]}],"id":"${nonce}:${++batches}"}`);
+        invoke(RECEIVE, `[${messages}]`);
     };
 
     // Written out at once: what cannot be written fails in the caller's hands, and alone.
-    const post = message => {
+    const post = (message, data) => {
+        if (data !== undefined)
+            message.push(data);
         if (outgoing.push(stringify(message)) === 1)
             queueMicrotask(flush);
     };
@@ -33,43 +36,41 @@
     const callHandler = (handlerName, data, respond) => {
         if (respond === undefined && typeof data === 'function')
             [data, respond] = [undefined, data];
-        const message = { handlerName, data };
-        if (respond) {
-            message.callbackId = ++calls;
-            callbacks.set(message.callbackId, respond);
-        }
+        const number = respond ? ++calls : 0;
+        if (respond)
+            callbacks.set(number, respond);
         try {
-            post(message);
+            post([`${handlerName}`, number], data);
         } catch (error) {
-            callbacks.delete(message.callbackId);
+            callbacks.delete(number);
             throw error;
         }
     };
 
-    const deliver = message => {
-        if (message.responseId !== undefined) {
-            const callback = callbacks.get(message.responseId);
-            callbacks.delete(message.responseId);
-            callback?.(message.responseData);
-            return;
-        }
-        const handler = handlers.get(message.handlerName);
-        if (!handler) {
-            console.warn(`no page handler for ${message.handlerName}`);
-            return;
-        }
-        const { callbackId } = message;
-        handler(message.data, callbackId === undefined
-            ? () => {}
-            : responseData => post({ responseId: callbackId, responseData }));
+    const takeAnswer = (number, data) => {
+        const callback = callbacks.get(number);
+        callbacks.delete(number);
+        callback?.(data);
     };
 
-    const receive = batch => {
-        if (!batch || batch.nonce !== nonce)
+    const takeCall = (handlerName, number, data) => {
+        const handler = handlers.get(handlerName);
+        if (!handler) {
+            console.warn(`no page handler for ${handlerName}`);
             return;
-        for (const message of batch.messages) {
+        }
+        handler(data, number ? responseData => post([number], responseData) : () => {});
+    };
+
+    const receive = (document, messages) => {
+        if (document !== nonce || !messages)
+            return;
+        for (const message of messages) {
             try {
-                deliver(message);
+                if (typeof message[0] === 'number')
+                    takeAnswer(...message);
+                else
+                    takeCall(...message);
             } catch (error) {
                 reportError(error);
             }
@@ -79,9 +80,9 @@
     const onmessage = ({ data }) => {
         const message = parse(data);
         if (message.type === RESPONSE)
-            receive(message.data);
+            receive(message.id, message.data);
         else if (message.type === SIGNAL)
-            receive(message.args[0]);
+            receive(...message.args);
     };
     // The engine delivers to whatever stands there. The transport itself stays in here: what a page sends must come
     // by way of post(), which tells its origin truly.
@@ -129,5 +130,5 @@
     });
 
     transport.send(stringify({ type: CONNECT_TO_SIGNAL, object: 'shell', signal: TO_PAGE }));
-    flush();
+    invoke(BEGIN, stringify(location.origin));
 })();
