@@ -114,6 +114,11 @@ STHomeViewController *AppDelegate::homeNavViewController()
     return m_homeViewController.get();
 }
 
+void AppDelegate::prepareHome()
+{
+    m_environment.shell->navigator()->prepare(u"HomeScreen"_s, homeNavViewController());
+}
+
 SchoolLoginViewController *AppDelegate::loginVC()
 {
     if (!m_loginVC)
@@ -160,6 +165,8 @@ void AppDelegate::switchToHome(Version version)
         if (version == Version::Marked)
             m_environment.loginModel->setIsNotBeforeVersion(true);
     });
+    // The delay is there, so the view is made in it.
+    m_environment.mainQueue->after(0ms, this, [this] { prepareHome(); });
 }
 
 void AppDelegate::switchToLogin()

@@ -67,6 +67,9 @@ public:
     bool continueUserActivity(const QUrl &universalLink);
 
     STHomeViewController *homeNavViewController();
+    //! Makes the home container's view hidden in advance, which holds up the main thread for a
+    //! while.
+    void prepareHome();
     NavigationController *loginViewController();
     SchoolLoginViewController *loginVC();
 

@@ -9,8 +9,6 @@ Window {
     required property Shell shell
     required property LaunchAd launchAd
 
-    width: 390
-    height: 844
     minimumWidth: 320
     minimumHeight: 480
     color: "white"
@@ -19,13 +17,17 @@ Window {
         id: rootView
         anchors.fill: parent
         shell: window.shell
-        enabled: !ad.visible
+        enabled: !ad.active
     }
-    LaunchAdView {
+    Loader {
         id: ad
         anchors.fill: parent
-        launchAd: window.launchAd
-        safeArea: window.shell.safeArea
-        onVisibleChanged: if (!visible) rootView.takeFocus()
+        active: window.launchAd.isShowing
+        focus: active
+        sourceComponent: LaunchAdView {
+            launchAd: window.launchAd
+            safeArea: window.shell.safeArea
+        }
+        onActiveChanged: if (!active) rootView.takeFocus()
     }
 }

@@ -23,6 +23,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+//! Of the window on a desktop, in points.
+constexpr QSize windowSize {390, 844};
 const QString desktopEntry = QStringLiteral("vant-student");
 const QString studentBundle = QStringLiteral("cn.vant.student");
 const QString patriarchBundle = QStringLiteral("cn.vant.patriarch");
@@ -151,6 +153,7 @@ StudentApplication::StudentApplication(const DeploymentConfiguration &configurat
               .windowPixels = [this] { return windowPixels(); },
           },
           {[this] { return makeLogin(); }, [this] { return makeHome(); }})
+    , m_inputPause(&m_mainQueue)
 {
     m_network.setCookieJar(&m_cookieStorage);
     // The network would take it over.
@@ -178,10 +181,14 @@ void StudentApplication::start(const std::optional<QVariantMap> &launchNotificat
 {
     m_studentIdentifier.prepare();
     m_patriarchIdentifier.prepare();
+    // What these ask the platform is answered while the window is made.
+    m_launch.splashAd()->setupXHLaunchAd();
+    m_delegate.didFinishLaunchingWithOptions(launchNotification);
     // Later versions of the toolkit look there by themselves.
     m_engine.addImportPath(u"qrc:/qt/qml"_s);
     m_engine.setInitialProperties(
         {{u"shell"_s, QVariant::fromValue(&m_shell)}, {u"title"_s, m_configuration.app.displayName},
+            {u"width"_s, windowSize.width()}, {u"height"_s, windowSize.height()},
             {u"launchAd"_s, QVariant::fromValue(m_launch.splashAd()->launchAd())}});
     m_engine.load(QUrl(u"qrc:/qt/qml/Vant/App/Main.qml"_s));
     if (m_engine.rootObjects().isEmpty())
@@ -193,29 +200,24 @@ void StudentApplication::start(const std::optional<QVariantMap> &launchNotificat
             if (state == Qt::ApplicationActive)
                 m_delegate.applicationDidBecomeActive();
         });
-    warmWebEngineWhenIdle();
-    m_delegate.didFinishLaunchingWithOptions(launchNotification);
-    m_launch.splashAd()->setupXHLaunchAd();
+    prepareHomeInPause();
     m_window->show();
 }
 
 // A phone's window takes the whole screen as soon as it is shown.
 QSize StudentApplication::windowPixels() const
 {
-    const QSize screen = m_window->screen()->size();
-    const QSize points = screen.height() > screen.width() ? screen : m_window->size();
-    return points * m_window->devicePixelRatio();
+    const QScreen *screen = qGuiApp->primaryScreen();
+    const bool isPhone = screen->size().height() > screen->size().width();
+    return (isPhone ? screen->size() : windowSize) * screen->devicePixelRatio();
 }
 
-// Making the engine's profile and view takes the main thread for a while, which nobody notices
-// after the first frame.
-void StudentApplication::warmWebEngineWhenIdle()
+// Who signs in shall find the web engine running, and who types shall not wait for it to start.
+void StudentApplication::prepareHomeInPause()
 {
     connect(
         m_window, &QQuickWindow::frameSwapped, this,
-        [this] {
-            m_shell.navigator()->prepare(u"HomeScreen"_s, m_delegate.homeNavViewController());
-        },
+        [this] { m_inputPause.await([this] { m_delegate.prepareHome(); }); },
         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
 }
 

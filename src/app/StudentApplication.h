@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "app/InputPause.h"
 #include "app/ProfilePaths.h"
 #include "app/StudentPageServices.h"
 #include "launch/LaunchStage.h"
@@ -66,7 +67,7 @@ private:
     void chooseFromAlbum(const ScanEnvironment::AlbumAnswer &answer);
     QSize windowPixels() const;
     void registerScreens();
-    void warmWebEngineWhenIdle();
+    void prepareHomeInPause();
     void activate();
 
     DeploymentConfiguration m_configuration;
@@ -108,6 +109,7 @@ private:
     std::unique_ptr<WebPageProfile> m_homeProfile;
     LaunchStage m_launch;
     AppDelegate m_delegate;
+    InputPause m_inputPause;
 
     // The last member: views go before what they show.
     QQmlApplicationEngine m_engine;

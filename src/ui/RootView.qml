@@ -16,6 +16,15 @@ Item {
 
     onTopmostChanged: takeFocus()
 
+    //! Made when it is first wanted: the first screen does not wait for it.
+    component Overlay: Loader {
+        property bool wanted: false
+
+        anchors.fill: parent
+        active: false
+        onWantedChanged: if (wanted) active = true
+    }
+
     //! For what takes the keys, after something else in the window had them.
     function takeFocus() { topmost.forceActiveFocus() }
 
@@ -46,20 +55,34 @@ Item {
         }
     }
 
-    AlertDialogView { id: dialog; anchors.fill: parent; alertView: root.shell.alertView }
-    AlertNoticeView {
+    Overlay {
+        id: dialog
+        wanted: root.shell.alertView.visible && !root.shell.alertView.fullScreen
+        sourceComponent: AlertDialogView { focus: true; alertView: root.shell.alertView }
+    }
+    Overlay {
         id: notice
-        anchors.fill: parent
-        alertView: root.shell.alertView
-        topInset: root.safeArea.top
-        bottomInset: root.safeArea.bottom
+        wanted: root.shell.alertView.visible && root.shell.alertView.fullScreen
+        sourceComponent: AlertNoticeView {
+            focus: true
+            alertView: root.shell.alertView
+            topInset: root.safeArea.top
+            bottomInset: root.safeArea.bottom
+        }
     }
-    ActionSheetView {
+    Overlay {
         id: sheet
-        anchors.fill: parent
-        actionSheet: root.shell.actionSheet
-        bottomInset: root.safeArea.bottom
+        wanted: root.shell.actionSheet.visible
+        sourceComponent: ActionSheetView {
+            focus: true
+            actionSheet: root.shell.actionSheet
+            bottomInset: root.safeArea.bottom
+        }
     }
-    ProgressHUDView { id: hud; anchors.fill: parent; progressHUD: root.shell.progressHUD }
+    Overlay {
+        id: hud
+        wanted: root.shell.progressHUD.visible
+        sourceComponent: ProgressHUDView { focus: true; progressHUD: root.shell.progressHUD }
+    }
     ToastView { anchors.fill: parent; toast: root.shell.toast }
 }

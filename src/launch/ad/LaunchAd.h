@@ -21,6 +21,7 @@ class LaunchAd : public QObject
     QML_ELEMENT
     QML_UNCREATABLE("Advertisements are made in C++.")
     Q_PROPERTY(Phase phase READ phase NOTIFY phaseChanged)
+    Q_PROPERTY(bool isShowing READ isShowing NOTIFY phaseChanged)
     Q_PROPERTY(QString skipText READ skipText NOTIFY skipTextChanged)
     Q_PROPERTY(LaunchAdPicture *picture READ picture CONSTANT)
     Q_PROPERTY(int finishAnimateMs READ finishAnimateMs NOTIFY phaseChanged)

@@ -12,7 +12,7 @@ FocusScope {
     readonly property bool showing: launchAd.phase === LaunchAd.Showing
     readonly property bool leaving: launchAd.phase === LaunchAd.Leaving
 
-    visible: showing || leaving || launchAd.phase === LaunchAd.Waiting
+    visible: launchAd.isShowing
     focus: visible
     Accessible.role: Accessible.Pane
     Accessible.name: qsTr("启动画面")
@@ -40,6 +40,7 @@ FocusScope {
         anchors.fill: parent
         visible: !picture.visible // it would shine through what fades
         source: "qrc:/assets/launch_image.png"
+        cache: false // shown once
         fillMode: view.width > view.height ? Image.PreserveAspectFit : Image.PreserveAspectCrop
     }
 
