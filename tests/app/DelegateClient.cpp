@@ -4,31 +4,13 @@ using namespace Qt::StringLiterals;
 
 DelegateClient::DelegateClient(const DeploymentConfiguration &configuration)
     : configuration(configuration)
-    , session(configuration.hosts)
-    , album(session.net.folder.filePath(u"album"_s))
+    , stage(configuration.hosts, &delegate)
     , pushClient({.broker = {},
                      .extraCaFile = {},
                      .storeFile = session.net.folder.filePath(u"push.ini"_s)},
           &mainQueue, &desktopNotifications, &badge)
     , pushRegistration(&pushClient, configuration.push, &session.net.loginModel,
           &session.net.defaults, &notifications)
-    , shell(session.mainQueue)
-    , pageHost(&shell, session.net.folder.path())
-    , slicingUpload({
-          .network = &session.net.network,
-          .reachability = &reachability,
-          .photoLibrary = &album,
-          .shell = &shell,
-          .backGroundlogin =
-              [this](const UploadEnvironment::LoggedIn &success) {
-                  delegate.backGroundloginInWithRefresh(false, success);
-              },
-          .albumFolder = {},
-          .libraryPath = session.net.folder.path(),
-          .exportFolder = session.net.folder.filePath(u"exports"_s),
-      })
-    , profile(u"home"_s, session.net.folder.filePath(u"web"_s), u"VANT-IOS iphone"_s,
-          session.net.cookies, WebCookieStore::Direction::Both)
     , launch({
           .configuration = configuration,
           .shell = &shell,
@@ -39,7 +21,7 @@ DelegateClient::DelegateClient(const DeploymentConfiguration &configuration)
           .notifications = &notifications,
           .loginModel = &session.net.loginModel,
           .ssoCookies = &session.cookies,
-          .urlOpener = &urlOpener,
+          .urlOpener = &stage.urlOpener,
           .shareSDK = &shareSDK,
           .screenPixels = {},
           .openOutLinkPage = {},
@@ -58,12 +40,13 @@ DelegateClient::DelegateClient(const DeploymentConfiguration &configuration)
               .pushRegistration = &pushRegistration,
               .locationManager = &locationManager,
               .shareSDK = &shareSDK,
-              .wxApi = &wxApi,
+              .wxApi = &stage.wxApi,
               .badge = &badge,
               .launch = &launch,
               .windowPixels = [] { return QSize(390, 844); },
           },
-          {[this] { return makeLogin(); }, [this] { return makeHome(); }})
+          {[this] { return makeLogin(); },
+              [this] { return std::make_unique<STHomeViewController>(stage.environment()); }})
 {
     // Without a window no view is made; the names must be known all the same.
     for (const auto &name : {u"LoginScreen"_s, u"HomeScreen"_s})
@@ -79,38 +62,13 @@ std::unique_ptr<SchoolLoginViewController> DelegateClient::makeLogin()
         .network = &session.net.network,
         .notifications = &notifications,
         .pushBinding = &session.binding,
-        .reachability = &reachability,
+        .reachability = &stage.reachability,
         .requests = &session.net.requests,
         .shell = &shell,
         .ssoCookies = &session.cookies,
-        .wxApi = &wxApi,
+        .wxApi = &stage.wxApi,
         .displayName = configuration.app.displayName,
         .isPatriarch = false,
         .launchAdShowing = [this] { return launch.splashAd()->isShowing(); },
-    });
-}
-
-std::unique_ptr<STHomeViewController> DelegateClient::makeHome()
-{
-    return std::make_unique<STHomeViewController>(HomeEnvironment {
-        .configuration = configuration,
-        .delegate = &delegate,
-        .profile = &profile,
-        .loginModel = &session.net.loginModel,
-        .defaults = &session.net.defaults,
-        .deviceIdentifier = &session.net.student,
-        .cookieStorage = session.net.cookies,
-        .ssoCookies = &session.cookies,
-        .notifications = &notifications,
-        .mainQueue = &session.mainQueue,
-        .reachability = &reachability,
-        .network = &session.net.network,
-        .urlOpener = &urlOpener,
-        .photoLibrary = &album,
-        .wxApi = &wxApi,
-        .services = &pageServices,
-        .pageHost = &pageHost,
-        .slicingUpload = &slicingUpload,
-        .shell = &shell,
     });
 }

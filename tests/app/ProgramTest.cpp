@@ -90,10 +90,8 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("arguments"); //!< "@": the test's folder
         QTest::addColumn<QString>("problem"); //!< how the line goes on after the program's name
         const QString profile = u"--profile=@/profile"_s;
-        QTest::newRow("option") << QStringList {u"--colour"_s} << QString();
         QTest::newRow("push") << QStringList {u"--push"_s, u"[]"_s} << u"--push: "_s;
         QTest::newRow("no URL") << QStringList {u"somewhere"_s} << u"not a URL: somewhere"_s;
-        QTest::newRow("two URLs") << QStringList {u"wx1://a"_s, u"wx1://b"_s} << QString();
         QTest::newRow("no file") << QStringList {profile, u"--config=@/none.toml"_s}
                                  << u"@/none.toml: "_s;
         QTest::newRow("key") << QStringList {profile, u"--config=@/school.toml"_s}
@@ -111,33 +109,6 @@ private Q_SLOTS:
         write(u"tls.toml"_s, "[tls]\nextra_ca_file = \"" + path(u"none.pem"_s).toUtf8() + "\"\n");
         start(arguments.replaceInStrings(u"@"_s, m_folder->path()));
         verifyRefusal(problem.replace(u"@"_s, m_folder->path()));
-    }
-
-    void saysWhyThePlatformDoesNotStart_data()
-    {
-        QTest::addColumn<QByteArray>("script"); //!< null: there is no such program
-        QTest::addColumn<QString>("problem");
-        QTest::newRow("missing") << QByteArray() << u"@ does not start: "_s;
-        QTest::newRow("ends at once")
-            << "#!/bin/sh\nexit 3\n"_ba << u"@ does not start: it ended with code 3\n"_s;
-        QTest::newRow("says something else")
-            << "#!/bin/sh\necho hello\nexec sleep 60\n"_ba << u"at \"hello\" does not answer: "_s;
-    }
-
-    void saysWhyThePlatformDoesNotStart()
-    {
-        QFETCH(const QByteArray, script);
-        QFETCH(QString, problem);
-        const QString platform = path(u"platform"_s);
-        if (!script.isNull()) {
-            write(u"platform"_s, script);
-            QFile::setPermissions(platform, QFile::ReadOwner | QFile::ExeOwner);
-        }
-        QProcessEnvironment environment = m_program->processEnvironment();
-        environment.insert(u"VANT_SANDBOX"_s, platform);
-        m_program->setProcessEnvironment(environment);
-        start({u"--sandbox"_s, u"--profile"_s, path(u"profile"_s)});
-        verifyRefusal(u"the school platform "_s + problem.replace(u"@"_s, platform));
     }
 
     void aSecondStartHandsOverAndThePlatformEndsWithTheFirst_data()

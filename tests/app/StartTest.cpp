@@ -1,10 +1,16 @@
-#include "app/CommandLine.h"
 #include "app/ConfigurationFile.h"
 #include "app/ProfilePaths.h"
+#include "app/RunningInstance.h"
+#include "support/Patience.h"
 
 #include <QDir>
+#include <QLocalSocket>
+#include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -21,16 +27,130 @@ QStringList statePaths(const ProfilePaths &paths)
 
 }
 
-//! What a start goes by: command line, configuration and profile. What the command line refuses is
-//! seen at the program itself.
+//! What a start goes by: configuration, profile, and the client that runs already. The command line
+//! is seen at the program itself.
 class StartTest : public QObject
 {
     Q_OBJECT
 
 private:
     QTemporaryDir m_home;
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<RunningInstance> m_first;
+    QList<QVariantMap> m_pushes;
+    QList<QUrl> m_urls;
+    int m_activations = 0;
+
+    QString socketPath() const { return m_folder->filePath(u"socket"_s); }
+
+    void startFirst()
+    {
+        m_first.reset();
+        m_first = std::make_unique<RunningInstance>(socketPath());
+        connect(m_first.get(), &RunningInstance::pushReceived, this,
+            [this](const QVariantMap &userInfo) { m_pushes << userInfo; });
+        connect(m_first.get(), &RunningInstance::urlReceived, this,
+            [this](const QUrl &url) { m_urls << url; });
+        connect(m_first.get(), &RunningInstance::activated, this, [this] { ++m_activations; });
+        QVERIFY(!m_first->handOver({}, {}));
+        m_first->answer();
+    }
 
 private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_pushes.clear();
+        m_urls.clear();
+        m_activations = 0;
+        startFirst();
+    }
+
+    void handsOverWhatItWasStartedWith()
+    {
+        const QVariantMap push {
+            {u"payload"_s, u"https://p/?a=\n\"学\""_s}, {u"aps"_s, QVariantMap {{u"badge"_s, 1}}}};
+        const QUrl url = QUrl::fromEncoded("wx1://oauth?code=a%26b%20c&state=%E5%AD%A6#f");
+        QVERIFY(RunningInstance(socketPath()).handOver(push, url));
+        QVERIFY(RunningInstance(socketPath()).handOver(QVariantMap(), {}));
+        TRY_COMPARE(m_activations, 2);
+        QCOMPARE(m_pushes, (QList<QVariantMap> {push, {}}));
+        QCOMPARE(m_urls, QList {url});
+    }
+
+    void whatComesBeforeItAnswersWaits()
+    {
+        RunningInstance early(m_folder->filePath(u"early"_s));
+        QVERIFY(!early.handOver({}, {}));
+        QSignalSpy urls(&early, &RunningInstance::urlReceived);
+        const QUrl url(u"wx1://oauth"_s);
+        QVERIFY(RunningInstance(m_folder->filePath(u"early"_s)).handOver({}, url));
+        // As while the start waits for something else.
+        QTest::qWait(0);
+        early.answer();
+        TRY_COMPARE(urls.size(), 1);
+        QCOMPARE(urls[0][0].toUrl(), url);
+    }
+
+    void takesOverFromOneThatWasKilled()
+    {
+        m_first.reset();
+        sockaddr_un address {};
+        address.sun_family = AF_UNIX;
+        qstrncpy(address.sun_path, socketPath().toUtf8().constData(), sizeof address.sun_path);
+        const int left = ::socket(AF_UNIX, SOCK_STREAM, 0);
+        QCOMPARE(::bind(left, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
+        ::close(left);
+        QVERIFY(QFile::exists(socketPath()));
+
+        startFirst();
+        QVERIFY(RunningInstance(socketPath()).handOver({}, QUrl(u"wx1://a"_s)));
+        TRY_COMPARE(m_urls.size(), 1);
+        const auto others
+            = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+        QCOMPARE(QFile::permissions(socketPath()) & others, QFile::Permissions());
+    }
+
+    void takesItsMessagesAndNoGarbage_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<bool>("taken");
+        QTest::newRow("a message, byte by byte") << R"({"url": "wx1://a"})"_ba + '\n' << true;
+        QTest::newRow("not JSON") << "GET / HTTP/1.1\r\n\r\n"_ba << false;
+        QTest::newRow("wrong types") << R"({"push": "x", "url": {"a": 1}})"_ba + '\n' << false;
+        QTest::newRow("no URL") << R"({"url": "http://a b/"})"_ba + '\n' << false;
+        QTest::newRow("no end") << R"({"url": "wx1://a"})"_ba << false;
+    }
+
+    void takesItsMessagesAndNoGarbage()
+    {
+        QFETCH(const QByteArray, bytes);
+        QFETCH(const bool, taken);
+        QLocalSocket socket;
+        socket.connectToServer(socketPath());
+        QVERIFY(socket.waitForConnected());
+        for (const char byte : bytes) {
+            if (socket.write(&byte, 1) == 1)
+                socket.waitForBytesWritten(100);
+            QCoreApplication::processEvents();
+        }
+        socket.disconnectFromServer();
+        TRY_COMPARE(m_urls.size(), taken ? 1 : 0);
+        QVERIFY(RunningInstance(socketPath()).handOver({}, QUrl(u"wx1://good"_s)));
+        TRY_VERIFY(m_urls.contains(QUrl(u"wx1://good"_s)));
+        QCOMPARE(m_urls.size(), taken ? 2 : 1);
+        QCOMPARE(m_pushes, {});
+    }
+
+    void takesNoMessageWithoutEnd()
+    {
+        QLocalSocket socket;
+        socket.connectToServer(socketPath());
+        QVERIFY(socket.waitForConnected());
+        socket.write(QByteArray(1'000'000, 'x'));
+        TRY_COMPARE(socket.state(), QLocalSocket::UnconnectedState);
+    }
+
     void initTestCase()
     {
         for (const char *folder :
@@ -61,22 +181,6 @@ private Q_SLOTS:
             QCOMPARE(ProfilePaths(m_home.filePath(spelling)).instanceSocket, plain.instanceSocket);
     }
 
-    void takesEveryOption()
-    {
-        const auto parsed = CommandLine::parse({u"--config"_s, u"a b.toml"_s,
-            u"wx1://oauth?code=c%20d&state=s"_s, u"--profile=/p"_s, u"--sandbox"_s,
-            u"--camera-feed"_s, u"f.png"_s, u"--push"_s, u"{\"payload\": \"学\", \"n\": 5}"_s});
-        const auto *line = std::get_if<CommandLine>(&parsed);
-        QVERIFY(line && line->sandbox && !line->version);
-        QCOMPARE(line->configFile, u"a b.toml"_s);
-        QCOMPARE(line->profile, u"/p"_s);
-        QCOMPARE(line->cameraFeed, u"f.png"_s);
-        QCOMPARE(line->push, (QVariantMap {{u"payload"_s, u"学"_s}, {u"n"_s, 5}}));
-        QCOMPARE(line->url.toEncoded(), "wx1://oauth?code=c%20d&state=s");
-    }
-
-    void readsEveryKey();
-
     void saysWhereItIsWrong_data()
     {
         QTest::addColumn<QByteArray>("text");
@@ -85,10 +189,7 @@ private Q_SLOTS:
             QTest::newRow(name) << text << problem;
         };
         row("section", "[hosts]\n[host]\nrb = 1", u"2: there is no section [host]"_s);
-        row("section that is a value", "hosts = 5", u"1: there is no section [hosts]"_s);
-        row("list of sections", "\n\n[[hosts]]", u"3: there is no section [hosts]"_s);
         row("key", "# c\n[hosts]\nrB = \"http://rb/\"", u"3: there is no key hosts.rB"_s);
-        row("number", "[app]\nbuild = 120", u"2: app.build: a text in quotes is wanted"_s);
         row("boolean", "[app]\npatriarch = \"true\"", u"2: app.patriarch: true or false"_s);
         row("screen", "[app]\nlogin_screen = \"newest\"",
             u"2: app.login_screen: one of these is wanted: current, older"_s);
@@ -98,7 +199,6 @@ private Q_SLOTS:
         row("origin", "[bridge]\ntrusted_origins = [\n\"https://a\",\n\"a.example\"]",
             u"2: bridge.trusted_origins: a list of origins"_s);
         row("syntax", "[app]\nbuild = \"1\"\npatriarch = maybe", u"3: "_s);
-        row("not UTF-8", "[app]\nbuild = \"\xff\"", u"2: "_s);
     }
 
     void saysWhereItIsWrong()
@@ -112,62 +212,6 @@ private Q_SLOTS:
         QVERIFY2(said->size() > 16 && !said->contains(u'\n'), qPrintable(*said));
     }
 };
-
-void StartTest::readsEveryKey()
-{
-    const auto read = ConfigurationFile::parse(R"(
-[hosts]
-regions = "http://regions:1/"
-rb = "http://rb:2/"
-public = "http://public:3/"
-base = "http://base:4/"
-portal = "http://portal:5/"
-official = "http://official:6/"
-content = "https://content/path/"
-[app]
-build = "120"
-display_name = "成长平台二"
-login_screen = "older"
-patriarch = true
-[service]
-customer_service_account = "800012345"
-[push]
-broker = "mqtts://broker:8883"
-app_id = "push id"
-app_key = "push key"
-app_secret = "push secret"
-[location]
-map_key = "map key"
-regeocode_url = "https://map/regeo"
-[wechat]
-app_id = "wx1"
-universal_link = "https://link/"
-authorise_url = "https://wx/authorise"
-[qq]
-app_id = "qq1"
-app_key = "qq key"
-share_url = "https://qq/share"
-[tls]
-extra_ca_file = "/etc/school.pem"
-[bridge]
-trusted_origins = ["https://a.example", "http://b.example:81"]
-)",
-        u"school.toml"_s);
-    DeploymentConfiguration expected;
-    expected.hosts
-        = {u"http://regions:1/"_s, u"http://rb:2/"_s, u"http://public:3/"_s, u"http://base:4/"_s,
-            u"http://portal:5/"_s, u"http://official:6/"_s, u"https://content/path/"_s};
-    expected.app = {u"120"_s, u"成长平台二"_s, u"older"_s, true};
-    expected.customerServiceAccount = u"800012345"_s;
-    expected.push = {u"mqtts://broker:8883"_s, u"push id"_s, u"push key"_s, u"push secret"_s};
-    expected.location = {u"map key"_s, u"https://map/regeo"_s};
-    expected.wechat = {u"wx1"_s, u"https://link/"_s, u"https://wx/authorise"_s};
-    expected.qq = {u"qq1"_s, u"qq key"_s, u"https://qq/share"_s};
-    expected.extraCaFile = u"/etc/school.pem"_s;
-    expected.trustedOrigins = {u"https://a.example"_s, u"http://b.example:81"_s};
-    QVERIFY(std::holds_alternative<DeploymentConfiguration>(read));
-    QVERIFY(std::get<DeploymentConfiguration>(read) == expected);
-}
 
 QTEST_GUILESS_MAIN(StartTest)
 #include "StartTest.moc"

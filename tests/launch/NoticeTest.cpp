@@ -1,16 +1,10 @@
 #include "launch/PrivacyConsent.h"
-#include "launch/guide/GuideSeries.h"
-#include "launch/guide/UserGuideViewController.h"
-#include "launch/notices/JurisdictionNoticeAlertView.h"
 #include "launch/notices/JurisdictionNoticeView.h"
-#include "launch/notices/UMSXMPrivacyView.h"
 #include "platform/DesktopShareSDK.h"
 #include "session/SessionClient.h"
 #include "support/PlatformProcess.h"
-#include "ui/RecordingController.h"
 #include "ui/UiHarness.h"
 
-#include <QFile>
 #include <QGuiApplication>
 #include <QProcess>
 #include <QSignalSpy>
@@ -25,7 +19,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString consentKey = QStringLiteral("JurisdictionNotice");
-const QString tipKey = QStringLiteral("UserGuideAuthorizationTip");
 const QString noticeTitle = QStringLiteral("感谢您使用成长平台");
 
 //! Notes what it is told about consent.
@@ -46,7 +39,6 @@ struct Bench
 {
     explicit Bench(const DeploymentConfiguration::Hosts &hosts)
         : client(hosts)
-        , root(u"login"_s, log)
     {
         ui.showRootView();
         ui.shell.navigator()->setRootViewController(u"Sample"_s, &root);
@@ -57,12 +49,10 @@ struct Bench
     bool stored(const QString &key) { return client.net.defaults.boolForKey(key); }
 
     SessionClient client;
-    QStringList log;
     UiHarness ui;
-    RecordingController root;
+    ViewController root;
     NotedShareSDK shareSDK;
     int terminated = 0;
-    QStringList pages;
     PrivacyConsent consent {&client.net.defaults, &shareSDK, [this] { ++terminated; }};
     LaunchEnvironment environment {.shell = &ui.shell,
         .defaults = &client.net.defaults,
@@ -70,8 +60,7 @@ struct Bench
         .consent = &consent,
         .displayName = u"成长平台"_s,
         .contentHost = u"https://content/"_s,
-        .openOutLinkPage
-        = [this](const QString &url, const QString &title) { pages << title + u' ' + url; }};
+        .openOutLinkPage = {}};
 };
 
 const QString refuseOption = QStringLiteral("--refuse");
@@ -131,93 +120,6 @@ private Q_SLOTS:
         QCOMPARE(given.size(), 1);
         JurisdictionNoticeView::showUntilAccepted(m_bench->environment);
         QVERIFY(!m_bench->shows(noticeTitle));
-    }
-
-    void theShortFormLeadsToTheAgreement()
-    {
-        (new JurisdictionNoticeAlertView(m_bench->environment))->showInViewController();
-        TRY_VERIFY(m_bench->shows(u"温馨提示"_s));
-        QVERIFY(m_bench->shows(u"需同意《用户和隐私协议》后我们才能为您提供服务！"_s));
-        m_bench->click(u"用户和隐私协议"_s);
-        QCOMPARE(m_bench->pages,
-            QStringList {u"用户和隐私协议 https://content/cdn_pkg/vant_mo/ysixieyi.html"_s});
-        m_bench->click(u"退出应用"_s);
-        QCOMPARE(m_bench->terminated, 1);
-        m_bench->click(u"同意"_s);
-        QVERIFY(m_bench->stored(consentKey));
-    }
-
-    void theCardAsksForNothing()
-    {
-        (new UMSXMPrivacyView(m_bench->environment))->showInViewController();
-        const QString title = u"个人敏感信息收集使用说明（核心功能）"_s;
-        TRY_VERIFY(m_bench->shows(title));
-        QVERIFY(m_bench->shows(u"电子邮箱"_s) && !m_bench->shows(u"同意"_s));
-        m_bench->click(u"关闭"_s);
-        TRY_VERIFY(!m_bench->shows(title));
-        QVERIFY(!m_bench->stored(consentKey));
-    }
-
-    void theGuideLiesOverTheNoticeAndOutlivesTheRoot()
-    {
-        auto *guide = new UserGuideViewController(m_bench->environment, {390, 844});
-        guide->show();
-        JurisdictionNoticeView::showUntilAccepted(m_bench->environment);
-        QCOMPARE(m_bench->ui.shell.navigator()->topViewController(), guide);
-        RecordingController home(u"home"_s, m_bench->log);
-        m_bench->ui.shell.navigator()->setRootViewController(u"Sample"_s, &home);
-        QCOMPARE(m_bench->ui.shell.navigator()->topViewController(), guide);
-        QVERIFY(!m_bench->shows(noticeTitle));
-
-        m_bench->click(u"跳过"_s);
-        TRY_VERIFY(m_bench->shows(u"用户协议和隐私政策"_s));
-        m_bench->click(u"《隐私政策》"_s);
-        TRY_COMPARE(m_bench->pages,
-            QStringList {u"隐私政策 "_s + m_sandbox.address() + u"pages/agreement/privacy.html"_s});
-        m_sandbox.addFault({{u"start"_s, u"agreement"_s}, {u"status"_s, 500}});
-        m_bench->click(u"《用户协议》"_s);
-        TRY_COMPARE(m_bench->ui.shell.toast()->text(), u"请求错误"_s);
-        // Back to the guide, and nothing is agreed to.
-        QTest::keyClick(&m_bench->ui.view, Qt::Key_Escape);
-        TRY_VERIFY(!m_bench->shows(u"不同意"_s));
-        QVERIFY(!m_bench->stored(tipKey) && m_bench->shows(u"跳过"_s));
-        m_bench->click(u"跳过"_s);
-        m_bench->click(u"不同意"_s);
-        QCOMPARE(m_bench->terminated, 1);
-        m_bench->click(u"同意"_s);
-        TRY_VERIFY(!m_bench->shows(u"跳过"_s));
-        QVERIFY(m_bench->stored(tipKey) && !m_bench->stored(consentKey));
-        QVERIFY(!UserGuideViewController::shouldShowWelcomeViewController(
-            m_bench->client.net.defaults));
-    }
-
-    void theScreenChoosesTheDrawings_data()
-    {
-        QTest::addColumn<QSize>("pixels");
-        QTest::addColumn<QString>("series");
-        const auto row = [](int width, int height, const QString &series) {
-            QTest::addRow("%dx%d", width, height)
-                << QSize(width, height) << u"user_guide_%1_%d.png"_s.arg(series);
-        };
-        row(640, 960, u"4"_s);
-        row(640, 1136, u"6"_s);
-        row(750, 1334, u"6"_s);
-        row(1242, 2208, u"6"_s);
-        row(828, 1792, u"XR"_s);
-        row(390, 844, u"XR"_s);
-        row(1125, 2436, u"X"_s);
-        row(1242, 2688, u"XMax"_s);
-        row(1284, 2778, u"XMax"_s);
-        row(2436, 1125, u"X"_s);
-    }
-
-    void theScreenChoosesTheDrawings()
-    {
-        QFETCH(const QSize, pixels);
-        QFETCH(const QString, series);
-        QCOMPARE(GuideSeries::forScreen(pixels), series);
-        for (int page = 1; page <= 3; ++page)
-            QVERIFY(QFile::exists(GuideSeries::picture(series, page).mid(3)));
     }
 
     void aRefusalEndsTheProgramAndWritesNothingMore()

@@ -6,20 +6,8 @@ using namespace Qt::StringLiterals;
 
 LoginHarness::LoginHarness(PlatformProcess &sandbox)
     : sandbox(sandbox)
-    , defaults(folder.filePath(u"settings.ini"_s))
-    , loginModel(&defaults)
-    , cookies(new HTTPCookieStorage(folder.filePath(u"cookies.json"_s)))
-    , keychain(u"login-test"_s, folder.filePath(u"keychain.ini"_s))
-    , student(&keychain, u"student"_s)
-    , patriarch(&keychain, u"patriarch"_s)
-    , manager(&network, &loginModel, &defaults, sandbox.hosts())
-    , requests(&manager, &student, &patriarch)
-    , ssoCookies(cookies, &defaults)
-    , loginResult(&loginModel, &defaults, &requests)
-    , pushBinding(&loginModel, &requests, &mainQueue)
-    , shell(mainQueue)
+    , session(sandbox.hosts())
 {
-    network.setCookieJar(cookies);
     sandbox.reset();
     sandbox.takeRequests();
 }
@@ -28,24 +16,24 @@ LoginEnvironment LoginHarness::environment()
 {
     return {
         .loginModel = &loginModel,
-        .loginResult = &loginResult,
+        .loginResult = &session.result,
         .mainQueue = &mainQueue,
         .network = &network,
         .notifications = &notifications,
-        .pushBinding = &pushBinding,
+        .pushBinding = &session.binding,
         .reachability = &reachability,
         .requests = &requests,
         .shell = &shell,
-        .ssoCookies = &ssoCookies,
-        .wxApi = &wxApi,
+        .ssoCookies = &session.cookies,
+        .wxApi = nullptr,
         .displayName = u"成长平台"_s,
-        .launchAdShowing = [this] { return launchAdShowing; },
+        .launchAdShowing = [] { return false; },
     };
 }
 
 bool LoginHarness::callsEnd()
 {
-    return QTest::qWaitFor([this] { return manager.connectItems().empty(); }, patienceMs);
+    return QTest::qWaitFor([this] { return !session.isWaiting(); }, patienceMs);
 }
 
 QList<TracedRequest> LoginHarness::calls()

@@ -2,14 +2,20 @@
 #include "login/AuthLoginViewController.h"
 #include "login/ChooseSchoolViewController.h"
 #include "login/LoginHarness.h"
+#include "platform/BrowserWXApi.h"
+#include "support/NotedUrlOpener.h"
 #include "support/Patience.h"
 #include "ui/NavigationController.h"
+
+#include <QNetworkReply>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
 
+const QString appId = u"wx3f5a9c2e7b1d4068"_s;
 const QString notAgreed = u"请勾选已阅读同意《用户协议》和《隐私政策》"_s;
 
 }
@@ -22,7 +28,31 @@ class LoginViewController2Test : public QObject
 private:
     PlatformProcess m_sandbox {{u"--schools"_s, u"20"_s}};
     std::unique_ptr<LoginHarness> m_harness;
+    NotedUrlOpener m_browser;
+    std::unique_ptr<BrowserWXApi> m_wxApi;
     std::unique_ptr<LoginViewController2> m_login;
+
+    template <typename Controller>
+    Controller *presented() const
+    {
+        const auto *frame = qobject_cast<NavigationController *>(
+            m_harness->shell.navigator()->topViewController());
+        return frame ? qobject_cast<Controller *>(frame->topViewController()) : nullptr;
+    }
+    AuthLoginViewController *binding() const { return presented<AuthLoginViewController>(); }
+
+    // What the link of WeChat's authorisation page leads to.
+    QUrl answerOf(const QString &link)
+    {
+        const QNetworkRequest request(m_browser.opened.takeLast());
+        const std::unique_ptr<QNetworkReply> reply(m_harness->network.get(request));
+        if (!QTest::qWaitFor([&] { return reply->isFinished(); }, patienceMs))
+            qWarning("the authorisation page did not come");
+        const QRegularExpression href(u"id=\"%1\" href=\"([^\"]*)\""_s.arg(link));
+        return QUrl(href.match(QString::fromUtf8(reply->readAll()))
+                        .captured(1)
+                        .replace(u"&amp;"_s, u"&"_s));
+    }
 
     //! The screen as it stands when it has appeared.
     void start(const QString &school = u"厦门实验小学"_s, const QString &siteCode = u"school01"_s,
@@ -32,6 +62,7 @@ private:
         m_harness->loginModel.setSiteCode(siteCode);
         LoginEnvironment environment = m_harness->environment();
         environment.isPatriarch = isPatriarch;
+        environment.wxApi = m_wxApi.get();
         m_login = std::make_unique<LoginViewController2>(environment);
         m_login->viewDidLoad();
         m_login->viewDidAppear();
@@ -51,40 +82,17 @@ private Q_SLOTS:
     {
         m_login.reset();
         m_harness = std::make_unique<LoginHarness>(m_sandbox);
+        m_browser.opened.clear();
+        m_wxApi = std::make_unique<BrowserWXApi>(
+            &m_browser, nullptr, m_sandbox.address() + u"wechat/authorise"_s);
+        QVERIFY(m_wxApi->registerApp(appId, u"https://u.example/app/"_s));
+        connect(m_wxApi.get(), &WXApi::onResp, this, [this](const SendAuthResp &response) {
+            m_harness->notifications.postNotificationName(u"WechatAuthCode"_s,
+                QVariantMap {{u"code"_s, response.code}, {u"state"_s, response.state}});
+        });
+        m_harness->shell.navigator()->setAnimated(false);
         for (const QString &screen : {u"ChooseSchoolScreen"_s, u"AuthLoginScreen"_s})
             m_harness->shell.navigator()->registerScreen(screen, QUrl(u"qrc:/x"_s));
-    }
-
-    void checksInOrder_data()
-    {
-        QTest::addColumn<bool>("reachable");
-        QTest::addColumn<QString>("siteCode");
-        QTest::addColumn<QString>("account");
-        QTest::addColumn<QString>("password");
-        QTest::addColumn<QString>("toast");
-        const QString site = u"school01"_s;
-        QTest::newRow("network") << false << QString() << u""_s << u""_s << u"没有网络连接..."_s;
-        QTest::newRow("school") << true << QString() << u""_s << u""_s << u"请选择学校"_s;
-        QTest::newRow("account") << true << site << u""_s << u""_s << u"请输入您的账号"_s;
-        QTest::newRow("password") << true << site << u" "_s << u""_s << u"请输入您的密码"_s;
-        QTest::newRow("agreement") << true << site << u"a"_s << u"p"_s << notAgreed;
-    }
-
-    void checksInOrder()
-    {
-        QFETCH(const bool, reachable);
-        QFETCH(const QString, siteCode);
-        QFETCH(const QString, account);
-        QFETCH(const QString, password);
-        using Status = NetworkReachabilityManager::Status;
-        m_harness->reachability.status = reachable ? Status::Unknown : Status::NotReachable;
-        start({}, siteCode);
-        m_login->setAccount(account);
-        m_login->setPassword(password);
-        m_login->login();
-        QTEST(m_harness->toast(), "toast");
-        QVERIFY(!m_harness->shell.progressHUD()->isVisible());
-        QCOMPARE(m_harness->askedFor(), QStringList());
     }
 
     void oneLoginAtATimeAndItsErrorHalfASecondLater()
@@ -109,50 +117,14 @@ private Q_SLOTS:
         QCOMPARE(m_harness->askedFor(), QStringList {u"login4H5"_s});
     }
 
-    void aMessageWaitsForTheLaunchAdAndIsShownOnce()
-    {
-        start();
-        m_harness->launchAdShowing = true;
-        m_login->setMessage(u"请重新登录"_s);
-        QVERIFY(m_harness->toast().isNull());
-        m_harness->notifications.postNotificationName(u"xhLaunchAdShowFinish"_s);
-        QCOMPARE(m_harness->toast(), u"请重新登录"_s);
-        m_harness->mainQueue.advance(2s);
-        m_harness->notifications.postNotificationName(u"xhLaunchAdShowFinish"_s);
-        QVERIFY(m_harness->toast().isNull());
-    }
-
-    void anAgreementIsAskedForOnceAndMayBeMissing_data()
-    {
-        QTest::addColumn<QString>("envelope");
-        QTest::addColumn<QString>("toast");
-        QTest::newRow("refused") << u"{\"code\":500,\"msg\":\"维护中\"}"_s << u"维护中"_s;
-        QTest::newRow("no address")
-            << u"{\"code\":200,\"data\":[]}"_s << u"页面地址无效，请稍后再试"_s;
-    }
-
-    void anAgreementIsAskedForOnceAndMayBeMissing()
-    {
-        QFETCH(const QString, envelope);
-        start();
-        m_sandbox.addFault({{u"start"_s, u"agreement"_s}, {u"body"_s, envelope}});
-        m_login->didSelectLink(u"privacy"_s);
-        m_login->didSelectLink(u"privacy"_s);
-        QVERIFY(m_harness->callsEnd());
-        QTEST(m_harness->toast(), "toast");
-        QCOMPARE(m_harness->askedFor(), QStringList {u"agreement"_s});
-    }
-
     void aFailedListIsTriedAgainAndItsSchoolTakenOver()
     {
         start();
         m_sandbox.addFault({{u"start"_s, u"cndSite"_s}, {u"times"_s, 1},
             {u"body"_s, u"{\"code\":503,\"msg\":\"维护中\"}"_s}});
         m_login->chooseSchool();
-        const auto *frame = qobject_cast<NavigationController *>(
-            m_harness->shell.navigator()->topViewController());
-        QVERIFY(frame);
-        auto *chooser = qobject_cast<ChooseSchoolViewController *>(frame->topViewController());
+        auto *chooser = presented<ChooseSchoolViewController>();
+        QVERIFY(chooser);
         using State = ChooseSchoolViewController::State;
         chooser->viewDidLoad();
         TRY_COMPARE(chooser->state(), State::Failed);
@@ -181,20 +153,6 @@ private Q_SLOTS:
         QVERIFY(!requests.isEmpty());
         QCOMPARE(requests[0].value(u"start"_s), u"getSetting4App"_s);
         QCOMPARE(requests[0].value(u"site_id"_s), school.site_id);
-    }
-
-    void wechatNeedsSchoolAndAgreement()
-    {
-        start({});
-        m_login->wechatLogin();
-        QVERIFY2(m_harness->toast() == u"请先选择学校", "a code without a name is no choice");
-        start();
-        m_login->wechatLogin();
-        QCOMPARE(m_harness->toast(), notAgreed);
-        QVERIFY(m_harness->wxApi.asked.isEmpty());
-        m_login->checkUserInstructions();
-        m_login->wechatLogin();
-        QCOMPARE(m_harness->wxApi.asked, QStringList {u"snsapi_userinfo 123"_s});
     }
 
     void handlesWechatAnswers_data()
@@ -226,17 +184,77 @@ private Q_SLOTS:
         m_harness->notifications.postNotificationName(
             u"WechatAuthCode"_s, QVariantMap {{u"code"_s, u"c 1"_s}, {u"state"_s, state}});
         QVERIFY(m_harness->callsEnd());
-        const auto *frame = qobject_cast<NavigationController *>(
-            m_harness->shell.navigator()->topViewController());
-        const auto *binding
-            = frame ? qobject_cast<AuthLoginViewController *>(frame->topViewController()) : nullptr;
-        const QString jumped = binding ? u"binds "_s + binding->school : QString();
+        const QString jumped = binding() ? u"binds "_s + binding()->school : QString();
         const QString signedIn = m_harness->loginModel.isLogin() ? u"signed in"_s : QString();
         QTEST(m_harness->toast() + jumped + signedIn, "result");
         const auto calls = m_harness->calls();
         QCOMPARE(calls.size(), envelope.isNull() ? 0 : 1);
         QVERIFY(calls.isEmpty() || calls[0].value(u"code"_s) == u"c 1");
         QVERIFY(calls.isEmpty() || calls[0].value(u"type"_s) == (isPatriarch ? u"2"_s : u"1"_s));
+    }
+
+    void takesCallbacksOfItsOwnOnly_data()
+    {
+        QTest::addColumn<QString>("url");
+        QTest::addColumn<QString>("answer"); // null: not taken
+        QTest::newRow("agreed") << appId + u"://oauth?code=a%26b&state=123"_s << u"a&b 123"_s;
+        QTest::newRow("refused") << appId + u"://oauth?state=123"_s << u" 123"_s;
+        QTest::newRow("nothing") << appId + u"://oauth"_s << u" "_s;
+        QTest::newRow("another's") << u"wx1://oauth?code=a&state=123"_s << QString();
+        QTest::newRow("another matter") << appId + u"://pay?code=a&state=123"_s << QString();
+        QTest::newRow("link") << u"https://u.example/app/"_s + appId + u"/oauth?code=a&state=1"_s
+                              << u"a 1"_s;
+        QTest::newRow("foreign link")
+            << u"https://u.example.cn/app/"_s + appId + u"/oauth?code=a&state=1"_s << QString();
+    }
+
+    void takesCallbacksOfItsOwnOnly()
+    {
+        QFETCH(const QString, url);
+        QStringList answers;
+        connect(m_wxApi.get(), &WXApi::onResp, this, [&](const SendAuthResp &response) {
+            answers << response.code + u' ' + response.state;
+        });
+        const bool taken
+            = m_wxApi->handleOpenURL(QUrl(url)) || m_wxApi->handleOpenUniversalLink(QUrl(url));
+        QCOMPARE(taken, !answers.isEmpty());
+        QTEST(answers.value(0), "answer");
+    }
+
+    void oneLoginBindsAndSignsIn()
+    {
+        start();
+        m_login->checkUserInstructions();
+        m_login->wechatLogin();
+        const QUrl answer = answerOf(u"btn-agree-new"_s);
+        QVERIFY(m_wxApi->handleOpenURL(answer));
+        TRY_VERIFY(binding());
+        AuthLoginViewController *screen = binding();
+        screen->viewDidLoad();
+        screen->setAccount(u"student02"_s);
+        screen->setPassword(u"vant1234"_s);
+        screen->login();
+        QCOMPARE(m_harness->toast(), notAgreed);
+        screen->checkUserInstructions();
+        m_harness->calls();
+        screen->login();
+        TRY_VERIFY(m_harness->loginModel.isLogin());
+        TRY_VERIFY(!binding());
+        const auto calls = m_harness->calls();
+        QCOMPARE(calls.constFirst().value(u"bind_type"_s), u"WEIXIN"_s);
+        QCOMPARE(calls.constFirst().value(u"nick"_s), u"夏天的风"_s);
+        QCOMPARE(m_harness->loginModel.school(), u"厦门实验小学"_s);
+        QCOMPARE(m_harness->loginModel.userName(), u"student02"_s);
+        QVERIFY(!m_harness->shell.progressHUD()->isVisible());
+
+        // From now on the platform knows the identity.
+        m_harness->loginModel.setIsLogin(false);
+        m_login->viewDidAppear();
+        m_login->checkUserInstructions();
+        m_login->wechatLogin();
+        m_wxApi->handleOpenURL(answerOf(u"btn-agree-new"_s));
+        TRY_VERIFY(m_harness->loginModel.isLogin());
+        QVERIFY(!binding());
     }
 };
 

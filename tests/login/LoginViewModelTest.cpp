@@ -1,6 +1,7 @@
 #include "login/LoginViewModel.h"
 #include "login/LoginHarness.h"
-#include "support/Patience.h"
+
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -9,8 +10,6 @@ using PatriarchLogin = LoginViewModel::PatriarchLogin;
 
 namespace {
 
-const QJsonObject identity {{u"nick"_s, u"小林"_s}, {u"sign"_s, u"s+1"_s}, {u"open_id"_s, u"o1"_s},
-    {u"union_id"_s, u"u1"_s}, {u"timestamp"_s, 1700000000}};
 const QStringList completed {u"completed"_s};
 
 }
@@ -58,18 +57,6 @@ private Q_SLOTS:
         m_viewModel->setOrganization(u"school01"_s);
     }
 
-    void sendsTheNineParameters()
-    {
-        m_viewModel->authParams = identity;
-        enter(u" a+b"_s, u"p&w=1 %密"_s);
-        QCOMPARE(login().size(), 1);
-        QCOMPARE(m_sandbox.takeRequests().value(0).query,
-            "action=gpl%2Fportal&bind_type=WEIXIN&login_type=1"
-            "&nick=%E5%B0%8F%E6%9E%97&open_id=o1&sign=s%2B1&start=login4H5"
-            "&timestamp=1700000000&union_id=u1"
-            "&user_code=%20a%2Bb&user_pwd=p%26w%3D1%20%25%E5%AF%86");
-    }
-
     void everythingIsStoredBeforeTheSignInIsTold()
     {
         LoginModel &model = m_harness->loginModel;
@@ -105,7 +92,6 @@ private Q_SLOTS:
         QTest::newRow("no msg") << u"nomsg01"_s << QString() << u"error 500 (null)"_s;
         QTest::newRow("type 5") << u"parent01"_s << QString() << u"error 0 亲，您没有权限登录"_s;
         QTest::newRow("empty body") << good << u""_s << broken;
-        QTest::newRow("no object") << good << u"[1]"_s << broken;
         QTest::newRow("success without data") << good << u"{\"code\":200}"_s << broken;
         QTest::newRow("unbound, which is no success here")
             << good << u"{\"code\":8888,\"data\":{}}"_s << broken;

@@ -1,6 +1,4 @@
 #include "login/BMChineseSort.h"
-#include "login/MandarinLatin.h"
-#include "login/PinyinSearchKey.h"
 #include "login/SchoolListModel.h"
 #include "support/Patience.h"
 
@@ -82,49 +80,12 @@ private Q_SLOTS:
             << u"BDFZ附中 abc学校 北京 Ｃ校"_s << u"A: abc学校 | B: BDFZ附中 北京 | C: Ｃ校"_s;
         QTest::newRow("what begins with no letter")
             << u"安阳 37中 （新）实验 Яхта 𠮷中"_s << u"#: （新）实验 37中 Яхта 𠮷中 | A: 安阳"_s;
-        QTest::newRow("equal readings, by their characters")
-            << u"试验小学 实验小学 试验小学"_s << u"S: 实验小学 试验小学 试验小学"_s;
     }
 
     void groupsByTheFirstLetterOfTheReading()
     {
         QFETCH(const QString, names);
         QTEST(grouped(names.split(u' ')), "expected");
-    }
-
-    void wordsAndBlanksAreSyllablesOfASearchKeyToo()
-    {
-        MandarinLatin latin;
-        using PinyinSearchKey::QuanPin;
-        QCOMPARE(PinyinSearchKey::transformToPinyin(u"吕 BD中"_s, QuanPin::Yes, latin),
-            u"#luBDzhong,lu#BDzhong,luBD#zhong,#l,#吕 BD中"_s);
-        QCOMPARE(PinyinSearchKey::transformToPinyin({}, QuanPin::No, latin), u"#,#"_s);
-    }
-
-    void findsByTheSearchKey_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("found");
-        QTest::newRow("initial or name") << u"b"_s << u"B BDFZ附中 | B 北京小学"_s;
-        QTest::newRow("upper case") << u"X"_s << u"X 厦门一中"_s;
-        QTest::newRow("part of the name") << u"一中"_s << u"C 长沙一中 | X 厦门一中"_s;
-        QTest::newRow("Latin part, other case") << u"dfZ附"_s << u"B BDFZ附中"_s;
-        QTest::newRow("a full pinyin does not match") << u"changsha"_s << QString();
-        QTest::newRow("never across two keys") << u"中#"_s << QString();
-        QTest::newRow("nor by the separator") << QString(QChar(u'\0')) << QString();
-        QTest::newRow("# is in every key")
-            << u"#"_s
-            << u"# 37中 | A 安阳小学 | B BDFZ附中 | B 北京小学 | C 长沙一中 | X 厦门一中"_s;
-    }
-
-    void findsByTheSearchKey()
-    {
-        QFETCH(const QString, text);
-        QSignalSpy resets(m_model.get(), &SchoolListModel::modelReset);
-        m_model->setSearchText(text);
-        QVERIFY2(resets.isEmpty(), "the search must not run in the call");
-        TRY_COMPARE(resets.size(), 1);
-        QTEST(shown(*m_model), "found");
     }
 
     void theNewestTextWins()

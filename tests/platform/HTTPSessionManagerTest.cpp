@@ -13,10 +13,6 @@
 #include <QTcpSocket>
 #include <QTemporaryDir>
 
-#include <netinet/in.h>
-#include <netinet/tcp.h>
-#include <sys/socket.h>
-
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -72,169 +68,136 @@ class HTTPSessionManagerTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void failsOnceAndLater_data();
-    void failsOnceAndLater();
-    void keepsACopyOnlyWhereAskedTo();
-    void trustsAddedAuthoritiesOnly();
-    void writesNoLocalFile();
-    void sendsSmallWritesAtOnce();
+    void failsOnceAndLater_data()
+    {
+        QTest::addColumn<QString>("address");
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<bool>("cancel");
+        QTest::addColumn<QNetworkReply::NetworkError>("error");
+
+        const QString served;
+        const QByteArray nothing;
+        constexpr auto hungUp = QNetworkReply::RemoteHostClosedError;
+        constexpr auto cancelled = QNetworkReply::OperationCanceledError;
+        QTest::newRow("never answers") << served << nothing << false << cancelled;
+        QTest::newRow("is cancelled under way") << served << nothing << true << cancelled;
+        QTest::newRow("hangs up") << served << ""_ba << false << hungUp;
+        QTest::newRow("hangs up in the body")
+            << served << "HTTP/1.1 200 OK\r\nContent-Length: 99\r\n\r\n{\"code\":200}"_ba << false
+            << hungUp;
+        QTest::newRow("talks something else")
+            << served << "SSH-2.0-OpenSSH_9.2\r\n\r\n"_ba << false << hungUp;
+        QTest::newRow("no address")
+            << u"/do?"_s << nothing << false << QNetworkReply::ProtocolUnknownError;
+    }
+
+    void failsOnceAndLater()
+    {
+        QFETCH(QString, address);
+        QFETCH(QByteArray, bytes);
+        QFETCH(bool, cancel);
+        QFETCH(QNetworkReply::NetworkError, error);
+
+        ScriptedServer server(bytes);
+        HTTPSessionManager manager(&m_network);
+        manager.setTimeoutInterval(bytes.isNull() && !cancel ? 200ms : 60'000ms);
+        Ending ending;
+        HTTPTask *task = manager.GET(
+            address.isNull() ? server.address() : address, {}, ending.success, ending.failure);
+        QSignalSpy gone(task, &QObject::destroyed);
+        if (cancel) {
+            TRY_COMPARE(server.requests.size(), 1);
+            task->cancel();
+            task->cancel();
+        }
+        QCOMPARE(ending.failures, 0);
+
+        TRY_COMPARE(gone.size(), 1);
+        QCOMPARE(ending.failures, 1);
+        QCOMPARE(ending.successes, 0);
+        QCOMPARE(ending.code, int(error));
+    }
+
+    void keepsACopyOnlyWhereAskedTo()
+    {
+        const QTemporaryDir folder;
+        QNetworkAccessManager network;
+        auto *cache = new QNetworkDiskCache;
+        cache->setCacheDirectory(folder.path());
+        network.setCache(cache);
+        ScriptedServer server(good);
+        Ending ending;
+        const auto get = [&](HTTPSessionManager::CachePolicy policy) {
+            HTTPSessionManager manager(&network);
+            manager.setCachePolicy(policy);
+            ending.successes = 0;
+            manager.GET(server.address(), {}, ending.success, ending.failure);
+            TRY_COMPARE(ending.successes, 1);
+        };
+        // What is not asked for so is not kept either: it may hold secrets.
+        get(HTTPSessionManager::CachePolicy::NoCache);
+        get(HTTPSessionManager::CachePolicy::ReturnCacheDataElseLoad);
+        QCOMPARE(server.requests.size(), 2);
+        get(HTTPSessionManager::CachePolicy::ReturnCacheDataElseLoad);
+        QCOMPARE(server.requests.size(), 2);
+        get(HTTPSessionManager::CachePolicy::NoCache);
+        QCOMPARE(server.requests.size(), 3);
+    }
+
+    //! Trust is the process's and cannot be taken back.
+    void trustsAddedAuthoritiesOnly()
+    {
+        const auto reaches = [](const QString &address) {
+            // A fresh one: a connection that was made before keeps the trust of its time.
+            QNetworkAccessManager network;
+            Ending ending;
+            HTTPSessionManager(&network).GET(address, {}, ending.success, ending.failure);
+            if (!QTest::qWaitFor(
+                    [&] { return ending.successes + ending.failures > 0; }, patienceMs))
+                qFatal("no answer from %s", qPrintable(address));
+            return ending.successes == 1;
+        };
+        const QTemporaryDir folder;
+        PageServer server("127.0.0.1", PageServer::Tls::SelfSigned);
+        PageServer stranger("127.0.0.1", PageServer::Tls::SelfSigned);
+        server.setPage("/", "secret");
+        stranger.setPage("/", "other");
+        QFile pem(folder.filePath(u"authority.pem"_s));
+        QVERIFY(ServerTrust::addAuthorities(pem.fileName()).startsWith(pem.fileName() + u": "_s));
+        QVERIFY(pem.open(QIODevice::WriteOnly));
+        QVERIFY(ServerTrust::addAuthorities(pem.fileName()).startsWith(pem.fileName() + u": "_s));
+        QVERIFY(!reaches(server.url("/")));
+        QVERIFY(server.requests().isEmpty());
+
+        pem.write(server.certificate());
+        pem.close();
+        QCOMPARE(ServerTrust::addAuthorities(pem.fileName()), QString());
+        QVERIFY(reaches(server.url("/")));
+        QVERIFY(!reaches(stranger.url("/")));
+        // The certificate names the address, not this name for it.
+        QVERIFY(!reaches(u"https://localhost:%1/"_s.arg(server.port())));
+
+        const QList trusted = QSslCertificate::fromData(server.certificate());
+        const QList unknown = QSslCertificate::fromData(stranger.certificate());
+        QVERIFY(ServerTrust::isTrusted(trusted, u"127.0.0.1"_s));
+        QVERIFY(!ServerTrust::isTrusted(trusted, u"127.0.0.2"_s));
+        QVERIFY(!ServerTrust::isTrusted(unknown, u"127.0.0.1"_s));
+        QVERIFY(!ServerTrust::isTrusted({}, u"127.0.0.1"_s));
+    }
+
+    void writesNoLocalFile()
+    {
+        const QTemporaryDir folder;
+        const QUrl file = QUrl::fromLocalFile(folder.filePath(u"part"_s));
+        Ending ending;
+        HTTPSessionManager(&m_network).PUT(file.toString(), "x", ending.success, ending.failure);
+        TRY_COMPARE(ending.failures, 1);
+        QVERIFY(!QFile::exists(file.toLocalFile()));
+    }
 
 private:
     QNetworkAccessManager m_network;
 };
-
-void HTTPSessionManagerTest::failsOnceAndLater_data()
-{
-    QTest::addColumn<QString>("address");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<bool>("cancel");
-    QTest::addColumn<QNetworkReply::NetworkError>("error");
-
-    const QString served;
-    const QByteArray nothing;
-    constexpr auto hungUp = QNetworkReply::RemoteHostClosedError;
-    constexpr auto cancelled = QNetworkReply::OperationCanceledError;
-    QTest::newRow("never answers") << served << nothing << false << cancelled;
-    QTest::newRow("is cancelled under way") << served << nothing << true << cancelled;
-    QTest::newRow("hangs up") << served << ""_ba << false << hungUp;
-    QTest::newRow("hangs up in the body")
-        << served << "HTTP/1.1 200 OK\r\nContent-Length: 99\r\n\r\n{\"code\":200}"_ba << false
-        << hungUp;
-    QTest::newRow("talks something else")
-        << served << "SSH-2.0-OpenSSH_9.2\r\n\r\n"_ba << false << hungUp;
-    QTest::newRow("no address") << u"/do?"_s << nothing << false
-                                << QNetworkReply::ProtocolUnknownError;
-}
-
-void HTTPSessionManagerTest::failsOnceAndLater()
-{
-    QFETCH(QString, address);
-    QFETCH(QByteArray, bytes);
-    QFETCH(bool, cancel);
-    QFETCH(QNetworkReply::NetworkError, error);
-
-    ScriptedServer server(bytes);
-    HTTPSessionManager manager(&m_network);
-    manager.setTimeoutInterval(bytes.isNull() && !cancel ? 200ms : 60'000ms);
-    Ending ending;
-    HTTPTask *task = manager.GET(
-        address.isNull() ? server.address() : address, {}, ending.success, ending.failure);
-    QSignalSpy gone(task, &QObject::destroyed);
-    if (cancel) {
-        TRY_COMPARE(server.requests.size(), 1);
-        task->cancel();
-        task->cancel();
-    }
-    QCOMPARE(ending.failures, 0);
-
-    TRY_COMPARE(gone.size(), 1);
-    QCOMPARE(ending.failures, 1);
-    QCOMPARE(ending.successes, 0);
-    QCOMPARE(ending.code, int(error));
-}
-
-void HTTPSessionManagerTest::keepsACopyOnlyWhereAskedTo()
-{
-    const QTemporaryDir folder;
-    QNetworkAccessManager network;
-    auto *cache = new QNetworkDiskCache;
-    cache->setCacheDirectory(folder.path());
-    network.setCache(cache);
-    ScriptedServer server(good);
-    Ending ending;
-    const auto get = [&](HTTPSessionManager::CachePolicy policy) {
-        HTTPSessionManager manager(&network);
-        manager.setCachePolicy(policy);
-        ending.successes = 0;
-        manager.GET(server.address(), {}, ending.success, ending.failure);
-        TRY_COMPARE(ending.successes, 1);
-    };
-    // What is not asked for so is not kept either: it may hold secrets.
-    get(HTTPSessionManager::CachePolicy::NoCache);
-    get(HTTPSessionManager::CachePolicy::ReturnCacheDataElseLoad);
-    QCOMPARE(server.requests.size(), 2);
-    get(HTTPSessionManager::CachePolicy::ReturnCacheDataElseLoad);
-    QCOMPARE(server.requests.size(), 2);
-    get(HTTPSessionManager::CachePolicy::NoCache);
-    QCOMPARE(server.requests.size(), 3);
-}
-
-//! Trust is the process's and cannot be taken back.
-void HTTPSessionManagerTest::trustsAddedAuthoritiesOnly()
-{
-    const auto reaches = [](const QString &address) {
-        // A fresh one: a connection that was made before keeps the trust of its time.
-        QNetworkAccessManager network;
-        Ending ending;
-        HTTPSessionManager(&network).GET(address, {}, ending.success, ending.failure);
-        if (!QTest::qWaitFor([&] { return ending.successes + ending.failures > 0; }, patienceMs))
-            qFatal("no answer from %s", qPrintable(address));
-        return ending.successes == 1;
-    };
-    const QTemporaryDir folder;
-    PageServer server("127.0.0.1", PageServer::Tls::SelfSigned);
-    PageServer stranger("127.0.0.1", PageServer::Tls::SelfSigned);
-    server.setPage("/", "secret");
-    stranger.setPage("/", "other");
-    QFile pem(folder.filePath(u"authority.pem"_s));
-    QVERIFY(ServerTrust::addAuthorities(pem.fileName()).startsWith(pem.fileName() + u": "_s));
-    QVERIFY(pem.open(QIODevice::WriteOnly));
-    QVERIFY(ServerTrust::addAuthorities(pem.fileName()).startsWith(pem.fileName() + u": "_s));
-    QVERIFY(!reaches(server.url("/")));
-    QVERIFY(server.requests().isEmpty());
-
-    pem.write(server.certificate());
-    pem.close();
-    QCOMPARE(ServerTrust::addAuthorities(pem.fileName()), QString());
-    QVERIFY(reaches(server.url("/")));
-    QVERIFY(!reaches(stranger.url("/")));
-    // The certificate names the address, not this name for it.
-    QVERIFY(!reaches(u"https://localhost:%1/"_s.arg(server.port())));
-
-    const QList trusted = QSslCertificate::fromData(server.certificate());
-    const QList unknown = QSslCertificate::fromData(stranger.certificate());
-    QVERIFY(ServerTrust::isTrusted(trusted, u"127.0.0.1"_s));
-    QVERIFY(!ServerTrust::isTrusted(trusted, u"127.0.0.2"_s));
-    QVERIFY(!ServerTrust::isTrusted(unknown, u"127.0.0.1"_s));
-    QVERIFY(!ServerTrust::isTrusted({}, u"127.0.0.1"_s));
-}
-
-void HTTPSessionManagerTest::writesNoLocalFile()
-{
-    const QTemporaryDir folder;
-    const QUrl file = QUrl::fromLocalFile(folder.filePath(u"part"_s));
-    Ending ending;
-    HTTPSessionManager(&m_network).PUT(file.toString(), "x", ending.success, ending.failure);
-    TRY_COMPARE(ending.failures, 1);
-    QVERIFY(!QFile::exists(file.toLocalFile()));
-}
-
-void HTTPSessionManagerTest::sendsSmallWritesAtOnce()
-{
-    ScriptedServer server {{}};
-    const auto isAtOnce = [&] {
-        for (int descriptor = 0; descriptor < 1024; ++descriptor) {
-            sockaddr_in peer {};
-            socklen_t size = sizeof peer;
-            if (::getpeername(descriptor, reinterpret_cast<sockaddr *>(&peer), &size) != 0
-                || peer.sin_family != AF_INET || ntohs(peer.sin_port) != server.serverPort())
-                continue;
-            int noDelay = 0;
-            size = sizeof noDelay;
-            return ::getsockopt(descriptor, IPPROTO_TCP, TCP_NODELAY, &noDelay, &size) == 0
-                && noDelay != 0;
-        }
-        return false;
-    };
-    Ending ending;
-    // By name: the address is looked up before there is a connection.
-    HTTPTask *task = HTTPSessionManager(&m_network)
-                         .GET(u"http://localhost:%1/"_s.arg(server.serverPort()), {},
-                             ending.success, ending.failure);
-    TRY_VERIFY(isAtOnce());
-    task->cancel();
-    TRY_COMPARE(ending.failures, 1);
-}
 
 QTEST_GUILESS_MAIN(HTTPSessionManagerTest)
 #include "HTTPSessionManagerTest.moc"

@@ -8,6 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
+const QString key = QStringLiteral("cn.vant.student");
+
 //! On a session bus with a keyring. Where there is no bus the device identifier's test has the
 //! keychain.
 class KeyChainStoreTest : public QObject
@@ -15,103 +17,92 @@ class KeyChainStoreTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void keepsItems();
-    void aDeadStoreAnswersNobody();
-    void aServiceThatIsNewTakesWhatTheFileHolds();
-    void withoutAServiceItemsAreInAPrivateFile();
+    void keepsItems()
+    {
+        KeyChainStore first(u"/home/a/profile"_s, m_file);
+        KeyChainStore second(u"/home/b/profile"_s, m_file);
+        for (const QByteArray &data : {"old"_ba, QByteArray("\0\xff\n\x80%", 5), ""_ba}) {
+            QVERIFY(save(first, data));
+            KeyChainStore restarted(u"/home/a/profile"_s, m_file);
+            QCOMPARE(load(restarted), Data(data));
+        }
+        QCOMPARE(load(second), Data());
+        QVERIFY(save(second, "B"));
+        remove(first);
+        remove(first);
+        QCOMPARE(load(first), Data());
+        QCOMPARE(load(second), Data("B"));
+        QVERIFY(!QFile::exists(m_file));
+    }
+
+    void aDeadStoreAnswersNobody()
+    {
+        bool answered = false;
+        KeyChainStore({}, m_file).load(key, [&](const Data &) { answered = true; });
+        KeyChainStore other({}, m_file);
+        load(other);
+        QVERIFY(!answered);
+    }
+
+    void aServiceThatIsNewTakesWhatTheFileHolds()
+    {
+        QTemporaryDir folder;
+        const QString file = folder.filePath(u"keychain.ini"_s);
+        {
+            QSettings earlier(file, QSettings::IniFormat);
+            earlier.setValue(key, "of the file"_ba);
+        }
+        KeyChainStore store(u"/home/c/profile"_s, file);
+        QCOMPARE(load(store), Data("of the file"));
+    }
+
+    // The last one of the keychain: the service does not come back.
+    void withoutAServiceItemsAreInAPrivateFile()
+    {
+        m_bus.endKeyring();
+        KeyChainStore store({}, m_file);
+        QVERIFY(save(store, "in the file"));
+        KeyChainStore restarted({}, m_file);
+        QCOMPARE(load(restarted), Data("in the file"));
+        for (const QString &path : {m_file, QFileInfo(m_file).path()})
+            QCOMPARE(QFile::permissions(path) & QFile::Permissions(0x0077), QFile::Permissions());
+        remove(store);
+        QCOMPARE(load(restarted), Data());
+    }
 
 private:
     using Data = std::optional<QByteArray>;
 
-    static Data load(KeyChainStore &store);
-    static bool save(KeyChainStore &store, const QByteArray &data);
-    static void remove(KeyChainStore &store);
+    static Data load(KeyChainStore &store)
+    {
+        std::optional<Data> loaded;
+        store.load(key, [&](const Data &data) { loaded = data; });
+        if (loaded || !QTest::qWaitFor([&] { return loaded.has_value(); }, patienceMs))
+            qFatal("the keychain answered at once, or never");
+        return *loaded;
+    }
+
+    static bool save(KeyChainStore &store, const QByteArray &data)
+    {
+        std::optional<bool> saved;
+        store.save(key, data, [&](bool stored) { saved = stored; });
+        if (saved || !QTest::qWaitFor([&] { return saved.has_value(); }, patienceMs))
+            qFatal("the keychain answered at once, or never");
+        return *saved;
+    }
+
+    static void remove(KeyChainStore &store)
+    {
+        bool done = false;
+        store.deleteKeyData(key, [&](bool) { done = true; });
+        if (done || !QTest::qWaitFor([&] { return done; }, patienceMs))
+            qFatal("the keychain answered at once, or never");
+    }
 
     PrivateBus m_bus;
     const QTemporaryDir m_folder;
     const QString m_file = m_folder.filePath(u"data/keychain.ini"_s);
 };
-
-const QString key = QStringLiteral("cn.vant.student");
-
-KeyChainStoreTest::Data KeyChainStoreTest::load(KeyChainStore &store)
-{
-    std::optional<Data> loaded;
-    store.load(key, [&](const Data &data) { loaded = data; });
-    if (loaded || !QTest::qWaitFor([&] { return loaded.has_value(); }, patienceMs))
-        qFatal("the keychain answered at once, or never");
-    return *loaded;
-}
-
-bool KeyChainStoreTest::save(KeyChainStore &store, const QByteArray &data)
-{
-    std::optional<bool> saved;
-    store.save(key, data, [&](bool stored) { saved = stored; });
-    if (saved || !QTest::qWaitFor([&] { return saved.has_value(); }, patienceMs))
-        qFatal("the keychain answered at once, or never");
-    return *saved;
-}
-
-void KeyChainStoreTest::remove(KeyChainStore &store)
-{
-    bool done = false;
-    store.deleteKeyData(key, [&](bool) { done = true; });
-    if (done || !QTest::qWaitFor([&] { return done; }, patienceMs))
-        qFatal("the keychain answered at once, or never");
-}
-
-void KeyChainStoreTest::keepsItems()
-{
-    KeyChainStore first(u"/home/a/profile"_s, m_file);
-    KeyChainStore second(u"/home/b/profile"_s, m_file);
-    for (const QByteArray &data : {"old"_ba, QByteArray("\0\xff\n\x80%", 5), ""_ba}) {
-        QVERIFY(save(first, data));
-        KeyChainStore restarted(u"/home/a/profile"_s, m_file);
-        QCOMPARE(load(restarted), Data(data));
-    }
-    QCOMPARE(load(second), Data());
-    QVERIFY(save(second, "B"));
-    remove(first);
-    remove(first);
-    QCOMPARE(load(first), Data());
-    QCOMPARE(load(second), Data("B"));
-    QVERIFY(!QFile::exists(m_file));
-}
-
-void KeyChainStoreTest::aDeadStoreAnswersNobody()
-{
-    bool answered = false;
-    KeyChainStore({}, m_file).load(key, [&](const Data &) { answered = true; });
-    KeyChainStore other({}, m_file);
-    load(other);
-    QVERIFY(!answered);
-}
-
-void KeyChainStoreTest::aServiceThatIsNewTakesWhatTheFileHolds()
-{
-    QTemporaryDir folder;
-    const QString file = folder.filePath(u"keychain.ini"_s);
-    {
-        QSettings earlier(file, QSettings::IniFormat);
-        earlier.setValue(key, "of the file"_ba);
-    }
-    KeyChainStore store(u"/home/c/profile"_s, file);
-    QCOMPARE(load(store), Data("of the file"));
-}
-
-// The last one of the keychain: the service does not come back.
-void KeyChainStoreTest::withoutAServiceItemsAreInAPrivateFile()
-{
-    m_bus.endKeyring();
-    KeyChainStore store({}, m_file);
-    QVERIFY(save(store, "in the file"));
-    KeyChainStore restarted({}, m_file);
-    QCOMPARE(load(restarted), Data("in the file"));
-    for (const QString &path : {m_file, QFileInfo(m_file).path()})
-        QCOMPARE(QFile::permissions(path) & QFile::Permissions(0x0077), QFile::Permissions());
-    remove(store);
-    QCOMPARE(load(restarted), Data());
-}
 
 QTEST_GUILESS_MAIN(KeyChainStoreTest)
 #include "KeyChainStoreTest.moc"

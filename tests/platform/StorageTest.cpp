@@ -61,12 +61,117 @@ class StorageTest : public QObject
 
 private Q_SLOTS:
     void init() { m_folder = std::make_unique<QTemporaryDir>(); }
-    void settingsSurviveARestart();
-    void cookiesGoWhereTheyBelong();
-    void cookiesExpireOnDiskToo();
+
+    void cookiesGoWhereTheyBelong()
+    {
+        const QUrl below(u"https://sub.school.example/"_s);
+        const QUrl plain(u"http://school.example/portal/"_s);
+        const QUrl elsewhere(u"https://school.example/other/"_s);
+        const QUrl stranger(u"https://bank.example/"_s);
+        const struct
+        {
+            QByteArray header;
+            QUrl address;
+            bool sentBefore;
+            bool sentAfter;
+        } rows[] {
+            {"mo=1; Max-Age=99", school, true, true},
+            {"mo=1", school, true, false},
+            {"mo=1; Max-Age=99; Path=/", below, false, false},
+            {"mo=1; Max-Age=99; Path=/; Domain=school.example", below, true, true},
+            {"mo=1; Max-Age=99; Secure", plain, false, false},
+            {"mo=1; Max-Age=99", plain, true, true},
+            {"mo=1; Max-Age=99; Path=/", elsewhere, true, true},
+            {"mo=1; Max-Age=99; Domain=bank.example", stranger, false, false},
+        };
+        for (const auto &[header, address, sentBefore, sentAfter] : rows) {
+            QFile::remove(cookies());
+            HTTPCookieStorage storage(cookies());
+            storage.setCookiesFromUrl(QNetworkCookie::parseCookies(header), school);
+            QCoreApplication::processEvents();
+            QVERIFY2(storage.cookiesForUrl(address).isEmpty() != sentBefore, header);
+            const HTTPCookieStorage restarted(cookies());
+            QVERIFY2(restarted.cookiesForUrl(address).isEmpty() != sentAfter, header);
+        }
+    }
+
+    void cookiesExpireOnDiskToo()
+    {
+        QNetworkCookie brief = cookie("mo=1");
+        brief.setExpirationDate(QDateTime::currentDateTimeUtc().addMSecs(500));
+        const QNetworkCookie full = cookie(
+            "tmo=a%20b\"c=d; Expires=Wed, 01 Jan 2100 00:00:00 GMT; Secure; HttpOnly; Path=/p"
+            "; SameSite=Strict");
+        HTTPCookieStorage storage(cookies());
+        storage.setCookie(brief);
+        storage.setCookie(full);
+        QCoreApplication::processEvents();
+        TRY_COMPARE(storage.cookies(), QList {full});
+        QCOMPARE(HTTPCookieStorage(cookies()).cookies(), QList {full});
+    }
+
     void brokenCookiesAreForgotten();
-    void filesArePrivate();
-    void aKillLeavesTheOldOrTheNewPair();
+
+    void filesArePrivate()
+    {
+        // Whatever the user's ordinary mask is.
+        const mode_t before = ::umask(S_IWGRP | S_IWOTH);
+        UserDefaults defaults(settings());
+        HTTPCookieStorage storage(cookies());
+        constexpr auto others = QFile::Permissions(0x0077);
+        for (const auto &value : {u"first"_s, u"second"_s}) {
+            defaults.setObject(value, u"passwordForST"_s);
+            defaults.synchronize();
+            storage.setCookie(cookie("mo=" + value.toUtf8() + "; Max-Age=900"));
+            QCoreApplication::processEvents();
+            for (const QString &file : {settings(), cookies(), QFileInfo(cookies()).path()})
+                QCOMPARE(QFile::permissions(file) & others, QFile::Permissions());
+        }
+        ::umask(before);
+    }
+
+    // The disk takes its time, and the caller waits for it.
+    void whatIsStoredAlreadyIsNotWrittenAgain()
+    {
+        const QString path = m_folder->filePath(u"settings.ini"_s);
+        // A remark, which no writing keeps.
+        const auto keepsRemarkAfterStoring = [&](const QVariant &value) {
+            UserDefaults defaults(path);
+            QFile file(path);
+            if (!file.open(QIODevice::Append) || file.write("; remark\n") < 0)
+                qFatal("no settings file");
+            file.close();
+            defaults.setObject(value, u"key"_s);
+            defaults.removeObjectForKey(u"nothing"_s);
+            defaults.synchronize();
+            return file.open(QIODevice::ReadOnly) && file.readAll().contains("remark");
+        };
+        for (const QVariant &value : {QVariant(true), QVariant(u"getCidSuccess"_s), QVariant(3),
+                 QVariant(QVariantMap {{u"学"_s, 1}})}) {
+            QVERIFY(!keepsRemarkAfterStoring(u"another"_s));
+            QVERIFY(!keepsRemarkAfterStoring(value));
+            QVERIFY(keepsRemarkAfterStoring(value));
+            QCOMPARE(UserDefaults(path).objectForKey(u"key"_s).toString(), value.toString());
+        }
+    }
+
+    void aKillLeavesTheOldOrTheNewPair()
+    {
+        int last = 0;
+        for (int round = 0; round < 15; ++round) {
+            QProcess writer;
+            writer.start(QCoreApplication::applicationFilePath(), {u"--write"_s, m_folder->path()});
+            for (int writes = 0; writes <= round % 5; ++writes)
+                QVERIFY2(
+                    writer.waitForReadyRead(patienceMs), "it cannot write after the last kill");
+            writer.kill();
+            QVERIFY(writer.waitForFinished(patienceMs));
+            const int stored = storedPair(m_folder->path());
+            QVERIFY2(stored >= last, qPrintable(u"%1 after %2"_s.arg(stored).arg(last)));
+            last = stored;
+        }
+        QVERIFY2(last > 15, qPrintable(QString::number(last)));
+    }
 
 private:
     QString settings() const { return m_folder->filePath(u"state/settings.ini"_s); }
@@ -74,73 +179,6 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_folder;
 };
-
-void StorageTest::settingsSurviveARestart()
-{
-    const QVariantMap map {{u"Secure"_s, true}, {u"Expires"_s, qint64(4102444800000)}};
-    for (const QVariant &value : {QVariant(u""_s), QVariant(u" 厦=b;\"c\",\\n%20@Invalid()\r\n "_s),
-             QVariant(u"@Variant(x)"_s), QVariant(QVariantList {}), QVariant(QVariantList {map})}) {
-        UserDefaults defaults(settings());
-        defaults.setObject(value, u"key"_s);
-        QVERIFY(defaults.synchronize());
-        const UserDefaults restarted(settings());
-        QVERIFY(restarted.objectForKey(u"key"_s).isValid());
-        QCOMPARE(restarted.stringForKey(u"key"_s), value.toString());
-        QCOMPARE(restarted.objectForKey(u"key"_s).toList(), value.toList());
-        // Nil removes.
-        defaults.setObject(QString(), u"key"_s);
-        defaults.synchronize();
-        QVERIFY(!UserDefaults(settings()).objectForKey(u"key"_s).isValid());
-    }
-}
-
-void StorageTest::cookiesGoWhereTheyBelong()
-{
-    const QUrl below(u"https://sub.school.example/"_s);
-    const QUrl plain(u"http://school.example/portal/"_s);
-    const QUrl elsewhere(u"https://school.example/other/"_s);
-    const QUrl stranger(u"https://bank.example/"_s);
-    const struct
-    {
-        QByteArray header;
-        QUrl address;
-        bool sentBefore;
-        bool sentAfter;
-    } rows[] {
-        {"mo=1; Max-Age=99", school, true, true},
-        {"mo=1", school, true, false},
-        {"mo=1; Max-Age=99; Path=/", below, false, false},
-        {"mo=1; Max-Age=99; Path=/; Domain=school.example", below, true, true},
-        {"mo=1; Max-Age=99; Secure", plain, false, false},
-        {"mo=1; Max-Age=99", plain, true, true},
-        {"mo=1; Max-Age=99; Path=/", elsewhere, true, true},
-        {"mo=1; Max-Age=99; Domain=bank.example", stranger, false, false},
-    };
-    for (const auto &[header, address, sentBefore, sentAfter] : rows) {
-        QFile::remove(cookies());
-        HTTPCookieStorage storage(cookies());
-        storage.setCookiesFromUrl(QNetworkCookie::parseCookies(header), school);
-        QCoreApplication::processEvents();
-        QVERIFY2(storage.cookiesForUrl(address).isEmpty() != sentBefore, header);
-        const HTTPCookieStorage restarted(cookies());
-        QVERIFY2(restarted.cookiesForUrl(address).isEmpty() != sentAfter, header);
-    }
-}
-
-void StorageTest::cookiesExpireOnDiskToo()
-{
-    QNetworkCookie brief = cookie("mo=1");
-    brief.setExpirationDate(QDateTime::currentDateTimeUtc().addMSecs(500));
-    const QNetworkCookie full
-        = cookie("tmo=a%20b\"c=d; Expires=Wed, 01 Jan 2100 00:00:00 GMT; Secure; HttpOnly; Path=/p"
-                 "; SameSite=Strict");
-    HTTPCookieStorage storage(cookies());
-    storage.setCookie(brief);
-    storage.setCookie(full);
-    QCoreApplication::processEvents();
-    TRY_COMPARE(storage.cookies(), QList {full});
-    QCOMPARE(HTTPCookieStorage(cookies()).cookies(), QList {full});
-}
 
 void StorageTest::brokenCookiesAreForgotten()
 {
@@ -157,41 +195,6 @@ void StorageTest::brokenCookiesAreForgotten()
         QCoreApplication::processEvents();
         QCOMPARE(HTTPCookieStorage(cookies()).cookies().size(), 1);
     }
-}
-
-void StorageTest::filesArePrivate()
-{
-    // Whatever the user's ordinary mask is.
-    const mode_t before = ::umask(S_IWGRP | S_IWOTH);
-    UserDefaults defaults(settings());
-    HTTPCookieStorage storage(cookies());
-    constexpr auto others = QFile::Permissions(0x0077);
-    for (const auto &value : {u"first"_s, u"second"_s}) {
-        defaults.setObject(value, u"passwordForST"_s);
-        defaults.synchronize();
-        storage.setCookie(cookie("mo=" + value.toUtf8() + "; Max-Age=900"));
-        QCoreApplication::processEvents();
-        for (const QString &file : {settings(), cookies(), QFileInfo(cookies()).path()})
-            QCOMPARE(QFile::permissions(file) & others, QFile::Permissions());
-    }
-    ::umask(before);
-}
-
-void StorageTest::aKillLeavesTheOldOrTheNewPair()
-{
-    int last = 0;
-    for (int round = 0; round < 15; ++round) {
-        QProcess writer;
-        writer.start(QCoreApplication::applicationFilePath(), {u"--write"_s, m_folder->path()});
-        for (int writes = 0; writes <= round % 5; ++writes)
-            QVERIFY2(writer.waitForReadyRead(patienceMs), "it cannot write after the last kill");
-        writer.kill();
-        QVERIFY(writer.waitForFinished(patienceMs));
-        const int stored = storedPair(m_folder->path());
-        QVERIFY2(stored >= last, qPrintable(u"%1 after %2"_s.arg(stored).arg(last)));
-        last = stored;
-    }
-    QVERIFY2(last > 15, qPrintable(QString::number(last)));
 }
 
 int main(int argc, char *argv[])

@@ -16,17 +16,106 @@ class SessionTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void signsInWithTheStoredToken();
+    void init()
+    {
+        m_platform.reset();
+        m_client = std::make_unique<SessionClient>(m_platform.hosts());
+        QVERIFY(m_client->rememberLogin(u"student01"_s));
+        m_platform.takeRequests();
+        m_endings.clear();
+    }
+
     void storesNothingWithoutSuccess();
-    void oneRunsAtATimeAndAnyRefreshCounts();
-    void onlyThoseWhoCheckRefuseAnAccount();
-    void bindsTheClientIdThatIsKnown();
-    void elevenFailedBindingsMakeTenRetries();
-    void aDeadSessionAnswersNobody();
-    void whoSignsOutMeanwhileStaysSignedOut();
-    void aScreensLoginSignsInLast();
+
+    void oneRunsAtATimeAndAnyRefreshCounts()
+    {
+        start(Refresh::No);
+        start(Refresh::Yes);
+        m_client->silentLogin.start(
+            Refresh::No, UserCheck::No, [this](Outcome, const QString &) { start(Refresh::No); });
+        TRY_COMPARE(m_endings.size(), 3);
+        for (const Ending &ending : std::as_const(m_endings))
+            QCOMPARE(ending.outcome, Outcome::SignedIn);
+        QVERIFY(model().isLogin());
+        // The three together made one, the one from an answer another.
+        QCOMPARE(settled().size(), 2);
+    }
+
+    void bindsTheClientIdThatIsKnown()
+    {
+        run();
+        QVERIFY(!m_client->isWaiting());
+        // An id that comes later waits for the next login.
+        model().setC_id(u"cid-1"_s);
+        m_client->mainQueue.advance(24h);
+        QCOMPARE(settled().size(), 1);
+
+        m_platform.addFault({{u"start"_s, u"bindGeTui"_s}, {u"status"_s, 500}});
+        run();
+        const QList<TracedRequest> requests = settled();
+        QCOMPARE(requests.size(), 2);
+        QCOMPARE(requests[1].path, u"/school01/do"_s);
+        QCOMPARE(requests[1].value(u"action"_s), u"gpl/common/hv/bind"_s);
+        QCOMPARE(requests[1].value(u"start"_s), u"bindGeTui"_s);
+        QCOMPARE(requests[1].value(u"c_id"_s), u"cid-1"_s);
+        QCOMPARE(requests[1].value(u"user_id"_s), model().userModel->user_id);
+
+        model().setC_id(u"cid-2"_s);
+        m_client->mainQueue.advance(1h);
+        QCOMPARE(settled().constFirst().value(u"c_id"_s), u"cid-2"_s);
+        m_client->mainQueue.advance(24h);
+        QCOMPARE(settled().size(), 0);
+    }
+
+    void elevenFailedBindingsMakeTenRetries()
+    {
+        m_platform.addFault({{u"start"_s, u"bindGeTui"_s}, {u"times"_s, 1000}, {u"status"_s, 500}});
+        model().setC_id(u"cid-1"_s);
+        model().userModel = UserModel();
+        m_client->binding.bindGeTui();
+        QCOMPARE(settled().size(), 1);
+        for (int retry = 1; retry <= 10; ++retry) {
+            m_client->mainQueue.advance(3599s);
+            QCOMPARE(settled().size(), 0);
+            m_client->mainQueue.advance(1s);
+            QCOMPARE(settled().size(), 1);
+        }
+        // The process's ten are used up.
+        m_client->mainQueue.advance(24h);
+        QCOMPARE(settled().size(), 0);
+        m_client->binding.bindGeTui();
+        QCOMPARE(settled().size(), 1);
+        m_client->mainQueue.advance(24h);
+        QCOMPARE(settled().size(), 0);
+    }
+
+    void aDeadSessionAnswersNobody()
+    {
+        m_platform.addFault({{u"start"_s, u"login4H5"_s}, {u"delay_ms"_s, 100}});
+        {
+            SilentLogin brief(&model(), &m_client->net.requests, &m_client->cookies,
+                &m_client->result, &m_client->binding);
+            brief.start(Refresh::Yes, UserCheck::Yes,
+                [this](Outcome, const QString &) { m_endings.append(Ending()); });
+        }
+        TRY_VERIFY(!m_client->isWaiting());
+        QCOMPARE(m_endings.size(), 0);
+        QVERIFY(!model().isLogin());
+    }
+
+    void whoSignsOutMeanwhileStaysSignedOut()
+    {
+        start(Refresh::Yes);
+        m_client->silentLogin.cancel();
+        QCOMPARE(m_endings.size(), 1);
+        QCOMPARE(m_endings.constFirst().outcome, Outcome::Failed);
+        QVERIFY(m_endings.constFirst().text.isNull());
+        settled();
+        QCOMPARE(m_endings.size(), 1);
+        QVERIFY(!model().isLogin());
+        QCOMPARE(run().outcome, Outcome::SignedIn);
+    }
+
     void anAnswerKeepsWhatWorks();
 
 private:
@@ -37,73 +126,37 @@ private:
     };
 
     LoginModel &model() { return m_client->net.loginModel; }
-    void start(Refresh refresh, UserCheck check = UserCheck::Yes);
-    Ending run(Refresh refresh = Refresh::Yes);
+
+    void start(Refresh refresh, UserCheck check = UserCheck::Yes)
+    {
+        m_client->silentLogin.start(refresh, check, [this](Outcome outcome, const QString &text) {
+            m_endings.append({outcome, text});
+        });
+    }
+
+    Ending run(Refresh refresh = Refresh::Yes)
+    {
+        m_endings.clear();
+        start(refresh);
+        if (!m_endings.isEmpty())
+            qFatal("answered from inside the call");
+        if (!QTest::qWaitFor([&] { return !m_endings.isEmpty(); }, patienceMs))
+            qFatal("no answer");
+        return m_endings.constLast();
+    }
+
     //! The requests that the platform received, after all of them are answered.
-    QList<TracedRequest> settled();
+    QList<TracedRequest> settled()
+    {
+        if (!QTest::qWaitFor([&] { return !m_client->isWaiting(); }, patienceMs))
+            qFatal("no answer");
+        return m_platform.takeRequests();
+    }
 
     PlatformProcess m_platform;
     std::unique_ptr<SessionClient> m_client;
     QList<Ending> m_endings;
 };
-
-void SessionTest::initTestCase()
-{
-    QVERIFY(m_platform.isRunning());
-}
-
-void SessionTest::init()
-{
-    m_platform.reset();
-    m_client = std::make_unique<SessionClient>(m_platform.hosts());
-    QVERIFY(m_client->rememberLogin(u"student01"_s));
-    m_platform.takeRequests();
-    m_endings.clear();
-}
-
-void SessionTest::start(Refresh refresh, UserCheck check)
-{
-    m_client->silentLogin.start(refresh, check, [this](Outcome outcome, const QString &text) {
-        m_endings.append({outcome, text});
-    });
-}
-
-SessionTest::Ending SessionTest::run(Refresh refresh)
-{
-    m_endings.clear();
-    start(refresh);
-    if (!m_endings.isEmpty())
-        qFatal("answered from inside the call");
-    if (!QTest::qWaitFor([&] { return !m_endings.isEmpty(); }, patienceMs))
-        qFatal("no answer");
-    return m_endings.constLast();
-}
-
-QList<TracedRequest> SessionTest::settled()
-{
-    if (!QTest::qWaitFor([&] { return !m_client->isWaiting(); }, patienceMs))
-        qFatal("no answer");
-    return m_platform.takeRequests();
-}
-
-void SessionTest::signsInWithTheStoredToken()
-{
-    const QString token = model().login_token();
-    QCOMPARE(run(Refresh::No).outcome, Outcome::SignedIn);
-    QVERIFY(!model().isLogin());
-    QCOMPARE(run().outcome, Outcome::SignedIn);
-    QVERIFY(model().isLogin());
-    // What a screen stores is left alone.
-    QVERIFY(!m_client->net.defaults.objectForKey(u"redirect_url"_s).isValid());
-
-    const QList<TracedRequest> requests = settled();
-    QCOMPARE(requests.size(), 2);
-    QCOMPARE(requests.constFirst().path, u"/school01/do"_s);
-    QCOMPARE(requests.constFirst().value(u"login_token"_s), token);
-    QCOMPARE(requests.constFirst().value(u"login_type"_s), u"3"_s);
-    QCOMPARE(model().userModel->user_code, u"student01"_s);
-    QCOMPARE(m_client->savedCookieNames(), (QStringList {u"mo"_s, u"tmo"_s}));
-}
 
 void SessionTest::storesNothingWithoutSuccess()
 {
@@ -143,136 +196,6 @@ void SessionTest::storesNothingWithoutSuccess()
         QVERIFY(!m_client->net.defaults.objectForKey(u"vantCookies"_s).isValid());
         QVERIFY(!m_client->isWaiting());
     }
-}
-
-void SessionTest::oneRunsAtATimeAndAnyRefreshCounts()
-{
-    start(Refresh::No);
-    start(Refresh::Yes);
-    m_client->silentLogin.start(
-        Refresh::No, UserCheck::No, [this](Outcome, const QString &) { start(Refresh::No); });
-    TRY_COMPARE(m_endings.size(), 3);
-    for (const Ending &ending : std::as_const(m_endings))
-        QCOMPARE(ending.outcome, Outcome::SignedIn);
-    QVERIFY(model().isLogin());
-    // The three together made one, the one from an answer another.
-    QCOMPARE(settled().size(), 2);
-}
-
-void SessionTest::onlyThoseWhoCheckRefuseAnAccount()
-{
-    QVERIFY(m_client->rememberLogin(u"parent01"_s));
-    start(Refresh::Yes, UserCheck::Yes);
-    start(Refresh::No, UserCheck::No);
-    TRY_COMPARE(m_endings.size(), 2);
-    QCOMPARE(m_endings[0].outcome, Outcome::Refused);
-    QCOMPARE(m_endings[1].outcome, Outcome::SignedIn);
-    QCOMPARE(model().userModel->user_code, u"parent01"_s);
-}
-
-void SessionTest::bindsTheClientIdThatIsKnown()
-{
-    run();
-    QVERIFY(!m_client->isWaiting());
-    // An id that comes later waits for the next login.
-    model().setC_id(u"cid-1"_s);
-    m_client->mainQueue.advance(24h);
-    QCOMPARE(settled().size(), 1);
-
-    m_platform.addFault({{u"start"_s, u"bindGeTui"_s}, {u"status"_s, 500}});
-    run();
-    const QList<TracedRequest> requests = settled();
-    QCOMPARE(requests.size(), 2);
-    QCOMPARE(requests[1].path, u"/school01/do"_s);
-    QCOMPARE(requests[1].value(u"action"_s), u"gpl/common/hv/bind"_s);
-    QCOMPARE(requests[1].value(u"start"_s), u"bindGeTui"_s);
-    QCOMPARE(requests[1].value(u"c_id"_s), u"cid-1"_s);
-    QCOMPARE(requests[1].value(u"user_id"_s), model().userModel->user_id);
-
-    model().setC_id(u"cid-2"_s);
-    m_client->mainQueue.advance(1h);
-    QCOMPARE(settled().constFirst().value(u"c_id"_s), u"cid-2"_s);
-    m_client->mainQueue.advance(24h);
-    QCOMPARE(settled().size(), 0);
-}
-
-void SessionTest::elevenFailedBindingsMakeTenRetries()
-{
-    m_platform.addFault({{u"start"_s, u"bindGeTui"_s}, {u"times"_s, 1000}, {u"status"_s, 500}});
-    model().setC_id(u"cid-1"_s);
-    model().userModel = UserModel();
-    m_client->binding.bindGeTui();
-    QCOMPARE(settled().size(), 1);
-    for (int retry = 1; retry <= 10; ++retry) {
-        m_client->mainQueue.advance(3599s);
-        QCOMPARE(settled().size(), 0);
-        m_client->mainQueue.advance(1s);
-        QCOMPARE(settled().size(), 1);
-    }
-    // The process's ten are used up.
-    m_client->mainQueue.advance(24h);
-    QCOMPARE(settled().size(), 0);
-    m_client->binding.bindGeTui();
-    QCOMPARE(settled().size(), 1);
-    m_client->mainQueue.advance(24h);
-    QCOMPARE(settled().size(), 0);
-}
-
-void SessionTest::aDeadSessionAnswersNobody()
-{
-    m_platform.addFault({{u"start"_s, u"login4H5"_s}, {u"delay_ms"_s, 100}});
-    {
-        SilentLogin brief(&model(), &m_client->net.requests, &m_client->cookies, &m_client->result,
-            &m_client->binding);
-        brief.start(Refresh::Yes, UserCheck::Yes,
-            [this](Outcome, const QString &) { m_endings.append(Ending()); });
-    }
-    TRY_VERIFY(!m_client->isWaiting());
-    QCOMPARE(m_endings.size(), 0);
-    QVERIFY(!model().isLogin());
-}
-
-void SessionTest::whoSignsOutMeanwhileStaysSignedOut()
-{
-    start(Refresh::Yes);
-    m_client->silentLogin.cancel();
-    QCOMPARE(m_endings.size(), 1);
-    QCOMPARE(m_endings.constFirst().outcome, Outcome::Failed);
-    QVERIFY(m_endings.constFirst().text.isNull());
-    settled();
-    QCOMPARE(m_endings.size(), 1);
-    QVERIFY(!model().isLogin());
-    QCOMPARE(run().outcome, Outcome::SignedIn);
-}
-
-void SessionTest::aScreensLoginSignsInLast()
-{
-    const QJsonObject answer = QJsonDocument::fromJson(R"({
-        "siteInfo": {"global_ctx": "http://g/", "site_code": "school01", "redirect_url": "http://p/i"},
-        "user": {"user_id": "u1", "user_type": "1", "site_id": 10001}, "user_type": "2",
-        "ssoinfo": {"ck_LoginId": "u1", "ck_RoleIds": 1}, "login_token": "new token",
-        "redirect_url": "http://p/index.html"})")
-                                   .object();
-    int signedIn = 0;
-    model().observeIsLogin(this, [&](bool isLogin) {
-        if (!isLogin)
-            return;
-        ++signedIn;
-        QCOMPARE(model().login_token(), u"new token"_s);
-        QCOMPARE(model().school(), u"厦门实验小学"_s);
-        QCOMPARE(model().provinces(), u"福建"_s);
-        QCOMPARE(model().city(), u"厦门"_s);
-        QCOMPARE(m_client->net.defaults.stringForKey(u"redirect_url"_s), u"http://p/index.html"_s);
-        QCOMPARE(
-            model().siteInfo, (SiteModel {u"http://g/"_s, {}, u"school01"_s, u"http://p/i"_s}));
-        QCOMPARE(model().ssoinfo, (SsoModel {u"u1"_s, {}, u"1"_s, {}}));
-        QCOMPARE(model().user_type, 2);
-        QCOMPARE(model().userModel->user_type, 1);
-        QCOMPARE(model().userModel->site_id, u"10001"_s);
-    });
-    m_client->result.handleLoginResult(
-        answer, ChosenRegion {u"厦门实验小学"_s, u"福建"_s, u"厦门"_s});
-    QCOMPARE(signedIn, 1);
 }
 
 void SessionTest::anAnswerKeepsWhatWorks()

@@ -23,17 +23,125 @@ class SsoCookiesTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void bringsTheSessionBackAfterARestart();
-    void leavesALiveSessionAlone_data();
-    void leavesALiveSessionAlone();
-    void restoresNothingFromABrokenList();
-    void clearsWhatItSays();
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        restart();
+    }
+
+    void bringsTheSessionBackAfterARestart()
+    {
+        receive("mo=host only; Path=/; HttpOnly; Secure");
+        receive("tmo=of the domain; Path=/; Domain=rb.example; Max-Age=900");
+        receive("route=1; Path=/");
+        m_cookies->handleCookie();
+        const QList<QNetworkCookie> before = m_storage->cookies();
+
+        restart();
+        m_cookies->configCookies();
+        QCOMPARE(sentTo(portal), (QByteArrayList {"mo=host only", "tmo=of the domain"}));
+        QCOMPARE(sentTo(subdomain), QByteArrayList {"tmo=of the domain"});
+        for (const QNetworkCookie &cookie : m_storage->cookies()) {
+            const auto same = [&](const QNetworkCookie &other) {
+                return cookie.hasSameIdentifier(other) && cookie.value() == other.value()
+                    && cookie.isHttpOnly() == other.isHttpOnly()
+                    && cookie.isSecure() == other.isSecure()
+                    && cookie.isSessionCookie() == other.isSessionCookie();
+            };
+            QVERIFY2(std::any_of(before.cbegin(), before.cend(), same), cookie.toRawForm());
+        }
+    }
+
+    void leavesALiveSessionAlone_data()
+    {
+        QTest::addColumn<QByteArray>("header");
+        QTest::addColumn<QByteArrayList>("after");
+        QTest::newRow("the other one is live") << "tmo=new"_ba << QByteArrayList {"tmo=new"};
+        QTest::newRow("the same one is live") << "mo=new"_ba << QByteArrayList {"mo=new"};
+        QTest::newRow("another path's is live")
+            << "mo=new; Path=/x"_ba << QByteArrayList {"mo=new"};
+        QTest::newRow("only others are live")
+            << "MO=new"_ba << QByteArrayList {"MO=new", "mo=old", "tmo=old"};
+        QTest::newRow("the same one was taken back")
+            << "mo=; Expires=Thu, 01 Jan 1970 00:00:00 GMT"_ba
+            << QByteArrayList {"mo=old", "tmo=old"};
+        QTest::newRow("none is live") << ""_ba << QByteArrayList {"mo=old", "tmo=old"};
+    }
+
+    void leavesALiveSessionAlone()
+    {
+        QFETCH(QByteArray, header);
+        receive("mo=old");
+        receive("tmo=old");
+        m_cookies->handleCookie();
+        restart();
+        if (!header.isEmpty())
+            receive(header);
+        m_cookies->configCookies();
+        QTEST(live(), "after");
+    }
+
+    void restoresNothingFromABrokenList()
+    {
+        const QVariantMap nameless {{u"Value"_s, u"1"_s}};
+        const QVariantMap another {{u"Name"_s, u"route"_s}, {u"Domain"_s, u"rb.example"_s}};
+        for (const QVariant &stored : {QVariant(u"mo=1"_s), QVariant(QVariantList {u"mo"_s, 5}),
+                 QVariant(QVariantList {nameless, another})}) {
+            m_defaults->setObject(stored, savedKey);
+            m_cookies->configCookies();
+            QCOMPARE(live(), {});
+        }
+    }
+
+    void clearsWhatItSays()
+    {
+        const QByteArrayList others {"MO=3", "mo2=4"};
+        for (const char *header : {"mo=1; Path=/", "tmo=2; Path=/a", "MO=3; Path=/", "mo2=4"})
+            receive(header, QUrl(u"https://rb.example/a/b"_s));
+        m_cookies->handleCookie();
+        m_cookies->clearStorage();
+        QCOMPARE(live(), others);
+        QCOMPARE(saved().size(), 2);
+
+        m_cookies->configCookies();
+        m_cookies->removeSaved();
+        QCOMPARE(live().size(), 4);
+        QVERIFY(!m_defaults->objectForKey(savedKey).isValid());
+
+        m_cookies->handleCookie();
+        m_cookies->clearCookies();
+        QCOMPARE(live(), others);
+        QVERIFY(!m_defaults->objectForKey(savedKey).isValid());
+
+        // A list of none replaces the saved one, and is a list.
+        m_cookies->handleCookie();
+        restart();
+        QVERIFY(m_defaults->objectForKey(savedKey).isValid());
+        QCOMPARE(saved(), {});
+    }
 
 private:
-    void restart();
-    void receive(const QByteArray &header, const QUrl &from = portal);
-    static QByteArrayList pairs(const QList<QNetworkCookie> &cookies);
+    void restart()
+    {
+        m_defaults = std::make_unique<UserDefaults>(m_folder->filePath(u"settings.ini"_s));
+        m_storage = std::make_unique<HTTPCookieStorage>(m_folder->filePath(u"cookies.json"_s));
+        m_cookies = std::make_unique<SsoCookies>(m_storage.get(), m_defaults.get());
+    }
+
+    void receive(const QByteArray &header, const QUrl &from = portal)
+    {
+        m_storage->setCookiesFromUrl(QNetworkCookie::parseCookies(header), from);
+    }
+
+    static QByteArrayList pairs(const QList<QNetworkCookie> &cookies)
+    {
+        QByteArrayList pairs;
+        for (const QNetworkCookie &cookie : cookies)
+            pairs << cookie.toRawForm(QNetworkCookie::NameAndValueOnly);
+        std::sort(pairs.begin(), pairs.end());
+        return pairs;
+    }
+
     QByteArrayList live() const { return pairs(m_storage->cookies()); }
     QByteArrayList sentTo(const QUrl &url) const { return pairs(m_storage->cookiesForUrl(url)); }
     QVariantList saved() const { return m_defaults->objectForKey(savedKey).toList(); }
@@ -43,122 +151,6 @@ private:
     std::unique_ptr<HTTPCookieStorage> m_storage;
     std::unique_ptr<SsoCookies> m_cookies;
 };
-
-void SsoCookiesTest::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-    restart();
-}
-
-void SsoCookiesTest::restart()
-{
-    m_defaults = std::make_unique<UserDefaults>(m_folder->filePath(u"settings.ini"_s));
-    m_storage = std::make_unique<HTTPCookieStorage>(m_folder->filePath(u"cookies.json"_s));
-    m_cookies = std::make_unique<SsoCookies>(m_storage.get(), m_defaults.get());
-}
-
-void SsoCookiesTest::receive(const QByteArray &header, const QUrl &from)
-{
-    m_storage->setCookiesFromUrl(QNetworkCookie::parseCookies(header), from);
-}
-
-QByteArrayList SsoCookiesTest::pairs(const QList<QNetworkCookie> &cookies)
-{
-    QByteArrayList pairs;
-    for (const QNetworkCookie &cookie : cookies)
-        pairs << cookie.toRawForm(QNetworkCookie::NameAndValueOnly);
-    std::sort(pairs.begin(), pairs.end());
-    return pairs;
-}
-
-void SsoCookiesTest::bringsTheSessionBackAfterARestart()
-{
-    receive("mo=host only; Path=/; HttpOnly; Secure");
-    receive("tmo=of the domain; Path=/; Domain=rb.example; Max-Age=900");
-    receive("route=1; Path=/");
-    m_cookies->handleCookie();
-    const QList<QNetworkCookie> before = m_storage->cookies();
-
-    restart();
-    m_cookies->configCookies();
-    QCOMPARE(sentTo(portal), (QByteArrayList {"mo=host only", "tmo=of the domain"}));
-    QCOMPARE(sentTo(subdomain), QByteArrayList {"tmo=of the domain"});
-    for (const QNetworkCookie &cookie : m_storage->cookies()) {
-        const auto same = [&](const QNetworkCookie &other) {
-            return cookie.hasSameIdentifier(other) && cookie.value() == other.value()
-                && cookie.isHttpOnly() == other.isHttpOnly()
-                && cookie.isSecure() == other.isSecure()
-                && cookie.isSessionCookie() == other.isSessionCookie();
-        };
-        QVERIFY2(std::any_of(before.cbegin(), before.cend(), same), cookie.toRawForm());
-    }
-}
-
-void SsoCookiesTest::leavesALiveSessionAlone_data()
-{
-    QTest::addColumn<QByteArray>("header");
-    QTest::addColumn<QByteArrayList>("after");
-    QTest::newRow("the other one is live") << "tmo=new"_ba << QByteArrayList {"tmo=new"};
-    QTest::newRow("the same one is live") << "mo=new"_ba << QByteArrayList {"mo=new"};
-    QTest::newRow("another path's is live") << "mo=new; Path=/x"_ba << QByteArrayList {"mo=new"};
-    QTest::newRow("only others are live")
-        << "MO=new"_ba << QByteArrayList {"MO=new", "mo=old", "tmo=old"};
-    QTest::newRow("the same one was taken back")
-        << "mo=; Expires=Thu, 01 Jan 1970 00:00:00 GMT"_ba << QByteArrayList {"mo=old", "tmo=old"};
-    QTest::newRow("none is live") << ""_ba << QByteArrayList {"mo=old", "tmo=old"};
-}
-
-void SsoCookiesTest::leavesALiveSessionAlone()
-{
-    QFETCH(QByteArray, header);
-    receive("mo=old");
-    receive("tmo=old");
-    m_cookies->handleCookie();
-    restart();
-    if (!header.isEmpty())
-        receive(header);
-    m_cookies->configCookies();
-    QTEST(live(), "after");
-}
-
-void SsoCookiesTest::restoresNothingFromABrokenList()
-{
-    const QVariantMap nameless {{u"Value"_s, u"1"_s}};
-    const QVariantMap another {{u"Name"_s, u"route"_s}, {u"Domain"_s, u"rb.example"_s}};
-    for (const QVariant &stored : {QVariant(u"mo=1"_s), QVariant(QVariantList {u"mo"_s, 5}),
-             QVariant(QVariantList {nameless, another})}) {
-        m_defaults->setObject(stored, savedKey);
-        m_cookies->configCookies();
-        QCOMPARE(live(), {});
-    }
-}
-
-void SsoCookiesTest::clearsWhatItSays()
-{
-    const QByteArrayList others {"MO=3", "mo2=4"};
-    for (const char *header : {"mo=1; Path=/", "tmo=2; Path=/a", "MO=3; Path=/", "mo2=4"})
-        receive(header, QUrl(u"https://rb.example/a/b"_s));
-    m_cookies->handleCookie();
-    m_cookies->clearStorage();
-    QCOMPARE(live(), others);
-    QCOMPARE(saved().size(), 2);
-
-    m_cookies->configCookies();
-    m_cookies->removeSaved();
-    QCOMPARE(live().size(), 4);
-    QVERIFY(!m_defaults->objectForKey(savedKey).isValid());
-
-    m_cookies->handleCookie();
-    m_cookies->clearCookies();
-    QCOMPARE(live(), others);
-    QVERIFY(!m_defaults->objectForKey(savedKey).isValid());
-
-    // A list of none replaces the saved one, and is a list.
-    m_cookies->handleCookie();
-    restart();
-    QVERIFY(m_defaults->objectForKey(savedKey).isValid());
-    QCOMPARE(saved(), {});
-}
 
 QTEST_GUILESS_MAIN(SsoCookiesTest)
 #include "SsoCookiesTest.moc"

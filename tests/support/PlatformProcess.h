@@ -41,9 +41,10 @@ public:
     //! Takes back all faults and answers, and empties the trace.
     void reset();
 
-private:
+    //! GETs of the platform's controls, or POSTs the JSON there: "_control/trace".
     QByteArray control(const QString &path, const QByteArray &body = {}) const;
 
+private:
     QProcess m_process;
     mutable QNetworkAccessManager m_network;
     int m_port = 0;

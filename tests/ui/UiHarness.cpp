@@ -2,7 +2,6 @@
 
 #include <QAccessible>
 #include <QGuiApplication>
-#include <QQmlComponent>
 #include <QQmlEngine>
 #include <QSignalSpy>
 #include <QtQml/qqmlextensionplugin.h>
@@ -42,15 +41,6 @@ void UiHarness::showRootView(Shell *anotherShell)
         u"Sample"_s, QUrl(u"qrc:/samples/SampleScreen.qml"_s));
     view.setInitialProperties({{u"shell"_s, QVariant::fromValue(anotherShell)}});
     view.setSource(QUrl(u"qrc:/qt/qml/Vant/Ui/RootView.qml"_s));
-    show();
-}
-
-void UiHarness::showControls(const QByteArray &qml)
-{
-    auto *component = new QQmlComponent(view.engine(), &view);
-    component->setData("import QtQuick\nimport Vant.Ui\nItem {\n" + qml + "}", QUrl());
-    QVERIFY2(component->isReady(), qPrintable(component->errorString()));
-    view.setContent(QUrl(), component, component->create());
     show();
 }
 

@@ -7,7 +7,7 @@
 #include <QQuickItem>
 #include <QQuickView>
 
-//! A window with a shell under a manual clock: the whole of RootView, or a few controls.
+//! A window with a shell under a manual clock: the whole of RootView.
 class UiHarness
 {
 public:
@@ -17,8 +17,6 @@ public:
     //! Shows RootView, with SampleScreen registered as "Sample".
     void showRootView() { showRootView(&shell); }
     void showRootView(Shell *anotherShell);
-    //! Shows what stands in the QML text, under an item that fills the window.
-    void showControls(const QByteArray &qml);
 
     //! All visible items, from the back to the front.
     QList<QQuickItem *> items() const;

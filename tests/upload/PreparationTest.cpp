@@ -69,289 +69,206 @@ class PreparationTest : public QObject
 
 private Q_SLOTS:
     void init() { m_folder = std::make_unique<QTemporaryDir>(); }
-    void tellsAPhotoByItsContent_data();
-    void tellsAPhotoByItsContent();
-    void keepsAHeicUpright();
-    void exportsAClip_data();
-    void exportsAClip();
-    void refusesWhatIsNoClip_data();
-    void refusesWhatIsNoClip();
-    void sameClipGivesTheSameBytes();
-    void keepsTheNewestExports();
-    void anExportCanBeStopped_data();
-    void anExportCanBeStopped();
-    void thumbnailsStandUpright_data();
-    void thumbnailsStandUpright();
+
+    void tellsAPhotoByItsContent_data()
+    {
+        QTest::addColumn<QString>("made");
+        QTest::addColumn<QString>("named");
+        QTest::addColumn<QString>("extension");
+        QTest::newRow("JPEG") << u"JPEG"_s << u"a.heic"_s << u"jpeg"_s;
+        QTest::newRow("PNG") << u"PNG"_s << u"a.jpg"_s << u"png"_s;
+        QTest::newRow("HEIC") << u"HEIC"_s << u"a.png"_s << u"jpeg"_s;
+        QTest::newRow("BMP") << u"BMP"_s << u"a.jpg"_s << u""_s;
+        QTest::newRow("damaged HEIC") << u"half"_s << u"a.heic"_s << QString();
+        QTest::newRow("nothing") << QString() << u"a.jpg"_s << QString();
+    }
+
+    void tellsAPhotoByItsContent()
+    {
+        QFETCH(QString, made);
+        QFETCH(QString, named);
+        QFETCH(QString, extension);
+        const QString path = at(named);
+        const bool heic = made == u"HEIC" || made == u"half";
+        if (heic) {
+            writeHeic(at(u"heic"_s), {641, 361});
+            const QByteArray whole = contentOf(at(u"heic"_s));
+            write(path, made == u"half" ? whole.first(whole.size() / 2) : whole);
+        } else if (!made.isNull()) {
+            writePhoto(path, made.toLatin1(), {64, 48});
+        }
+        const auto result = prepared(path);
+        QCOMPARE(result.error.isNull(), !extension.isNull());
+        if (extension.isNull())
+            return;
+        QCOMPARE(result.fileExtension, extension);
+        QVERIFY(result.data.writeAtomically(at(u"out"_s), {}));
+        const QByteArray bytes = contentOf(at(u"out"_s));
+        QVERIFY(heic ? bytes.startsWith("\xff\xd8\xff") : bytes == contentOf(path));
+        if (heic)
+            QCOMPARE(QImage::fromData(bytes).size(), QSize(641, 361));
+    }
+
+    void keepsAHeicUpright()
+    {
+        writeTurnedHeic(at(u"a.heic"_s), {640, 360});
+        const auto result = prepared(at(u"a.heic"_s));
+        QVERIFY(result.data.writeAtomically(at(u"out"_s), {}));
+        const QImage image(at(u"out"_s), "JPEG");
+        QCOMPARE(image.size(), QSize(360, 640));
+        QVERIFY(lightness(image, 0.9, 0.5) < 30 && lightness(image, 0.1, 0.5) > 220);
+    }
+
+    void exportsAClip_data()
+    {
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<bool>("turned");
+        QTest::addColumn<bool>("sound");
+        QTest::addColumn<QSize>("size");
+        const auto row
+            = [](const char *name, const char *stored, bool turned, bool sound, QSize size) {
+                  QTest::newRow(name) << QString::fromLatin1(stored) << turned << sound << size;
+              };
+        row("lying, with sound", "width=1280,height=720", false, true, {960, 540});
+        row("held upright", "width=1280,height=720", true, true, {540, 960});
+        row("stored upright", "width=360,height=1280", false, false, {270, 960});
+        row("odd", "width=321,height=181", false, false, {320, 180});
+        row("small and turned", "width=320,height=240", true, false, {240, 320});
+        row("square", "width=1000,height=1000", false, false, {540, 540});
+        row("wide pixels", "width=360,height=540,pixel-aspect-ratio=2/1", false, false, {720, 540});
+    }
+
+    void exportsAClip()
+    {
+        QFETCH(QString, stored);
+        QFETCH(bool, turned);
+        QFETCH(bool, sound);
+        QFETCH(QSize, size);
+        writeClip(at(u"a clip.mp4"_s), stored, sound ? Sound::Ticking : Sound::None);
+        if (turned)
+            turnClip(at(u"a clip.mp4"_s));
+        QList<double> progress;
+        const auto result = exported(at(u"a clip.mp4"_s), &progress);
+        QCOMPARE(result.error, QString());
+        QVERIFY(std::is_sorted(progress.cbegin(), progress.cend()));
+        QCOMPARE(progress.constLast(), 1.0);
+        const auto clip = ClipInfo::read(result.filePath, {});
+        QCOMPARE(clip.size, size);
+        QVERIFY(!clip.isTurned);
+        QVERIFY(qAbs(clip.duration.count() - 2000) < 200);
+        const QByteArray bytes = contentOf(result.filePath);
+        QVERIFY(bytes.contains("avc1"));
+        QCOMPARE(bytes.contains("mp4a"), sound);
+        const QImage frame = Thumbnail::ofVideo(result.filePath, 200, Qt::KeepAspectRatio).image;
+        // What was at the top is at the right when it was turned.
+        const double dark = turned ? lightness(frame, 0.95, 0.5) : lightness(frame, 0.5, 0.05);
+        const double light = turned ? lightness(frame, 0.05, 0.5) : lightness(frame, 0.5, 0.95);
+        QVERIFY2(light - dark > 100, qPrintable(u"%1 %2"_s.arg(dark).arg(light)));
+    }
+
+    void refusesWhatIsNoClip()
+    {
+        const QString path = at(u"clip.mp4"_s);
+        const auto verifyRefusal = [&](const char *kind) {
+            const auto result = exported(path);
+            QVERIFY2(!result.error.isNull() && result.filePath.isNull(), kind);
+            QCOMPARE(kept(), {});
+            QVERIFY2(Thumbnail::ofVideo(path, 100).image.isNull(), kind);
+        };
+        verifyRefusal("nothing");
+        QCOMPARE(mkfifo(path.toLocal8Bit().constData(), 0600), 0);
+        verifyRefusal("pipe");
+        QVERIFY(QFile::remove(path));
+        write(path, QByteArray("no clip\n").repeated(4000));
+        verifyRefusal("text");
+        writeSound(path);
+        verifyRefusal("sound only");
+        writeClip(path, u"width=320,height=240"_s, Sound::Ticking);
+        QByteArray clip = contentOf(path);
+        write(path, clip.first(clip.size() / 2));
+        verifyRefusal("cut off");
+        write(path, clip.replace(clip.indexOf("avcC") + 8, 60, QByteArray(60, '\x5a')));
+        verifyRefusal("damaged within");
+    }
+
+    void sameClipGivesTheSameBytes()
+    {
+        writeClip(at(u"a.mp4"_s), u"width=1280,height=720"_s, Sound::Ticking);
+        QFile::copy(at(u"a.mp4"_s), at(u"b.mp4"_s));
+        const auto first = exported(at(u"a.mp4"_s));
+        const QByteArray bytes = contentOf(first.filePath);
+        // Seconds of making must not be there, in which two exports may agree by chance.
+        for (const char *box : {"mvhd", "tkhd", "mdhd"})
+            QCOMPARE(bytes.sliced(bytes.indexOf(box) + 8, 8), QByteArray(8, '\0'));
+        QVERIFY(QFile::remove(first.filePath));
+        QCOMPARE(contentOf(exported(at(u"b.mp4"_s)).filePath), bytes);
+
+        write(first.filePath, "kept");
+        QCOMPARE(contentOf(exported(at(u"b.mp4"_s)).filePath), "kept"_ba);
+    }
+
+    void anExportCanBeStopped()
+    {
+        writeClip(at(u"a.mp4"_s), u"width=640,height=360"_s, Sound::None, 600);
+        for (const bool destroyed : {false, true}) {
+            auto videoExport = std::make_unique<VideoExport>(at(u"cache"_s));
+            QList<VideoExport::Result> answers;
+            const auto answered = [&](const auto &result) { answers += result; };
+            bool running = false;
+            videoExport->exportClip(
+                at(u"a.mp4"_s), [&](double) { running = true; }, answered);
+            videoExport->exportClip(at(u"a.mp4"_s), {}, answered);
+            TRY_VERIFY(running);
+            if (destroyed)
+                videoExport.reset();
+            else
+                videoExport->cancel();
+            TRY_COMPARE(answers.size(), destroyed ? 0 : 2);
+            for (const auto &answer : answers)
+                QVERIFY(!answer.error.isNull());
+            QCOMPARE(kept(), {});
+        }
+    }
 
 private:
     QString at(const QString &name) const { return m_folder->filePath(name); }
     QStringList kept() const { return QDir(at(u"cache"_s)).entryList(QDir::Files, QDir::Time); }
-    PhotoPreparation::Result prepared(const QString &path) const;
-    VideoExport::Result exported(const QString &path, QList<double> *progress = nullptr) const;
+
+    PhotoPreparation::Result prepared(const QString &path) const
+    {
+        PhotoPreparation preparation;
+        QList<PhotoPreparation::Result> results;
+        preparation.preparePhoto(path, [&](const auto &result) {
+            results += result;
+            QVERIFY(onMainThread());
+        });
+        if (!QTest::qWaitFor([&] { return !results.isEmpty(); }, 20'000))
+            qFatal("no answer");
+        return results.constFirst();
+    }
+
+    VideoExport::Result exported(const QString &path, QList<double> *progress = nullptr) const
+    {
+        VideoExport videoExport(at(u"cache"_s));
+        std::optional<VideoExport::Result> answer;
+        videoExport.exportClip(
+            path,
+            [&](double share) {
+                QVERIFY(onMainThread() && !answer);
+                if (progress)
+                    *progress += share;
+            },
+            [&](const auto &result) {
+                QVERIFY(onMainThread() && !answer);
+                answer = result;
+            });
+        if (!QTest::qWaitFor([&] { return answer.has_value(); }, 60'000))
+            qFatal("no answer");
+        return *answer;
+    }
 
     std::unique_ptr<QTemporaryDir> m_folder;
 };
-
-PhotoPreparation::Result PreparationTest::prepared(const QString &path) const
-{
-    PhotoPreparation preparation;
-    QList<PhotoPreparation::Result> results;
-    preparation.preparePhoto(path, [&](const auto &result) {
-        results += result;
-        QVERIFY(onMainThread());
-    });
-    if (!QTest::qWaitFor([&] { return !results.isEmpty(); }, 20'000))
-        qFatal("no answer");
-    return results.constFirst();
-}
-
-VideoExport::Result PreparationTest::exported(const QString &path, QList<double> *progress) const
-{
-    VideoExport videoExport(at(u"cache"_s));
-    std::optional<VideoExport::Result> answer;
-    videoExport.exportClip(
-        path,
-        [&](double share) {
-            QVERIFY(onMainThread() && !answer);
-            if (progress)
-                *progress += share;
-        },
-        [&](const auto &result) {
-            QVERIFY(onMainThread() && !answer);
-            answer = result;
-        });
-    if (!QTest::qWaitFor([&] { return answer.has_value(); }, 60'000))
-        qFatal("no answer");
-    return *answer;
-}
-
-void PreparationTest::tellsAPhotoByItsContent_data()
-{
-    QTest::addColumn<QString>("made");
-    QTest::addColumn<QString>("named");
-    QTest::addColumn<QString>("extension");
-    QTest::newRow("JPEG") << u"JPEG"_s << u"a.heic"_s << u"jpeg"_s;
-    QTest::newRow("PNG") << u"PNG"_s << u"a.jpg"_s << u"png"_s;
-    QTest::newRow("HEIC") << u"HEIC"_s << u"a.png"_s << u"jpeg"_s;
-    QTest::newRow("BMP") << u"BMP"_s << u"a.jpg"_s << u""_s;
-    QTest::newRow("damaged HEIC") << u"half"_s << u"a.heic"_s << QString();
-    QTest::newRow("nothing") << QString() << u"a.jpg"_s << QString();
-}
-
-void PreparationTest::tellsAPhotoByItsContent()
-{
-    QFETCH(QString, made);
-    QFETCH(QString, named);
-    QFETCH(QString, extension);
-    const QString path = at(named);
-    const bool heic = made == u"HEIC" || made == u"half";
-    if (heic) {
-        writeHeic(at(u"heic"_s), {641, 361});
-        const QByteArray whole = contentOf(at(u"heic"_s));
-        write(path, made == u"half" ? whole.first(whole.size() / 2) : whole);
-    } else if (!made.isNull()) {
-        writePhoto(path, made.toLatin1(), {64, 48});
-    }
-    const auto result = prepared(path);
-    QCOMPARE(result.error.isNull(), !extension.isNull());
-    if (extension.isNull())
-        return;
-    QCOMPARE(result.fileExtension, extension);
-    QVERIFY(result.data.writeAtomically(at(u"out"_s), {}));
-    const QByteArray bytes = contentOf(at(u"out"_s));
-    QVERIFY(heic ? bytes.startsWith("\xff\xd8\xff") : bytes == contentOf(path));
-    if (heic)
-        QCOMPARE(QImage::fromData(bytes).size(), QSize(641, 361));
-}
-
-void PreparationTest::keepsAHeicUpright()
-{
-    writeTurnedHeic(at(u"a.heic"_s), {640, 360});
-    const auto result = prepared(at(u"a.heic"_s));
-    QVERIFY(result.data.writeAtomically(at(u"out"_s), {}));
-    const QImage image(at(u"out"_s), "JPEG");
-    QCOMPARE(image.size(), QSize(360, 640));
-    QVERIFY(lightness(image, 0.9, 0.5) < 30 && lightness(image, 0.1, 0.5) > 220);
-}
-
-void PreparationTest::exportsAClip_data()
-{
-    QTest::addColumn<QString>("stored");
-    QTest::addColumn<bool>("turned");
-    QTest::addColumn<bool>("sound");
-    QTest::addColumn<QSize>("size");
-    const auto row = [](const char *name, const char *stored, bool turned, bool sound, QSize size) {
-        QTest::newRow(name) << QString::fromLatin1(stored) << turned << sound << size;
-    };
-    row("lying, with sound", "width=1280,height=720", false, true, {960, 540});
-    row("held upright", "width=1280,height=720", true, true, {540, 960});
-    row("stored upright", "width=360,height=1280", false, false, {270, 960});
-    row("odd", "width=321,height=181", false, false, {320, 180});
-    row("small and turned", "width=320,height=240", true, false, {240, 320});
-    row("square", "width=1000,height=1000", false, false, {540, 540});
-    row("wide pixels", "width=360,height=540,pixel-aspect-ratio=2/1", false, false, {720, 540});
-}
-
-void PreparationTest::exportsAClip()
-{
-    QFETCH(QString, stored);
-    QFETCH(bool, turned);
-    QFETCH(bool, sound);
-    QFETCH(QSize, size);
-    writeClip(at(u"a clip.mp4"_s), stored, sound ? Sound::Ticking : Sound::None);
-    if (turned)
-        turnClip(at(u"a clip.mp4"_s));
-    QList<double> progress;
-    const auto result = exported(at(u"a clip.mp4"_s), &progress);
-    QCOMPARE(result.error, QString());
-    QVERIFY(std::is_sorted(progress.cbegin(), progress.cend()));
-    QCOMPARE(progress.constLast(), 1.0);
-    const auto clip = ClipInfo::read(result.filePath, {});
-    QCOMPARE(clip.size, size);
-    QVERIFY(!clip.isTurned);
-    QVERIFY(qAbs(clip.duration.count() - 2000) < 200);
-    const QByteArray bytes = contentOf(result.filePath);
-    QVERIFY(bytes.contains("avc1"));
-    QCOMPARE(bytes.contains("mp4a"), sound);
-    const QImage frame = Thumbnail::ofVideo(result.filePath, 200, Qt::KeepAspectRatio).image;
-    // What was at the top is at the right when it was turned.
-    const double dark = turned ? lightness(frame, 0.95, 0.5) : lightness(frame, 0.5, 0.05);
-    const double light = turned ? lightness(frame, 0.05, 0.5) : lightness(frame, 0.5, 0.95);
-    QVERIFY2(light - dark > 100, qPrintable(u"%1 %2"_s.arg(dark).arg(light)));
-}
-
-void PreparationTest::refusesWhatIsNoClip_data()
-{
-    QTest::addColumn<QString>("kind");
-    for (const char *kind : {"nothing", "folder", "pipe", "empty", "text", "picture", "cut off",
-             "sound only", "damaged within"})
-        QTest::newRow(kind) << QString::fromLatin1(kind);
-}
-
-void PreparationTest::refusesWhatIsNoClip()
-{
-    QFETCH(QString, kind);
-    const QString path = at(u"clip.mp4"_s);
-    if (kind == u"folder")
-        QDir().mkpath(path);
-    else if (kind == u"pipe")
-        QCOMPARE(mkfifo(path.toLocal8Bit().constData(), 0600), 0);
-    else if (kind == u"empty" || kind == u"text")
-        write(path, kind == u"text" ? QByteArray("no clip\n").repeated(4000) : QByteArray());
-    else if (kind == u"picture")
-        writePhoto(path, "PNG", {320, 240});
-    else if (kind == u"sound only")
-        writeSound(path);
-    else if (kind != u"nothing")
-        writeClip(path, u"width=320,height=240"_s, Sound::Ticking);
-    if (kind == u"cut off") {
-        QVERIFY(QFile::resize(path, QFileInfo(path).size() / 2));
-    } else if (kind == u"damaged within") {
-        QByteArray clip = contentOf(path);
-        clip.replace(clip.indexOf("avcC") + 8, 60, QByteArray(60, '\x5a'));
-        write(path, clip);
-    }
-    const auto result = exported(path);
-    QVERIFY(!result.error.isNull());
-    QVERIFY(result.filePath.isNull());
-    QCOMPARE(kept(), {});
-    QVERIFY(Thumbnail::ofVideo(path, 100).image.isNull() || kind == u"picture");
-}
-
-void PreparationTest::sameClipGivesTheSameBytes()
-{
-    writeClip(at(u"a.mp4"_s), u"width=1280,height=720"_s, Sound::Ticking);
-    QFile::copy(at(u"a.mp4"_s), at(u"b.mp4"_s));
-    const auto first = exported(at(u"a.mp4"_s));
-    const QByteArray bytes = contentOf(first.filePath);
-    // Seconds of making must not be there, in which two exports may agree by chance.
-    for (const char *box : {"mvhd", "tkhd", "mdhd"})
-        QCOMPARE(bytes.sliced(bytes.indexOf(box) + 8, 8), QByteArray(8, '\0'));
-    QVERIFY(QFile::remove(first.filePath));
-    QCOMPARE(contentOf(exported(at(u"b.mp4"_s)).filePath), bytes);
-
-    write(first.filePath, "kept");
-    QCOMPARE(contentOf(exported(at(u"b.mp4"_s)).filePath), "kept"_ba);
-}
-
-void PreparationTest::keepsTheNewestExports()
-{
-    QDir().mkpath(at(u"cache"_s));
-    for (int age = 1; age <= ExportCache::capacity; ++age) {
-        QFile old(at(u"cache/%1.mp4"_s.arg(age)));
-        QVERIFY(old.open(QIODevice::WriteOnly));
-        old.setFileTime(QDateTime::currentDateTime().addDays(-age), QFile::FileModificationTime);
-    }
-    write(at(u"cache/killed.part"_s), "half");
-    writeClip(at(u"a.mp4"_s), u"width=320,height=240"_s);
-    const auto result = exported(at(u"a.mp4"_s));
-    QCOMPARE(kept().size(), ExportCache::capacity);
-    QCOMPARE(at(u"cache/"_s) + kept().constFirst(), result.filePath);
-    QVERIFY(!kept().contains(u"killed.part"_s));
-    QVERIFY(!kept().contains(u"%1.mp4"_s.arg(ExportCache::capacity)));
-}
-
-void PreparationTest::anExportCanBeStopped_data()
-{
-    QTest::addColumn<bool>("destroyed");
-    QTest::newRow("cancelled") << false;
-    QTest::newRow("destroyed") << true;
-}
-
-void PreparationTest::anExportCanBeStopped()
-{
-    QFETCH(bool, destroyed);
-    writeClip(at(u"a.mp4"_s), u"width=640,height=360"_s, Sound::None, 600);
-    auto videoExport = std::make_unique<VideoExport>(at(u"cache"_s));
-    QList<VideoExport::Result> answers;
-    const auto answered = [&](const auto &result) { answers += result; };
-    bool running = false;
-    videoExport->exportClip(
-        at(u"a.mp4"_s), [&](double) { running = true; }, answered);
-    videoExport->exportClip(at(u"a.mp4"_s), {}, answered);
-    QTRY_VERIFY_WITH_TIMEOUT(running, 20'000);
-    if (destroyed)
-        videoExport.reset();
-    else
-        videoExport->cancel();
-    TRY_COMPARE(answers.size(), destroyed ? 0 : 2);
-    for (const auto &answer : answers)
-        QVERIFY(!answer.error.isNull());
-    QCOMPARE(kept(), {});
-}
-
-void PreparationTest::thumbnailsStandUpright_data()
-{
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<Qt::AspectRatioMode>("mode");
-    QTest::addColumn<QSize>("size");
-    for (const auto &kind : {u"JPEG"_s, u"HEIC"_s, u"clip"_s}) {
-        QTest::addRow("%s cut", qPrintable(kind))
-            << kind << Qt::KeepAspectRatioByExpanding << QSize(120, 120);
-        QTest::addRow("%s whole", qPrintable(kind))
-            << kind << Qt::KeepAspectRatio << QSize(60, 120);
-    }
-}
-
-void PreparationTest::thumbnailsStandUpright()
-{
-    QFETCH(QString, kind);
-    QFETCH(Qt::AspectRatioMode, mode);
-    QFETCH(QSize, size);
-    const QString path = at(u"it"_s);
-    if (kind == u"clip") {
-        writeClip(path, u"width=480,height=240"_s);
-        turnClip(path);
-    } else if (kind == u"HEIC") {
-        writeTurnedHeic(path, {480, 240});
-    } else {
-        writePhoto(path, "JPEG", {480, 240}, Held::Upright);
-    }
-    const QImage image = kind == u"clip" ? Thumbnail::ofVideo(path, 120, mode).image
-                                         : Thumbnail::ofPhoto(path, 120, mode).image;
-    QCOMPARE(image.size(), size);
-    QVERIFY(lightness(image, 0.1, 0.5) - lightness(image, 0.9, 0.5) > 100);
-}
 
 QTEST_GUILESS_MAIN(PreparationTest)
 #include "PreparationTest.moc"

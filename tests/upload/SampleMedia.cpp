@@ -51,10 +51,8 @@ void SampleMedia::writePhoto(const QString &path, const char *format, const QSiz
 
 void SampleMedia::writeHeic(const QString &path, const QSize &size)
 {
-    const QString jpeg = path + u".jpeg"_s;
-    writePhoto(jpeg, "JPEG", size);
-    runTool(u"heif-enc"_s, {u"-o"_s, path, jpeg});
-    QFile::remove(jpeg);
+    writePhoto(path, "PNG", size);
+    writeHeic(path, QImage(path, "PNG"));
 }
 
 void SampleMedia::writeHeic(const QString &path, const QImage &image)

@@ -27,14 +27,130 @@ class SlicingUploadTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void endsInOneAnswer_data();
-    void endsInOneAnswer();
-    void asksForANetworkBeforeTheLogin();
-    void aFailedPartKeepsNoOtherFromTheStorage();
-    void endsInTheMiddleOfARun();
+    void initTestCase()
+    {
+        SampleMedia::writeHeic(m_media.filePath(u"leaf.heic"_s), {64, 48});
+        SampleMedia::writePhoto(m_media.filePath(u"tree.png"_s), "png", {80, 60});
+        SampleMedia::writePhoto(m_media.filePath(u"flower.jpg"_s), "jpeg", {80, 60});
+        SampleMedia::write(m_media.filePath(u"moving.gif"_s), "GIF89a, but damaged");
+        SampleMedia::write(m_media.filePath(u"broken.heic"_s),
+            "\0\0\0\x18"
+            "ftypheic, but no more"_ba);
+        const QString format = u"width=320,height=240"_s;
+        SampleMedia::writeClip(
+            m_media.filePath(u"short.mp4"_s), format, SampleMedia::Sound::None, 5);
+        SampleMedia::writeClip(
+            m_media.filePath(u"long.mp4"_s), format, SampleMedia::Sound::None, 90);
+        QVERIFY(asset(u"long.mp4"_s).size > asset(u"short.mp4"_s).size);
+    }
+
+    void init()
+    {
+        m_platform.reset();
+        m_queue.advance(2s); // the toast of the case before
+        m_config.siteURl = m_platform.address(PlatformProcess::Upload);
+        m_config.checkFile_server = u"file/check"_s;
+        m_config.checkChunk_server = u"file/checkChunk"_s;
+        m_config.upload_server = u"file/chunkDone"_s;
+        m_config.complete_upload_server = u"file/complete"_s;
+        m_config.maxFileSingleSizeLimit = double(asset(u"short.mp4"_s).size);
+        m_reachability.status = NetworkReachabilityManager::Status::Unknown;
+        m_logins = 0;
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_upload = std::make_unique<SlicingUpload>(UploadEnvironment {
+            .network = &m_network,
+            .reachability = &m_reachability,
+            .photoLibrary = nullptr,
+            .shell = &m_shell,
+            .backGroundlogin =
+                [this](const UploadEnvironment::LoggedIn &success) {
+                    ++m_logins;
+                    success();
+                },
+            .albumFolder = {},
+            .libraryPath = m_folder->path(),
+            .exportFolder = m_folder->filePath(u"exports"_s),
+        });
+    }
+
+    void cleanup() { m_upload.reset(); }
+
+    void endsInOneAnswer_data()
+    {
+        QTest::addColumn<QStringList>("picked");
+        QTest::addColumn<QJsonObject>("fault");
+        QTest::addColumn<QStringList>("uploaded"); // extensions
+        QTest::addColumn<QString>("toast");
+        const auto row
+            = [](const char *name, const QStringList &picked, const QStringList &uploaded,
+                  const QString &toast = {}, const QJsonObject &fault = {}) {
+                  QTest::newRow(name) << picked << fault << uploaded << toast;
+              };
+        const QString failed = u"上传失败"_s;
+        row("photos of all kinds",
+            {u"leaf.heic"_s, u"tree.png"_s, u"flower.jpg"_s, u"moving.gif"_s},
+            {u"jpeg"_s, u"png"_s, u"jpeg"_s, u"jpeg"_s});
+        row("a photo that went and one that stayed", {u"gone.jpg"_s, u"tree.png"_s}, {u"png"_s});
+        row("a photo that cannot be read", {u"broken.heic"_s}, {}, failed);
+        row("a clip", {u"short.mp4"_s}, {u"mp4"_s});
+        row("a clip that is too large", {u"long.mp4"_s}, {},
+            u"上传失败：单个文件大小超过最大限制"_s);
+        row("two clips, one too large", {u"long.mp4"_s, u"short.mp4"_s}, {u"mp4"_s});
+        row("two clips, both too large", {u"long.mp4"_s, u"long.mp4"_s}, {}, failed);
+        row("a clip that is none", {u"none.mp4"_s}, {}, failed);
+        row("a storage that refuses", {u"tree.png"_s, u"flower.jpg"_s}, {}, failed,
+            {{u"method"_s, u"PUT"_s}, {u"status"_s, 500}, {u"times"_s, 2}});
+    }
+
+    void endsInOneAnswer()
+    {
+        QFETCH(const QStringList, picked);
+        QFETCH(const QJsonObject, fault);
+        QFETCH(const QString, toast);
+        if (!fault.isEmpty())
+            m_platform.addFault(fault);
+        QSignalSpy results(m_upload.get(), &SlicingUpload::onSlicingUpload);
+        m_upload->didFinishPicking(m_config, assets(picked));
+        QCOMPARE(m_logins, 1);
+        QCOMPARE(m_shell.toast()->text(), u"上传中..."_s);
+        TRY_VERIFY(results.count() == 1
+            || (m_shell.toast()->isVisible() && m_shell.toast()->kind() == Toast::Kind::Error));
+        QStringList uploaded;
+        if (!results.isEmpty()) {
+            const QString text = results[0][0].toString();
+            for (const QJsonValue &one : QJsonDocument::fromJson(text.toUtf8()).array()) {
+                uploaded << one[u"filePath"_s].toString().section(u'.', -1);
+                QCOMPARE(one.toObject().keys(),
+                    (QStringList {
+                        u"filePath"_s, u"host"_s, u"isError"_s, u"isUploaded"_s, u"uploadId"_s}));
+            }
+        }
+        QTEST(uploaded, "uploaded");
+        QCOMPARE(m_shell.toast()->isVisible() ? m_shell.toast()->text() : QString(), toast);
+    }
+
+    void asksForANetworkBeforeTheLogin()
+    {
+        m_reachability.status = NetworkReachabilityManager::Status::NotReachable;
+        m_upload->didFinishPicking(m_config, assets({u"tree.png"_s}));
+        QCOMPARE(m_shell.toast()->text(), u"没有网络连接..."_s);
+        QCOMPARE(m_logins, 0);
+    }
+
+    void endsInTheMiddleOfARun()
+    {
+        m_platform.addFault({{u"method"_s, u"PUT"_s}, {u"delay_ms"_s, 600'000}});
+        QSignalSpy results(m_upload.get(), &SlicingUpload::onSlicingUpload);
+        m_upload->didFinishPicking(m_config, assets({u"tree.png"_s}));
+        bool isUnderWay = false;
+        TRY_VERIFY([&] {
+            for (const TracedRequest &request : m_platform.takeRequests())
+                isUnderWay |= request.path == u"/file/checkChunk";
+            return isUnderWay;
+        }());
+        m_upload.reset();
+        QCOMPARE(results.count(), 0);
+    }
 
 private:
     PhotoAsset asset(const QString &name) const
@@ -64,146 +180,6 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<SlicingUpload> m_upload;
 };
-
-void SlicingUploadTest::initTestCase()
-{
-    SampleMedia::writeHeic(m_media.filePath(u"leaf.heic"_s), {64, 48});
-    SampleMedia::writePhoto(m_media.filePath(u"tree.png"_s), "png", {80, 60});
-    SampleMedia::writePhoto(m_media.filePath(u"flower.jpg"_s), "jpeg", {80, 60});
-    SampleMedia::write(m_media.filePath(u"moving.gif"_s), "GIF89a, but damaged");
-    SampleMedia::write(m_media.filePath(u"broken.heic"_s),
-        "\0\0\0\x18"
-        "ftypheic, but no more"_ba);
-    const QString format = u"width=320,height=240"_s;
-    SampleMedia::writeClip(m_media.filePath(u"short.mp4"_s), format, SampleMedia::Sound::None, 5);
-    SampleMedia::writeClip(m_media.filePath(u"long.mp4"_s), format, SampleMedia::Sound::None, 90);
-    QVERIFY(asset(u"long.mp4"_s).size > asset(u"short.mp4"_s).size);
-}
-
-void SlicingUploadTest::init()
-{
-    m_platform.reset();
-    m_queue.advance(2s); // the toast of the case before
-    m_config.siteURl = m_platform.address(PlatformProcess::Upload);
-    m_config.checkFile_server = u"file/check"_s;
-    m_config.checkChunk_server = u"file/checkChunk"_s;
-    m_config.upload_server = u"file/chunkDone"_s;
-    m_config.complete_upload_server = u"file/complete"_s;
-    m_config.maxFileSingleSizeLimit = double(asset(u"short.mp4"_s).size);
-    m_reachability.status = NetworkReachabilityManager::Status::Unknown;
-    m_logins = 0;
-    m_folder = std::make_unique<QTemporaryDir>();
-    m_upload = std::make_unique<SlicingUpload>(UploadEnvironment {
-        .network = &m_network,
-        .reachability = &m_reachability,
-        .photoLibrary = nullptr,
-        .shell = &m_shell,
-        .backGroundlogin =
-            [this](const UploadEnvironment::LoggedIn &success) {
-                ++m_logins;
-                success();
-            },
-        .albumFolder = {},
-        .libraryPath = m_folder->path(),
-        .exportFolder = m_folder->filePath(u"exports"_s),
-    });
-}
-
-void SlicingUploadTest::cleanup()
-{
-    m_upload.reset();
-}
-
-void SlicingUploadTest::endsInOneAnswer_data()
-{
-    QTest::addColumn<QStringList>("picked");
-    QTest::addColumn<QJsonObject>("fault");
-    QTest::addColumn<QStringList>("uploaded"); // extensions
-    QTest::addColumn<QString>("toast");
-    const auto row = [](const char *name, const QStringList &picked, const QStringList &uploaded,
-                         const QString &toast = {}, const QJsonObject &fault = {}) {
-        QTest::newRow(name) << picked << fault << uploaded << toast;
-    };
-    const QString failed = u"上传失败"_s;
-    row("photos of all kinds", {u"leaf.heic"_s, u"tree.png"_s, u"flower.jpg"_s, u"moving.gif"_s},
-        {u"jpeg"_s, u"png"_s, u"jpeg"_s, u"jpeg"_s});
-    row("a photo that went and one that stayed", {u"gone.jpg"_s, u"tree.png"_s}, {u"png"_s});
-    row("a photo that cannot be read", {u"broken.heic"_s}, {}, failed);
-    row("a clip", {u"short.mp4"_s}, {u"mp4"_s});
-    row("a clip that is too large", {u"long.mp4"_s}, {}, u"上传失败：单个文件大小超过最大限制"_s);
-    row("two clips, one too large", {u"long.mp4"_s, u"short.mp4"_s}, {u"mp4"_s});
-    row("two clips, both too large", {u"long.mp4"_s, u"long.mp4"_s}, {}, failed);
-    row("a clip that is none", {u"none.mp4"_s}, {}, failed);
-    row("a storage that refuses", {u"tree.png"_s, u"flower.jpg"_s}, {}, failed,
-        {{u"method"_s, u"PUT"_s}, {u"status"_s, 500}, {u"times"_s, 2}});
-}
-
-void SlicingUploadTest::endsInOneAnswer()
-{
-    QFETCH(const QStringList, picked);
-    QFETCH(const QJsonObject, fault);
-    QFETCH(const QString, toast);
-    if (!fault.isEmpty())
-        m_platform.addFault(fault);
-    QSignalSpy results(m_upload.get(), &SlicingUpload::onSlicingUpload);
-    m_upload->didFinishPicking(m_config, assets(picked));
-    QCOMPARE(m_logins, 1);
-    QCOMPARE(m_shell.toast()->text(), u"上传中..."_s);
-    TRY_VERIFY(results.count() == 1
-        || (m_shell.toast()->isVisible() && m_shell.toast()->kind() == Toast::Kind::Error));
-    QStringList uploaded;
-    if (!results.isEmpty()) {
-        const QString text = results[0][0].toString();
-        for (const QJsonValue &one : QJsonDocument::fromJson(text.toUtf8()).array()) {
-            uploaded << one[u"filePath"_s].toString().section(u'.', -1);
-            QCOMPARE(one.toObject().keys(),
-                (QStringList {
-                    u"filePath"_s, u"host"_s, u"isError"_s, u"isUploaded"_s, u"uploadId"_s}));
-        }
-    }
-    QTEST(uploaded, "uploaded");
-    QCOMPARE(m_shell.toast()->isVisible() ? m_shell.toast()->text() : QString(), toast);
-}
-
-void SlicingUploadTest::asksForANetworkBeforeTheLogin()
-{
-    m_reachability.status = NetworkReachabilityManager::Status::NotReachable;
-    m_upload->didFinishPicking(m_config, assets({u"tree.png"_s}));
-    QCOMPARE(m_shell.toast()->text(), u"没有网络连接..."_s);
-    QCOMPARE(m_logins, 0);
-}
-
-void SlicingUploadTest::aFailedPartKeepsNoOtherFromTheStorage()
-{
-    constexpr int threeParts = 1'100'000;
-    SampleMedia::write(m_media.filePath(u"large.bin"_s), QByteArray(threeParts, 'x'));
-    m_platform.addFault({{u"method"_s, u"PUT"_s}, {u"status"_s, 500}, {u"unhandled"_s, true},
-        {u"params"_s, QJsonObject {{u"partNumber"_s, 2}}}});
-    m_upload->didFinishPicking(m_config, assets({u"large.bin"_s}));
-    TRY_COMPARE(m_shell.toast()->text(), u"上传失败"_s);
-    QStringList sent;
-    TRY_VERIFY([&] {
-        for (const TracedRequest &request : m_platform.takeRequests())
-            sent << request.method + u' ' + request.path.section(u'/', -1);
-        return sent.contains(u"POST complete");
-    }());
-    QCOMPARE(sent.filter(u"PUT"_s).size(), 3);
-}
-
-void SlicingUploadTest::endsInTheMiddleOfARun()
-{
-    m_platform.addFault({{u"method"_s, u"PUT"_s}, {u"delay_ms"_s, 600'000}});
-    QSignalSpy results(m_upload.get(), &SlicingUpload::onSlicingUpload);
-    m_upload->didFinishPicking(m_config, assets({u"tree.png"_s}));
-    bool isUnderWay = false;
-    TRY_VERIFY([&] {
-        for (const TracedRequest &request : m_platform.takeRequests())
-            isUnderWay |= request.path == u"/file/checkChunk";
-        return isUnderWay;
-    }());
-    m_upload.reset();
-    QCOMPARE(results.count(), 0);
-}
 
 QTEST_GUILESS_MAIN(SlicingUploadTest)
 #include "SlicingUploadTest.moc"

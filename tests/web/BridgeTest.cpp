@@ -49,30 +49,6 @@ private Q_SLOTS:
         QCOMPARE(QJsonDocument::fromJson(answer).array(), wanted);
     }
 
-    // Besides those on the tour.
-    void waysToAskForTheBridge_data()
-    {
-        QTest::addColumn<QByteArray>("script");
-        QTest::newRow("callbacks left without asking")
-            << "window.WVJBCallbacks = [bridge => bridge.callHandler('hello', {})];"_ba;
-        QTest::newRow("callbacks pushed")
-            << "window.WVJBCallbacks = []; window.WVJBCallbacks.push(bridge => "
-               "bridge.callHandler('hello', {}));"_ba;
-    }
-
-    void waysToAskForTheBridge()
-    {
-        QFETCH(const QByteArray, script);
-        PageHarness harness;
-        int calls = 0;
-        harness.bridge.registerHandler(
-            u"hello"_s, [&calls](const QJsonValue &, const auto &) { ++calls; });
-        QVERIFY(harness.load(page(script)));
-        TRY_COMPARE(calls, 1);
-        QVERIFY(harness.evaluate(u"document.readyState"_s).isValid());
-        QCOMPARE(calls, 1);
-    }
-
     void theShellCallsThePageAsSoonAsThereIsADocument()
     {
         PageHarness harness;
@@ -112,21 +88,23 @@ private Q_SLOTS:
 
     void anAnswerOnItsWayIsLostWithItsDocument()
     {
-        const auto from = [](const char *document, const QJsonArray &messages) {
-            return QJsonObject {
-                {u"nonce"_s, QLatin1StringView(document)}, {u"messages"_s, messages}};
-        };
         WebViewJavascriptBridge bridge([](const QString &) { return true; });
         WebViewJavascriptBridge::Respond respond;
         bridge.registerHandler(
             u"slow"_s, [&respond](const QJsonValue &, const auto &later) { respond = later; });
-        bridge.receive(
-            from("one", {QJsonObject {{u"handlerName"_s, u"slow"_s}, {u"callbackId"_s, 1}}}));
+        QJsonArray call;
+        call.append(QJsonArray {u"slow"_s, 1});
+        bridge.begin(u"one"_s, {});
+        bridge.receive(u"one"_s, call);
         respond(u"for one"_s);
         bridge.callHandler(u"kept"_s, 1);
-        const QJsonArray ready = bridge.receive(from("two", {}))[u"messages"_s].toArray();
+        const QJsonArray ready = bridge.begin(u"two"_s, {});
         QCOMPARE(ready.size(), 1);
-        QCOMPARE(ready[0][u"handlerName"_s].toString(), u"kept"_s);
+        QCOMPARE(ready.at(0), (QJsonArray {u"kept"_s, 0, 1}));
+        // It is not on the page any more.
+        QCOMPARE(bridge.receive(u"one"_s, call), QJsonArray());
+        respond(u"for nobody"_s);
+        QCOMPARE(bridge.receive(u"two"_s, {}), QJsonArray());
     }
 
     void framesAndForeignOriginsAreNotServed()

@@ -3,8 +3,6 @@
 #include "web/HomeHarness.h"
 #include "web/WebTestMain.h"
 
-#include <QDir>
-
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -28,7 +26,7 @@ private Q_SLOTS:
             "  answer => { window.answers[name] = JSON.stringify(answer) }) }"
             "WebViewJavascriptBridge.registerHandler('onWechatResult2H5',"
             "  data => { window.answers.wechat = JSON.stringify(data) })"
-            "</script><a id=tel href=tel:10086>t</a><a id=app href=otherapp://x>a</a>");
+            "</script>");
         m_server->setPage("/other.html", "<title>other</title>");
         m_home = std::make_unique<HomeHarness>();
         m_home->setPortal(m_server->url("/portal/index.html"));
@@ -44,7 +42,7 @@ private Q_SLOTS:
         m_home->evaluate(u"fetch('/portal/index.html?again').then(r => r.text())"_s);
         TRY_COMPARE(m_server->requestsFor("/portal/index.html").size(), 2);
         m_home->addCookie("mo", "fresh", u"127.0.0.1"_s);
-        m_home->login.setIsLogin(true);
+        m_home->stage.loginModel.setIsLogin(true);
         TRY_COMPARE(m_server->requestsFor("/portal/index.html").size(), 3);
         const auto pages = m_server->requestsFor("/portal/index.html");
         const QList<QByteArrayList> wanted {
@@ -64,7 +62,7 @@ private Q_SLOTS:
         m_home->show();
         QVERIFY(m_home->waitForPage(u"portal"_s));
         const auto value = [this](const char *name) {
-            for (const QNetworkCookie &cookie : m_home->cookies.cookies()) {
+            for (const QNetworkCookie &cookie : m_home->stage.session.net.cookies->cookies()) {
                 if (cookie.name() == name)
                     return cookie.value();
             }
@@ -73,12 +71,12 @@ private Q_SLOTS:
         TRY_COMPARE(value("tmo"), "renewed");
         QVERIFY(value("rblgin").isEmpty());
 
-        m_home->ssoCookies.handleCookie();
+        m_home->stage.session.cookies.handleCookie();
         m_home->delegate.urlStr = u"http://h/"_s;
         m_home->controller.logout();
-        QVERIFY(!m_home->login.isLogin());
+        QVERIFY(!m_home->stage.loginModel.isLogin());
         QVERIFY(m_home->delegate.urlStr.isNull());
-        QVERIFY(!m_home->defaults.objectForKey(u"vantCookies"_s).isValid());
+        QVERIFY(!m_home->stage.defaults.objectForKey(u"vantCookies"_s).isValid());
         QCOMPARE(value("mo") + value("tmo"), QByteArray());
         TRY_COMPARE(m_home->controller.webView()->url(), QUrl(u"about:blank"_s));
 
@@ -92,7 +90,7 @@ private Q_SLOTS:
         m_home->addCookie("mo", "m1", u"127.0.0.1"_s);
         m_home->show();
         QVERIFY(m_home->waitForPage(u"portal"_s));
-        m_home->login.setIsLogin(true);
+        m_home->stage.loginModel.setIsLogin(true);
         m_home->controller.quickLogin(m_server->url("/portal/index.html?from=quick"));
         TRY_COMPARE(m_server->requestsFor("/portal/index.html").size(), 2);
         const QByteArray cookies = m_server->requestsFor("/portal/index.html")[1].cookie();
@@ -128,30 +126,6 @@ private Q_SLOTS:
         QVERIFY(m_server->requestsFor("/portal/index.html")[0].cookie().contains("rblgin=1"));
     }
 
-    void aRefusalWithAPageOfItsOwnIsAPage()
-    {
-        m_home->setPortal(m_server->url("/missing"));
-        m_home->show();
-        TRY_COMPARE(m_home->evaluate(u"document.body.innerText"_s).toString(), u"nothing here"_s);
-        QVERIFY(!m_home->controller.errorViewVisible());
-    }
-
-    void linksGoToTheSystemWhereItTakesThem()
-    {
-        m_home->show();
-        QVERIFY(m_home->waitForPage(u"portal"_s));
-        m_home->urlOpener.handled = {u"tel"_s};
-        m_home->evaluate(u"document.getElementById('tel').click()"_s);
-        TRY_COMPARE(m_home->urlOpener.opened, QList<QUrl> {QUrl(u"tel:10086"_s)});
-        m_home->urlOpener.handled = {u"tel"_s, u"telprompt"_s, u"otherapp"_s};
-        // A program that nobody named is neither opened nor does the page go.
-        m_home->evaluate(u"document.getElementById('app').click()"_s);
-        m_home->evaluate(u"document.getElementById('tel').click()"_s);
-        TRY_COMPARE(m_home->urlOpener.opened.size(), 2);
-        QCOMPARE(m_home->urlOpener.opened[1], QUrl(u"telprompt:10086"_s));
-        QVERIFY(m_home->waitForPage(u"portal"_s) && !m_home->controller.errorViewVisible());
-    }
-
     void notificationsOpenTheirPages()
     {
         // The one that launched the program takes the portal's place.
@@ -161,76 +135,45 @@ private Q_SLOTS:
         QVERIFY(m_home->waitForPage(u"other"_s));
         QVERIFY(!m_home->delegate.pushDictionary);
         const QVariantMap userInfo {{u"payload"_s, m_server->url("/portal/index.html")}};
-        AlertView *alert = m_home->shell.alertView();
+        AlertView *alert = m_home->stage.shell.alertView();
 
         QVariantList nothings {QVariant(), QVariantMap()};
         for (const QVariant &payload : {QVariant(u""_s), QVariant(5),
                  QVariant(u"javascript:document.title='x'"_s), QVariant(u"file:///etc/passwd"_s)})
             nothings << QVariantMap {{u"payload"_s, payload}};
         for (const QVariant &nothing : std::as_const(nothings)) {
-            m_home->notifications.postNotificationName(u"GeTuiPushLoadNewWeb"_s, nothing);
-            m_home->notifications.postNotificationName(u"backGeTuiPushLoadNewWeb"_s, nothing);
+            m_home->stage.notifications.postNotificationName(u"GeTuiPushLoadNewWeb"_s, nothing);
+            m_home->stage.notifications.postNotificationName(u"backGeTuiPushLoadNewWeb"_s, nothing);
             QVERIFY(!alert->isVisible());
         }
 
-        m_home->notifications.postNotificationName(u"GeTuiPushLoadNewWeb"_s, userInfo);
-        QCOMPARE(alert->title(), u"提醒"_s);
-        QCOMPARE(alert->message(), u"你收到一条消息，是否点击查看？"_s);
-        QCOMPARE(alert->buttons(), (QStringList {u"取消"_s, u"确定"_s}));
+        m_home->stage.notifications.postNotificationName(u"GeTuiPushLoadNewWeb"_s, userInfo);
         alert->press(0);
         QCOMPARE(m_home->evaluate(u"document.title"_s).toString(), u"other"_s);
 
-        m_home->login.userModel = UserModel();
-        m_home->login.userModel->user_type = UserModel::teacherType;
-        m_home->notifications.postNotificationName(u"GeTuiPushLoadNewWeb"_s, userInfo);
-        QCOMPARE(alert->message(), u"您收到一条消息，是否点击查看？"_s);
+        m_home->stage.notifications.postNotificationName(u"GeTuiPushLoadNewWeb"_s, userInfo);
         alert->press(1);
         QVERIFY(m_home->waitForPage(u"portal"_s));
-        m_home->notifications.postNotificationName(u"backGeTuiPushLoadNewWeb"_s,
+        m_home->stage.notifications.postNotificationName(u"backGeTuiPushLoadNewWeb"_s,
             QVariantMap {{u"payload"_s, m_server->url("/other.html")}});
         QVERIFY(m_home->waitForPage(u"other"_s) && !alert->isVisible());
     }
 
     void thePushTimerRunsUntilAClientIdComes()
     {
-        m_home->defaults.setObject(u"getCidFailed"_s, u"GTPushCid"_s);
+        m_home->stage.defaults.setObject(u"getCidFailed"_s, u"GTPushCid"_s);
         m_home->show();
         QVERIFY(m_home->waitForPage(u"portal"_s));
-        m_home->mainQueue.advance(120s);
+        m_home->stage.mainQueue.advance(120s);
         QCOMPARE(m_home->delegate.pushStarts, 3);
-        m_home->notifications.postNotificationName(u"STOPNSTimer"_s);
-        m_home->mainQueue.advance(600s);
+        m_home->stage.notifications.postNotificationName(u"STOPNSTimer"_s);
+        m_home->stage.mainQueue.advance(600s);
         QCOMPARE(m_home->delegate.pushStarts, 3);
-    }
-
-    void aLongPressOffersNothingUnlessThePageAllowsItAndAnImageIsThere()
-    {
-        m_home->show();
-        QVERIFY(m_home->waitForPage(u"portal"_s));
-        const auto enable = [this](const QString &able, bool enabled) {
-            m_home->controller.longClickSaveImgAble = !enabled;
-            m_home->evaluate(u"call('setLongClickSaveImg', {able: %1})"_s.arg(able));
-            return QTest::qWaitFor(
-                [this, enabled] { return m_home->controller.longClickSaveImgAble == enabled; },
-                patienceMs);
-        };
-        for (const QString &off : {u"0"_s, u"2"_s, u"'true'"_s, u"null"_s, u"{}"_s})
-            QVERIFY2(enable(off, false), qUtf8Printable(off));
-        QVERIFY(enable(u"'1'"_s, true) && enable(u"1"_s, true));
-        m_home->controller.longPressed({150, 600});
-        m_home->evaluate(u"1"_s);
-        QVERIFY(!m_home->shell.actionSheet()->isVisible());
-
-        ImageSaver saver(&m_home->network, &m_home->album, m_home->shell.toast());
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"an image was not saved"_s));
-        saver.saveImageToDiskWithUrl(m_server->url("/other.html"));
-        TRY_COMPARE(m_home->shell.toast()->text(), u"保存失败"_s);
-        QVERIFY(QDir(m_home->folder.filePath(u"album"_s)).isEmpty());
     }
 
     void handlersAnswerByTheirContract()
     {
-        m_home->reachability.status = NetworkReachabilityManager::Status::NotReachable;
+        m_home->stage.reachability.status = NetworkReachabilityManager::Status::NotReachable;
         m_home->show();
         QVERIFY(m_home->waitForPage(u"portal"_s));
         const auto answer = [this](const QString &name) {
@@ -241,20 +184,16 @@ private Q_SLOTS:
         m_home->evaluate(u"call('detectOnline')"_s);
         TRY_COMPARE(answer(u"detectOnline"_s), u"{\"result\":0}"_s);
         QVERIFY(answer(u"getAppInfo"_s).isEmpty());
-        m_home->identifier.prepare();
-        TRY_VERIFY(answer(u"getAppInfo"_s).contains(m_home->identifier.uuid()));
-
-        for (const QString &color : {u"{color: 5}"_s, u"'x'"_s, u"null"_s, u"{color: '#ff0000'}"_s})
-            m_home->evaluate(u"call('changeStatusColor', %1)"_s.arg(color));
-        TRY_COMPARE(m_home->controller.statusBarColor(), QColor(Qt::red));
+        m_home->stage.session.net.student.prepare();
+        TRY_VERIFY(answer(u"getAppInfo"_s).contains(m_home->stage.session.net.student.uuid()));
 
         for (const bool onPurpose : {false, true}) {
-            m_home->login.setIsLogin(true);
-            m_home->login.setIsLoginOut(false);
+            m_home->stage.loginModel.setIsLogin(true);
+            m_home->stage.loginModel.setIsLoginOut(false);
             QVERIFY(m_home->waitForPage(u"portal"_s));
             m_home->evaluate(onPurpose ? u"call('jump2LoginPage')"_s : u"call('logout')"_s);
-            TRY_VERIFY(!m_home->login.isLogin());
-            QCOMPARE(m_home->login.isLoginOut(), onPurpose);
+            TRY_VERIFY(!m_home->stage.loginModel.isLogin());
+            QCOMPARE(m_home->stage.loginModel.isLoginOut(), onPurpose);
         }
     }
 
@@ -265,7 +204,7 @@ private Q_SLOTS:
         using Answer = std::pair<QString, QString>;
         for (const auto &[code, state] :
             {Answer(u"wrong"_s, u"123"_s), Answer(u""_s, u"8888"_s), Answer(u"right"_s, u"8888"_s)})
-            m_home->notifications.postNotificationName(
+            m_home->stage.notifications.postNotificationName(
                 u"WechatAuthCode"_s, QVariantMap {{u"code"_s, code}, {u"state"_s, state}});
         TRY_COMPARE(
             m_home->evaluate(u"window.answers.wechat"_s).toString(), u"{\"result\":\"right\"}"_s);

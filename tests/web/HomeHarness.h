@@ -1,41 +1,10 @@
 #pragma once
 
-#include "model/DeviceIdentifier.h"
-#include "model/LoginModel.h"
-#include "platform/FolderPhotoLibrary.h"
-#include "platform/HTTPCookieStorage.h"
-#include "platform/NotificationCenter.h"
-#include "platform/BrowserWXApi.h"
-#include "platform/UrlOpener.h"
-#include "session/SsoCookies.h"
-#include "support/ManualMainQueue.h"
-#include "support/NoPageServices.h"
-#include "support/SwitchedReachability.h"
-#include "ui/Shell.h"
-#include "upload/SlicingUpload.h"
-#include "web/PageHost.h"
+#include "web/HomeStage.h"
 #include "web/STHomeViewController.h"
 #include "web/STHomeViewControllerDelegate.h"
-#include "web/WebPageProfile.h"
 
-#include <QNetworkAccessManager>
 #include <QQuickView>
-#include <QTemporaryDir>
-
-//! Notes what it was asked to open.
-class NotedUrlOpener : public UrlOpener
-{
-public:
-    bool canOpenURL(const QUrl &url) const override { return handled.contains(url.scheme()); }
-    bool openURL(const QUrl &url) override
-    {
-        opened << url;
-        return true;
-    }
-
-    QStringList handled;
-    QList<QUrl> opened;
-};
 
 //! The application's side of the home container, as far as the container sees it.
 class NotedDelegate : public STHomeViewControllerDelegate
@@ -74,26 +43,8 @@ public:
     //! Clicks the control that has this accessible name.
     void clickText(const QString &text);
 
-    QTemporaryDir folder;
-    ManualMainQueue mainQueue;
-    NotificationCenter notifications;
-    UserDefaults defaults;
-    HTTPCookieStorage cookies;
-    QNetworkAccessManager network;
-    SwitchedReachability reachability;
-    NotedUrlOpener urlOpener;
-    FolderPhotoLibrary album;
-    KeyChainStore keychain;
-    DeviceIdentifier identifier;
-    BrowserWXApi wxApi {&urlOpener, nullptr, {}};
-    LoginModel login;
-    SsoCookies ssoCookies;
-    Shell shell;
-    NoPageServices services;
-    PageHost pageHost;
-    SlicingUpload slicingUpload;
     NotedDelegate delegate;
-    std::unique_ptr<WebPageProfile> profile;
-    STHomeViewController controller;
+    HomeStage stage {{}, &delegate};
+    STHomeViewController controller {stage.environment()};
     QQuickView window;
 };

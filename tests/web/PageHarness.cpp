@@ -17,10 +17,16 @@ QVariant evaluateIn(WebView &webView, const QString &script)
     return result.value_or(QVariant());
 }
 
+bool waitForTitle(WebView &webView, const QString &title)
+{
+    const QString shown = u"document.readyState == 'complete' ? document.title : ''"_s;
+    return QTest::qWaitFor([&] { return evaluateIn(webView, shown) == title; }, patienceMs);
+}
+
 PageHarness::PageHarness(WebViewJavascriptBridge::Trust trust)
     : cookies(folder.filePath(u"cookies.json"_s))
-    , profile(u"test"_s, folder.path(), u"VANT-IOS iphone"_s, &cookies,
-          WebCookieStore::Direction::Both)
+    , profile(
+          u"test"_s, folder.path(), u"VANT-IOS iphone"_s, &cookies, WebCookieStore::Direction::Both)
     , bridge(std::move(trust))
     , webView(profile.engineProfile(), &bridge, &pageHost)
 {

@@ -40,3 +40,5 @@ public:
 
 //! Runs a script in a web view and waits for its result.
 QVariant evaluateIn(WebView &webView, const QString &script);
+//! Waits until the view shows a whole page of that title.
+bool waitForTitle(WebView &webView, const QString &title);

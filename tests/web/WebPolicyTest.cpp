@@ -1,12 +1,8 @@
-#include "model/LoginModel.h"
-#include "web/AppInfo.h"
 #include "web/BridgeTrust.h"
-#include "web/CookieHeader.h"
 #include "web/EngineNavigation.h"
 #include "web/NavigationPolicy.h"
-#include "web/PageScripts.h"
+#include "web/PageAddress.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -58,24 +54,6 @@ private Q_SLOTS:
         QTEST(EngineNavigation::mayFollow(QUrl(url)), "followed");
     }
 
-    void theMarkerIsTheHeadersLastAndItsPagesAlone()
-    {
-        QCOMPARE(CookieHeader::value({}), u" rblgin=1"_s);
-        const QList known {QNetworkCookie("a", "1"), QNetworkCookie("b", "")};
-        QCOMPARE(CookieHeader::value(known), u"a=1;b=; rblgin=1"_s);
-        const auto own = [&known](const QString &page) {
-            return CookieHeader::beyond(known, CookieHeader::value(known), QUrl(page));
-        };
-        const QList<QNetworkCookie> made = own(u"https://h.example/portal/首页?x=1"_s);
-        QCOMPARE(made.size(), 1);
-        QCOMPARE(made[0].toRawForm(QNetworkCookie::NameAndValueOnly), "rblgin=1");
-        QCOMPARE(made[0].path(), u"/portal/%E9%A6%96%E9%A1%B5"_s);
-        QVERIFY(made[0].isHttpOnly() && made[0].isSecure() && made[0].isSessionCookie());
-        QCOMPARE(own(u"http://h.example"_s).constFirst().path(), u"/"_s);
-    }
-
-    void textsForPagesStandAsTheyExpectThem();
-
     void trustIsByOrigin()
     {
         const QString one = u"https://p.example"_s;
@@ -86,35 +64,31 @@ private Q_SLOTS:
                  u"https://p.example.evil"_s, u"null"_s})
             QVERIFY2(!BridgeTrust({one}).serves(other), qPrintable(other));
     }
-};
 
-// Pages take these texts as they stand, oddities included.
-void WebPolicyTest::textsForPagesStandAsTheyExpectThem()
-{
-    const QTemporaryDir folder;
-    UserDefaults defaults(folder.filePath(u"settings.ini"_s));
-    LoginModel login(&defaults);
-    login.setC_id(u"cid"_s);
-    login.setTerminalCDN(u"t"_s);
-    login.setRbCDN(u"r"_s);
-    login.setBaseCDN(u"b"_s);
-    login.setRegisterCDN(u"g"_s);
-    // Not escaped, and an inserted "%@" is no place for a value.
-    login.setQeCDN(u"q\"%@"_s);
-    QCOMPARE(AppInfo::text(login, u"uuid"_s),
-        R"x({"im_type" : 1, "app_type" : 1, "dev_type" : 1, "regId": "cid", )x"
-        R"x("site_id": "(null)", "client_code": "uuid", "terminal_cdn": "t", "rb_cdn": "r", )x"
-        R"x("base_cdn": "b", "register_cdn": "g", "zzrb_cdn": "(null)", "qe_cdn": "q"%@"})x"_L1);
-    login.setIsLocal(true);
-    for (const auto &[local, built] : {std::pair {u"http://h/qe/x"_s, u"http://h/x"_s},
-             {u"http://h/qe/x/qe/y"_s, u"http://h/x/"_s}, {u"http://h/x"_s, QString()}}) {
-        login.setLocalUrl(local);
-        QCOMPARE(AppInfo::requestUrl(login, u"https://p.example/"_s), built);
+    void escapesAddresses_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QByteArray>("escaped");
+        QTest::addColumn<QByteArray>("fourteen");
+        const auto row = [](const char *text, const char *escaped, const char *fourteen) {
+            QTest::addRow("%s", text) << u"http://h/"_s + QString::fromUtf8(text)
+                                      << "http://h/"_ba + escaped << "http://h/"_ba + fourteen;
+        };
+        row("a b{1}", "a%20b%7B1%7D", "a%20b%7B1%7D");
+        row("a%20b", "a%20b", "a%2520b");
+        row("50%", "50%25", "50%25");
+        row("?q=学&r=\"x\"#top", "?q=%E5%AD%A6&r=%22x%22#top", "?q=%E5%AD%A6&r=%22x%22%23top");
+        row("`^|\\<>", "%60%5E%7C%5C%3C%3E", "%60%5E%7C%5C%3C%3E");
+        row("?a[1]=;,+@!~", "?a[1]=;,+@!~", "?a%5B1%5D=;,+@!~");
     }
-    QCOMPARE(PageScripts::setJumpUrl(), u"window.localStorage.setItem(app-jump-url,/mine)"_s);
-    QCOMPARE(PageScripts::imageSourceAt({12.5, 300}),
-        u"document.elementFromPoint(12.500000, 300.000000).src"_s);
-}
+
+    void escapesAddresses()
+    {
+        QFETCH(const QString, text);
+        QTEST(PageAddress::escaped(text).toEncoded(), "escaped");
+        QTEST(PageAddress::withFourteenEscaped(text).toEncoded(), "fourteen");
+    }
+};
 
 QTEST_GUILESS_MAIN(WebPolicyTest)
 #include "WebPolicyTest.moc"

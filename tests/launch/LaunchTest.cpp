@@ -1,17 +1,17 @@
-#include "launch/ad/AdResolution.h"
-#include "launch/ad/PictureFrames.h"
+#include "launch/UpdateCheck.h"
 #include "launch/ad/VANTSplashAdManager.h"
 #include "platform/NotificationCenter.h"
 #include "session/SessionClient.h"
+#include "support/NotedUrlOpener.h"
 #include "support/PageServer.h"
 #include "support/Patience.h"
 #include "support/PlatformProcess.h"
+#include "ui/Shell.h"
 
 #include <QBuffer>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QNetworkDiskCache>
-#include <QNetworkReply>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -34,10 +34,47 @@ QByteArray png()
     return bytes;
 }
 
+//! What there is besides the check for updates.
+struct Bench
+{
+    explicit Bench(const PlatformProcess &sandbox, const QString &build)
+        : hosts(sandbox.hosts())
+        , client(hosts)
+        , shell(client.mainQueue)
+        , check({.requests = &client.net.requests,
+              .shell = &shell,
+              .urlOpener = &opener,
+              .loginModel = &client.net.loginModel,
+              .ssoCookies = &client.cookies,
+              .notifications = &notifications,
+              .build = build,
+              .officialHost = hosts.official,
+              .launchAdShowing = [] { return false; },
+              .endSession = [this] { ++sessionsEnded; }})
+    {
+    }
+
+    bool checkEnds()
+    {
+        check.checkAppUpdate();
+        return QTest::qWaitFor([this] { return !client.isWaiting(); }, patienceMs);
+    }
+
+    DeploymentConfiguration::Hosts hosts;
+    SessionClient client;
+    Shell shell;
+    AlertView *alert {shell.alertView()};
+    NotificationCenter notifications;
+    NotedUrlOpener opener;
+    int sessionsEnded = 0;
+    UpdateCheck check;
+};
+
 }
 
-//! The advertisement over the launch, from the platform's list to its end.
-class LaunchAdTest : public QObject
+//! The advertisement over the launch, from the platform's list to its end, and the offer of a newer
+//! build.
+class LaunchTest : public QObject
 {
     Q_OBJECT
 
@@ -92,70 +129,6 @@ private Q_SLOTS:
         m_sandbox.takeRequests();
     }
 
-    void asksForTheScreensPicture_data()
-    {
-        QTest::addColumn<QSize>("pixels");
-        QTest::addColumn<QSize>("asked");
-        const auto row = [](int width, int height, int askedWidth, int askedHeight) {
-            QTest::addRow("%dx%d", width, height)
-                << QSize(width, height) << QSize(askedWidth, askedHeight);
-        };
-        row(640, 960, 640, 960);
-        row(641, 960, 1284, 2778);
-        for (const QSize &known :
-            {QSize(640, 1136), QSize(750, 1334), QSize(1242, 2208), QSize(828, 1792),
-                QSize(1125, 2436), QSize(1242, 2688), QSize(1080, 2340), QSize(1170, 2532)})
-            row(7, known.height(), known.width(), known.height());
-        row(1179, 2556, 1284, 2778);
-    }
-
-    void asksForTheScreensPicture()
-    {
-        QFETCH(const QSize, pixels);
-        QTEST(AdResolution::forScreen(pixels), "asked");
-    }
-
-    void showsCountsDownFadesAndIsGone()
-    {
-        // Scheme-relative: "http:" is put before it.
-        m_pictures.setPage("/ad.png", png(), "image/png");
-        listPicture(m_pictures.url("/ad.png").mid(5));
-        launch();
-        TRY_COMPARE(ad()->phase(), Phase::Showing);
-        const auto calls = m_sandbox.takeRequests();
-        QCOMPARE(calls.constFirst().value(u"resolution_pixel"_s), u"1170*2532"_s);
-        QCOMPARE(calls.constFirst().value(u"terminal"_s), u"ios"_s);
-        QStringList said;
-        for (int second = 0; second < 3; ++second) {
-            said << ad()->skipText();
-            ad()->click({100, 100}); // does nothing
-            advance(999ms);
-            QCOMPARE(ad()->phase(), Phase::Showing);
-            advance(1ms);
-        }
-        QCOMPARE(said, (QStringList {u"跳过 3"_s, u"跳过 2"_s, u"跳过 1"_s}));
-        QCOMPARE(ad()->phase(), Phase::Leaving);
-        advance(799ms);
-        QCOMPARE(m_finished, 0);
-        advance(1ms);
-        QCOMPARE(ad()->phase(), Phase::Gone);
-        advance(1h);
-        QCOMPARE(m_finished, 1);
-    }
-
-    void skippingLeavesAtOnceAndOnce()
-    {
-        m_pictures.setPage("/ad.png", png(), "image/png");
-        listPicture(m_pictures.url("/ad.png"));
-        launch();
-        TRY_COMPARE(ad()->phase(), Phase::Showing);
-        ad()->skip();
-        QCOMPARE(ad()->phase(), Phase::Leaving);
-        ad()->skip();
-        advance(1h);
-        QCOMPARE(m_finished, 1);
-    }
-
     void badAnswersEndWithoutWaiting_data()
     {
         QTest::addColumn<QJsonValue>("data");
@@ -172,13 +145,8 @@ private Q_SLOTS:
         row("empty list", QJsonArray());
         row("no list", QJsonObject {{u"img_url"_s, still}});
         row("null", QJsonValue::Null);
-        row("not of records", QJsonArray {1, u"x"_s});
-        row("no picture", QJsonArray {QJsonObject {{u"link_url"_s, u"http://x/"_s}}});
-        row("null picture", picture(QJsonValue::Null));
-        row("a number", picture(5));
         row("another scheme", picture(u"httpx://nowhere/"_s));
         row("missing", picture(u"@/images/none.png"_s));
-        row("wrong type", picture(u"@/pages/agreement/user.html"_s));
         row("cut", picture(still), {{u"path"_s, path}, {u"cut"_s, true}});
         row("empty picture", picture(still), {{u"path"_s, path}, {u"body"_s, u""_s}});
         row("50 MiB", picture(still), {{u"path"_s, path}, {u"huge"_s, wholeHuge}});
@@ -235,65 +203,96 @@ private Q_SLOTS:
         QCOMPARE(ad()->picture()->frame().height(), screen.height());
     }
 
-    void whatFailsAfterTheWaitIsNotToldAgain_data()
+    void comparesAndOffers_data()
     {
-        QTest::addColumn<QJsonObject>("fault");
-        const QString list = u"listAd4App"_s;
-        const QString path = u"/images/ad-still.png"_s;
-        QTest::newRow("empty list")
-            << QJsonObject {{u"start"_s, list}, {u"delay_ms"_s, 300}, {u"body"_s, u"{}"_s}};
-        QTest::newRow("missing picture")
-            << QJsonObject {{u"path"_s, path}, {u"delay_ms"_s, 300}, {u"status"_s, 404}};
-        QTest::newRow("no picture")
-            << QJsonObject {{u"path"_s, path}, {u"delay_ms"_s, 300}, {u"body"_s, u"x"_s}};
+        QTest::addColumn<QString>("build");
+        QTest::addColumn<QJsonObject>("envelope");
+        QTest::addColumn<int>("tag"); //!< 0: no dialog
+        const auto row = [](const char *name, const QString &build, const QJsonValue &data, int tag,
+                             int code = 200) {
+            QTest::newRow(name) << build << QJsonObject {{u"code"_s, code}, {u"data"_s, data}}
+                                << tag;
+        };
+        const auto data = [](const QJsonValue &number, const QJsonValue &force) {
+            return QJsonObject {
+                {u"bulid_no"_s, number}, {u"is_force"_s, force}, {u"version_content"_s, u"新"_s}};
+        };
+        row("equal", u"120"_s, data(120, 1), 0);
+        row("older", u"120"_s, data(119, 1), 0);
+        row("newer", u"119"_s, data(120, 0), 102);
+        row("texts", u"119"_s, data(u"120"_s, u"0"_s), 102);
+        row("as numbers, not as texts", u"9"_s, data(u"10"_s, u"2"_s), 101);
+        row("forced by a text", u"119"_s, data(120, u"1"_s), 101);
+        row("forced by a negative number", u"119"_s, data(120, -1), 101);
+        row("no number", u"0"_s, QJsonObject {{u"is_force"_s, 1}}, 0);
+        row("build that is no number", u"beta"_s, data(1, 0), 102);
+        row("no object", u"0"_s, u"120"_s, 0);
+        row("the other success", u"119"_s, data(120, 1), 0, 8888);
+        row("refusal", u"119"_s, data(120, 1), 0, 500);
     }
 
-    void whatFailsAfterTheWaitIsNotToldAgain()
+    void comparesAndOffers()
     {
-        QFETCH(const QJsonObject, fault);
-        listPicture(m_sandbox.address(PlatformProcess::Content) + u"images/ad-still.png"_s);
-        m_sandbox.addFault(fault);
-        launch();
-        advance(2s);
-        QCOMPARE(m_finished, 1);
-        // Every reply of the network dies when it has been told of.
-        TRY_VERIFY(network()->findChildren<QNetworkReply *>().isEmpty()
-            && m_client->net.manager.connectItems().empty());
-        QCOMPARE(m_finished, 1);
-        QCOMPARE(ad()->phase(), Phase::Gone);
+        QFETCH(const QString, build);
+        QFETCH(const QJsonObject, envelope);
+        QFETCH(const int, tag);
+        m_sandbox.setAnswer({{u"start"_s, u"appUpdateInfo"_s}, {u"envelope"_s, envelope}});
+        Bench bench(m_sandbox, build);
+        m_sandbox.takeRequests();
+        QVERIFY(bench.checkEnds());
+        const auto call = m_sandbox.takeRequests().constFirst();
+        QCOMPARE(call.value(u"cur_bulid_no"_s), build);
+        QCOMPARE(call.value(u"app_name"_s), u"vant_moqe_st"_s);
+        QCOMPARE(bench.alert->isVisible(), tag != 0);
+        if (tag == 0)
+            return;
+        QCOMPARE(bench.alert->tag(), tag);
+        QCOMPARE(bench.alert->title(), u"版本更新"_s);
+        QCOMPARE(bench.alert->buttons(),
+            tag == 101 ? QStringList {u"确定"_s} : (QStringList {u"取消"_s, u"确定"_s}));
+        QCOMPARE(bench.alert->cancel(), tag == 102);
     }
 
-    void movesAgainAndAgainOnThePicturesOwnClock()
+    void actsOnTheButton_data()
     {
-        QNetworkReply *reply = network()->get(QNetworkRequest(
-            QUrl(m_sandbox.address(PlatformProcess::Content) + u"images/ad-animated.gif"_s)));
-        TRY_VERIFY(reply->isFinished());
-        const QByteArray gif = reply->readAll();
-        reply->deleteLater();
-        PictureFrames frames(gif, screen);
-        QList<QImage> round;
-        for (int i = 0; i < 12; ++i) {
-            const auto frame = frames.next();
-            QVERIFY(frame && frame->delay == 80ms);
-            round << frame->image;
-        }
-        QVERIFY(round[0] != round[1] && round[1] != round[2]);
-        for (int i = 0; i < 12; ++i)
-            QCOMPARE(frames.next()->image, round[i]);
+        QTest::addColumn<bool>("forced");
+        QTest::addColumn<int>("button");
+        QTest::addColumn<bool>("opens");
+        QTest::newRow("optional, cancelled") << false << 0 << false;
+        QTest::newRow("optional, confirmed") << false << 1 << true;
+        QTest::newRow("forced") << true << 0 << true;
+    }
 
-        LaunchAdPicture picture(&m_client->mainQueue);
-        int usable = 0;
-        picture.load(gif, screen, [&](bool loaded) { usable += loaded; });
-        TRY_COMPARE(usable, 1);
-        for (int i = 0; i < 14; ++i) {
-            QCOMPARE(picture.frame(), round[i % 12]);
-            advance(79ms);
-            QCOMPARE(picture.frame(), round[i % 12]);
-            advance(1ms);
-            TRY_COMPARE(picture.frame(), round[(i + 1) % 12]);
-        }
+    void actsOnTheButton()
+    {
+        QFETCH(const bool, forced);
+        QFETCH(const int, button);
+        QFETCH(const bool, opens);
+        Bench bench(m_sandbox, u"1"_s);
+        QVERIFY(bench.client.rememberLogin(u"student01"_s));
+        LoginModel &login = bench.client.net.loginModel;
+        QNetworkCookie session("mo", "1");
+        session.setDomain(u"127.0.0.1"_s);
+        session.setPath(u"/"_s);
+        bench.client.net.cookies->setCookie(session);
+        bench.client.cookies.handleCookie();
+        login.setUserName(u"u"_s);
+        login.setPassword(u"p"_s);
+        login.setIsLogin(true);
+        bench.check.showUpdate(u"新"_s, forced ? UpdateCheck::Force::Yes : UpdateCheck::Force::No);
+        bench.alert->press(button);
+        QCOMPARE(bench.opener.opened,
+            opens ? QList {QUrl(bench.hosts.official + u"pages/official/h5/download.jsp"_s)}
+                  : QList<QUrl>());
+        QCOMPARE(login.isLogin(), !forced);
+        QCOMPARE(bench.sessionsEnded, forced ? 1 : 0);
+        QCOMPARE(login.userName(), forced ? u""_s : u"u"_s);
+        QCOMPARE(login.password(), forced ? u""_s : u"p"_s);
+        QCOMPARE(bench.client.savedCookieNames().isEmpty(), forced);
+        QCOMPARE(bench.client.net.cookies->holdsCookieNamed({"mo"}), !forced);
+        QVERIFY(!bench.alert->isVisible());
     }
 };
 
-QTEST_GUILESS_MAIN(LaunchAdTest)
-#include "LaunchAdTest.moc"
+QTEST_GUILESS_MAIN(LaunchTest)
+#include "LaunchTest.moc"

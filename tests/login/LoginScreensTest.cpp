@@ -1,0 +1,124 @@
+#include "login/LoginHarness.h"
+#include "login/LoginViewController.h"
+#include "login/LoginViewController2.h"
+#include "login/PActivateViewController.h"
+#include "login/STSetingAccountViewController.h"
+#include "ui/FontChooser.h"
+#include "ui/NavigationController.h"
+#include "ui/UiHarness.h"
+
+#include <QtQml/qqmlextensionplugin.h>
+
+Q_IMPORT_QML_PLUGIN(Vant_LoginPlugin)
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString longName = u"长乐数智学校（本地部署）与名字很长很长的附属实验学校"_s;
+const VerifiedAccount holder {u"7"_s, u"20240007"_s, 2, u"阿卜杜拉·买买提艾力·吐尔逊"_s};
+
+}
+
+//! Both login screens and the two steps of enabling an account, in a window.
+class LoginScreensTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    PlatformProcess m_sandbox;
+    std::unique_ptr<LoginHarness> m_harness;
+    std::unique_ptr<LoginViewController> m_login;
+    std::unique_ptr<LoginViewController2> m_current;
+    std::unique_ptr<NavigationController> m_navigation;
+    std::unique_ptr<UiHarness> m_ui;
+
+    void show(const QString &screen, QSize size, double textScale)
+    {
+        LoginModel &model = m_harness->loginModel;
+        model.setProvinces(u"内蒙古自治区"_s);
+        model.setCity(u"锡林郭勒盟苏尼特左旗"_s);
+        model.setSchool(longName);
+        model.setSiteCode(u"school01"_s);
+        Navigator *navigator = m_harness->shell.navigator();
+        for (const char *name :
+            {"LoginScreen", "RegionLoginScreen", "ActivateScreen", "SetingAccountScreen"})
+            navigator->registerScreen(QString::fromLatin1(name),
+                QUrl(u"qrc:/qt/qml/Vant/Login/%1.qml"_s.arg(QLatin1StringView(name))));
+        navigator->setAnimated(false);
+        const LoginEnvironment environment = m_harness->environment();
+        ViewController *first = nullptr;
+        if (screen == u"LoginScreen")
+            first = (m_current = std::make_unique<LoginViewController2>(environment)).get();
+        else
+            first = (m_login = std::make_unique<LoginViewController>(environment)).get();
+        m_navigation = std::make_unique<NavigationController>(
+            navigator, m_login ? m_login->screenName() : screen, first);
+        m_ui = std::make_unique<UiHarness>(size, textScale);
+        m_ui->showRootView(&m_harness->shell);
+        navigator->setRootViewController(
+            QString::fromLatin1(NavigationController::screenName), m_navigation.get());
+        if (screen == u"ActivateScreen")
+            m_navigation->push(screen, new PActivateViewController(environment));
+        else if (screen == u"SetingAccountScreen")
+            m_navigation->push(screen, new STSetingAccountViewController(environment, holder));
+    }
+
+private Q_SLOTS:
+    void initTestCase() { FontChooser::apply(); }
+
+    void init() { m_harness = std::make_unique<LoginHarness>(m_sandbox); }
+
+    void cleanup()
+    {
+        m_ui.reset();
+        m_navigation.reset();
+        m_login.reset();
+        m_current.reset();
+    }
+
+    void nothingIsClipped_data()
+    {
+        QTest::addColumn<QString>("screen");
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<double>("textScale");
+        QTest::addColumn<QString>("lowest");
+        const std::pair<const char *, QString> screens[] {{"LoginScreen", u"微信登录"_s},
+            {"RegionLoginScreen", u"微信登录"_s}, {"ActivateScreen", u"激活"_s},
+            {"SetingAccountScreen", u"确定"_s}};
+        for (const auto &[screen, lowest] : screens) {
+            const auto row = [screen = screen](const char *name) -> QTestData & {
+                return QTest::addRow("%s %s", screen, name) << QString::fromLatin1(screen);
+            };
+            row("phone, large text") << QSize(390, 844) << 1.5 << lowest;
+            row("narrow, large text") << QSize(320, 568) << 1.5 << lowest;
+            row("wide") << QSize(1280, 800) << 1.0 << lowest;
+        }
+    }
+
+    // Everything stands inside the window's width, no text is cut, and what does not fit its
+    // height is scrolled to.
+    void nothingIsClipped()
+    {
+        QFETCH(const QString, screen);
+        QFETCH(const QSize, size);
+        QFETCH(const double, textScale);
+        QFETCH(const QString, lowest);
+        show(screen, size, textScale);
+        TRY_VERIFY(m_ui->itemWithText(lowest));
+        for (QQuickItem *item : m_ui->items()) {
+            const QString text = UiHarness::textOf(item);
+            const QRectF place = item->mapRectToScene(item->boundingRect());
+            QVERIFY2(text.isEmpty() || (place.left() >= 0 && place.right() <= size.width()),
+                qPrintable(text));
+            QVERIFY2(!item->property("truncated").toBool(), qPrintable(text));
+        }
+        QQuickItem *last = m_ui->itemWithText(lowest);
+        last->setEnabled(true);
+        last->forceActiveFocus(Qt::TabFocusReason);
+        TRY_VERIFY(last->mapRectToScene(last->boundingRect()).bottom() <= size.height());
+    }
+};
+
+QTEST_MAIN(LoginScreensTest)
+#include "LoginScreensTest.moc"

@@ -1,0 +1,148 @@
+#include "services/LocationForPages.h"
+#include "services/PushRegistration.h"
+
+#include "model/LoginModel.h"
+#include "platform/NotificationCenter.h"
+#include "platform/PushClient.h"
+#include "support/Patience.h"
+
+#include <QJsonDocument>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+//! A service that notes what is asked of it; the test says what it reports.
+class ScriptedPushClient : public PushClient
+{
+public:
+    void startSdk(const QString &appId, const QString &appKey, const QString &appSecret) override
+    {
+        calls << u"start %1 %2 %3"_s.arg(appId, appKey, appSecret);
+    }
+    void registerRemoteNotification(int types) override { calls << u"register %1"_s.arg(types); }
+    void resetBadge() override { }
+
+    QStringList calls;
+};
+
+const QString outcomeKey = QStringLiteral("GTPushCid");
+
+}
+
+//! What pages are told of places and of notifications.
+class PagesTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void writesTheAnswer_data()
+    {
+        QTest::addColumn<bool>("located");
+        QTest::addColumn<bool>("failed");
+        QTest::addColumn<QString>("json");
+        const QString place = u"'latitude': '24.479800', 'lontitude': '118.089412'}}"_s;
+        QTest::newRow("all") << true << false
+                             << u"{'code': '200', 'msg': '获取成功', 'data': {'addr': "
+                                "'中国(null)厦门市(null)软件园二期A1', "_s
+                + place;
+        QTest::newRow("no address") << true << true
+                                    << u"{'code': '200', 'msg': '地址查询失败', 'data': {'addr': "
+                                       "'(null)(null)(null)(null)(null)(null)', "_s
+                + place;
+        QTest::newRow("nothing") << false << true
+                                 << u"{'code': '-1', 'msg': '地址查询失败', 'data': {}}"_s;
+    }
+
+    void writesTheAnswer()
+    {
+        QFETCH(const bool, located);
+        QFETCH(const bool, failed);
+        QFETCH(QString, json);
+        std::optional<Location> location;
+        std::optional<LocationReGeocode> address;
+        std::optional<LocationError> error;
+        if (located)
+            location = Location {24.4798, 118.0894123};
+        if (located && !failed)
+            address
+                = LocationReGeocode {u"中国"_s, {}, u"厦门 市"_s, {}, u"软件园二期"_s, u" A 1"_s};
+        if (failed)
+            error = LocationError {LocationError::ReGeocodeFailed, u"地址查询失败"_s};
+        const QString text = LocationForPages::answer(location, address, error);
+        QCOMPARE(QJsonDocument::fromJson(text.toUtf8()),
+            QJsonDocument::fromJson(json.replace(u'\'', u'"').toUtf8()));
+        QVERIFY(text.contains(u"\n    \"code\""_s));
+    }
+
+    void keepsTheClientIdOverFailures()
+    {
+        m_registration.start();
+        QCOMPARE(m_client.calls, (QStringList {u"start id key secret"_s, u"register 7"_s}));
+        Q_EMIT m_client.didRegisterClient(u"cid-1"_s);
+        QCOMPARE(UserDefaults(m_file).stringForKey(u"cid"_s), u"cid-1"_s);
+        QCOMPARE(UserDefaults(m_file).stringForKey(outcomeKey), u"getCidSuccess"_s);
+
+        m_client.calls.clear();
+        m_registration.bindGeTuiAgain();
+        // The permission is asked for at launch only.
+        QCOMPARE(m_client.calls, QStringList {u"start id key secret"_s});
+        Q_EMIT m_client.didOccurError(u"no network"_s);
+        QCOMPARE(UserDefaults(m_file).stringForKey(outcomeKey), u"getCidFailed"_s);
+        QCOMPARE(m_model.c_id(), u"cid-1"_s);
+        QCOMPARE(m_posted.size(), 0);
+        // Only the next id after a restart stops the timer.
+        Q_EMIT m_client.didRegisterClient(u"cid-2"_s);
+        QCOMPARE(m_posted.takeFirst().first(), u"STOPNSTimer"_s);
+        QCOMPARE(m_model.c_id(), u"cid-2"_s);
+    }
+
+    void postsNotifications()
+    {
+        const QVariantMap userInfo {{u"payload"_s, u"https://p/"_s}};
+        m_model.messageCount = 3;
+        Q_EMIT m_client.didReceiveNotification(userInfo);
+        QVERIFY(m_registration.isAppBackground);
+        QCOMPARE(m_model.messageCount, 3);
+        QCOMPARE(m_posted.takeFirst().first(), u"backGeTuiPushLoadNewWeb"_s);
+
+        Q_EMIT m_client.willPresentNotification(userInfo);
+        QVERIFY(!m_registration.isAppBackground);
+        QCOMPARE(m_model.messageCount, 0);
+        // Nobody would open the page yet.
+        QCOMPARE(m_posted.size(), 0);
+        // Neither does anybody in this run.
+        NotificationCenter later;
+        QSignalSpy postedLater(&later, &NotificationCenter::posted);
+        UserDefaults kept(m_file);
+        PushRegistration nextRun(&m_client, {}, &m_model, &kept, &later);
+        later.addObserver(u"GeTuiPushLoadNewWeb"_s, this, [](const QVariant &) {});
+        TRY_COMPARE(postedLater.size(), 1);
+        QCOMPARE(postedLater.first()[1].value<QVariant>().toMap(), userInfo);
+        QVERIFY(!UserDefaults(m_file).objectForKey(u"PushWaiting"_s).isValid());
+
+        QObject home;
+        m_notifications.addObserver(u"GeTuiPushLoadNewWeb"_s, &home, [](const QVariant &) {});
+        QCOMPARE(m_posted.size(), 0);
+        TRY_COMPARE(m_posted.size(), 1);
+        QCOMPARE(m_posted.first().first(), u"GeTuiPushLoadNewWeb"_s);
+        QCOMPARE(m_posted.first()[1].value<QVariant>().toMap(), userInfo);
+    }
+
+private:
+    const QTemporaryDir m_folder;
+    const QString m_file = m_folder.filePath(u"settings.ini"_s);
+    UserDefaults m_defaults {m_file};
+    LoginModel m_model {&m_defaults};
+    NotificationCenter m_notifications;
+    ScriptedPushClient m_client;
+    PushRegistration m_registration {&m_client,
+        {.broker = {}, .appId = u"id"_s, .appKey = u"key"_s, .appSecret = u"secret"_s}, &m_model,
+        &m_defaults, &m_notifications};
+    QSignalSpy m_posted {&m_notifications, &NotificationCenter::posted};
+};
+
+QTEST_GUILESS_MAIN(PagesTest)
+#include "PagesTest.moc"

@@ -1,0 +1,116 @@
+#include "ui/UiHarness.h"
+
+using namespace Qt::StringLiterals;
+
+//! Screens, alerts and sheets: who stands above whom, who is told, and who gets the input.
+class ShellTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<ViewController> m_home;
+    std::unique_ptr<UiHarness> m_ui;
+
+private Q_SLOTS:
+    void init()
+    {
+        m_ui.reset();
+        m_ui = std::make_unique<UiHarness>();
+        m_home = std::make_unique<ViewController>();
+        m_home->setTitle(u"home"_s);
+        m_ui->showRootView();
+        m_ui->shell.navigator()->setRootViewController(u"Sample"_s, m_home.get());
+    }
+
+    void screensGoWithTheirControllers()
+    {
+        Navigator *navigator = m_ui->shell.navigator();
+        auto page = std::make_unique<ViewController>();
+        QVERIFY(navigator->present(u"Sample"_s, page.get()));
+        page.reset();
+        QCOMPARE(navigator->topViewController(), m_home.get());
+        m_home.reset();
+        QCOMPARE(navigator->rootViewController(), nullptr);
+        QCOMPARE(navigator->screens()->rowCount(), 0);
+    }
+
+    void alertsWaitForEachOtherAndAreAnsweredOnce()
+    {
+        AlertView view;
+        QStringList answers;
+        const auto ask = [&](const QString &title, const QStringList &buttons, bool cancellable) {
+            view.show({.title = title, .buttons = buttons, .cancellable = cancellable},
+                [&, title](int index) { answers << title + QString::number(index); });
+        };
+        ask(u"版本更新"_s, {u"取消"_s, u"确定"_s}, false);
+        ask(u"提醒"_s, {}, true);
+        view.press(2);
+        view.press(-1);
+        QVERIFY2(!view.cancel() && answers.isEmpty(), "a forced alert wants one of its buttons");
+        view.press(1);
+        QCOMPARE(view.buttons(), QStringList {u"确定"_s});
+        QVERIFY(view.cancel());
+        view.press(0);
+        QVERIFY(!view.cancel() && !view.isVisible());
+        QCOMPARE(answers, (QStringList {u"版本更新1"_s, u"提醒-1"_s}));
+    }
+
+    void backAnswersWhatIsTopmost()
+    {
+        Shell &shell = m_ui->shell;
+        QStringList answered;
+        const auto note = [&](const QString &name) {
+            return [&answered, name](int index) { answered << name + QString::number(index); };
+        };
+        shell.alertView()->show({.title = u"题"_s, .cancellable = true}, note(u"alert"_s));
+        shell.actionSheet()->show({}, {}, {u"甲"_s}, {}, note(u"older sheet"_s));
+        shell.actionSheet()->show({}, {}, {u"甲"_s}, {}, note(u"sheet"_s));
+        shell.progressHUD()->show({});
+        QVERIFY(shell.back());
+        QCOMPARE(answered, QStringList {u"older sheet-1"_s});
+        shell.progressHUD()->hide();
+        QVERIFY(shell.back() && shell.back());
+        QVERIFY(!shell.back());
+        shell.actionSheet()->choose(0);
+        QCOMPARE(answered, (QStringList {u"older sheet-1"_s, u"sheet-1"_s, u"alert-1"_s}));
+    }
+
+    void inputReachesTheScreenOnlyWhenNothingBlocksIt_data()
+    {
+        QTest::addColumn<std::function<void(Shell &)>>("cover");
+        QTest::addColumn<bool>("reaches");
+        const auto row = [](const char *name, std::function<void(Shell &)> cover, bool reaches) {
+            QTest::newRow(name) << cover << reaches;
+        };
+        row(
+            "toast", [](Shell &shell) { shell.toast()->show(u"请稍后"_s); }, true);
+        row(
+            "indicator", [](Shell &shell) { shell.progressHUD()->show(u"登录中"_s); }, false);
+        row(
+            "alert", [](Shell &shell) { shell.alertView()->show({.title = u"提醒"_s}); }, false);
+        row(
+            "sheet",
+            [](Shell &shell) { shell.actionSheet()->show({}, {}, {u"甲"_s}, u"取消"_s, {}); },
+            false);
+    }
+
+    void inputReachesTheScreenOnlyWhenNothingBlocksIt()
+    {
+        QFETCH(const std::function<void(Shell &)>, cover);
+        QFETCH(const bool, reaches);
+        const auto *button = m_ui->itemWithText(u"按 home"_s);
+        cover(m_ui->shell);
+        // However often the keyboard moves on.
+        bool focused = false;
+        for (int i = 0; i < 5; ++i) {
+            QTest::keyClick(&m_ui->view, Qt::Key_Tab);
+            focused = focused || button->hasActiveFocus();
+        }
+        QCOMPARE(focused, reaches);
+        m_ui->click(button);
+        QCOMPARE(button->property("clicks"), QVariant(reaches ? 1 : 0));
+    }
+};
+
+QTEST_MAIN(ShellTest)
+#include "ShellTest.moc"

@@ -1,0 +1,54 @@
+#include "web/HomeStage.h"
+
+#include "web/HomePageProfile.h"
+#include "web/STHomeViewControllerDelegate.h"
+
+using namespace Qt::StringLiterals;
+
+HomeStage::HomeStage(
+    const DeploymentConfiguration::Hosts &hosts, STHomeViewControllerDelegate *delegate)
+    : session(hosts)
+    , album(session.net.folder.filePath(u"album"_s))
+    , pageHost(&shell, session.net.folder.path())
+    , delegate(delegate)
+    , slicingUpload({
+          .network = &session.net.network,
+          .reachability = &reachability,
+          .photoLibrary = &album,
+          .shell = &shell,
+          .backGroundlogin =
+              [delegate](const UploadEnvironment::LoggedIn &success) {
+                  delegate->backGroundloginInWithRefresh(false, success);
+              },
+          .albumFolder = {},
+          .libraryPath = session.net.folder.path(),
+          .exportFolder = session.net.folder.filePath(u"exports"_s),
+      })
+    , profile(makeHomePageProfile(session.net.folder.filePath(u"web"_s), session.net.cookies))
+{
+}
+
+HomeEnvironment HomeStage::environment()
+{
+    return {
+        .configuration = {},
+        .delegate = delegate,
+        .profile = profile.get(),
+        .loginModel = &loginModel,
+        .defaults = &defaults,
+        .deviceIdentifier = &session.net.student,
+        .cookieStorage = session.net.cookies,
+        .ssoCookies = &session.cookies,
+        .notifications = &notifications,
+        .mainQueue = &mainQueue,
+        .reachability = &reachability,
+        .network = &session.net.network,
+        .urlOpener = &urlOpener,
+        .photoLibrary = &album,
+        .wxApi = &wxApi,
+        .services = &services,
+        .pageHost = &pageHost,
+        .slicingUpload = &slicingUpload,
+        .shell = &shell,
+    };
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/BrowserWXApi.h"
+#include "platform/FolderPhotoLibrary.h"
+#include "platform/NotificationCenter.h"
+#include "session/SessionClient.h"
+#include "support/NoPageServices.h"
+#include "support/NotedUrlOpener.h"
+#include "support/SwitchedReachability.h"
+#include "ui/Shell.h"
+#include "upload/SlicingUpload.h"
+#include "web/HomeEnvironment.h"
+#include "web/PageHost.h"
+#include "web/WebPageProfile.h"
+
+//! A session and all else that a home container works with, in one temporary folder; its clock
+//! stands still until it is advanced. The delegate is asked from the first upload on.
+class HomeStage
+{
+public:
+    HomeStage(const DeploymentConfiguration::Hosts &hosts, STHomeViewControllerDelegate *delegate);
+
+    HomeEnvironment environment();
+
+    SessionClient session;
+    ManualMainQueue &mainQueue {session.mainQueue};
+    LoginModel &loginModel {session.net.loginModel};
+    UserDefaults &defaults {session.net.defaults};
+    NotificationCenter notifications;
+    SwitchedReachability reachability;
+    NotedUrlOpener urlOpener;
+    FolderPhotoLibrary album;
+    BrowserWXApi wxApi {&urlOpener, nullptr, {}};
+    Shell shell {session.mainQueue};
+    NoPageServices services;
+    PageHost pageHost;
+    STHomeViewControllerDelegate *delegate;
+    SlicingUpload slicingUpload;
+    std::unique_ptr<WebPageProfile> profile;
+};
