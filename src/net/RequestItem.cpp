@@ -16,8 +16,10 @@ const QString cookieKey = QStringLiteral("MiPushUsingCookie");
 
 HTTPSessionManager sessionManager(QNetworkAccessManager *network)
 {
+    static const QSet<QByteArray> contentTypes {
+        "application/json", "text/json", "text/plain", "text/html"};
     HTTPSessionManager manager(network);
-    manager.setAcceptableContentTypes({"application/json", "text/json", "text/plain", "text/html"});
+    manager.setAcceptableContentTypes(contentTypes);
     manager.setTimeoutInterval(requestTimeout);
     manager.setValueForHTTPHeaderField("vant-ios;client-st;", "User-Agent");
     return manager;

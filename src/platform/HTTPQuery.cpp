@@ -12,25 +12,29 @@ bool isNil(const QVariant &value)
 
 QByteArray HTTPQuery::encoded(const HTTPParameters &parameters)
 {
-    QByteArrayList pairs;
+    QByteArray text;
     for (auto it = parameters.cbegin(); it != parameters.cend(); ++it) {
-        if (!isNil(it.value()))
-            pairs << QUrl::toPercentEncoding(it.key()) + '='
-                    + QUrl::toPercentEncoding(it.value().toString());
+        if (isNil(it.value()))
+            continue;
+        if (!text.isEmpty())
+            text += '&';
+        text += QUrl::toPercentEncoding(it.key());
+        text += '=';
+        text += QUrl::toPercentEncoding(it.value().toString());
     }
-    return pairs.join('&');
+    return text;
 }
 
 QUrl HTTPQuery::urlWithQuery(const QString &address, const HTTPParameters &parameters)
 {
-    QByteArray text = QUrl(address).toEncoded();
+    QString text = address;
     const QByteArray query = encoded(parameters);
     if (!query.isEmpty()) {
-        if (!text.contains('?'))
-            text += '?';
-        else if (!text.endsWith('?'))
-            text += '&';
-        text += query;
+        if (!text.contains(u'?'))
+            text += u'?';
+        else if (!text.endsWith(u'?'))
+            text += u'&';
+        text += QLatin1String(query);
     }
-    return QUrl::fromEncoded(text);
+    return QUrl(text);
 }

@@ -90,6 +90,10 @@ void HTTPTask::finish()
     HTTPResponse response {
         m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), {}, {}};
     for (const auto &[name, value] : m_reply->rawHeaderPairs()) {
+        if (!value.contains('\n')) {
+            response.headers.append({name, value});
+            continue;
+        }
         // The toolkit joins cookies by line ends.
         for (const QByteArray &single : value.split('\n'))
             response.headers.append({name, single});
