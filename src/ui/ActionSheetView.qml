@@ -6,7 +6,7 @@ FocusScope {
     id: view
 
     required property ActionSheet actionSheet
-    property real bottomInset: 0
+    required property SafeArea safeArea
 
     visible: actionSheet.visible
     Accessible.role: Accessible.PopupMenu
@@ -45,7 +45,7 @@ FocusScope {
     Column {
         anchors {
             bottom: parent.bottom
-            bottomMargin: view.bottomInset + 10
+            bottomMargin: view.safeArea.bottom + 10
             horizontalCenter: parent.horizontalCenter
         }
         width: Math.min(parent.width - 20, Theme.maximumFormWidth)
@@ -54,7 +54,7 @@ FocusScope {
         Rectangle {
             width: parent.width
             height: Math.min(choices.implicitHeight,
-                             view.height - cancelButton.height - view.bottomInset - 60)
+                             view.height - cancelButton.height - view.safeArea.bottom - 60)
             radius: Theme.radius
             color: Theme.surface
 

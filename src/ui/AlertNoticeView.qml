@@ -6,8 +6,7 @@ FocusScope {
     id: view
 
     required property AlertView alertView
-    property real topInset: 0
-    property real bottomInset: 0
+    required property SafeArea safeArea
 
     visible: alertView.visible && alertView.fullScreen
 
@@ -16,10 +15,10 @@ FocusScope {
     Rectangle {
         anchors {
             centerIn: parent
-            verticalCenterOffset: (view.topInset - view.bottomInset) / 2
+            verticalCenterOffset: (view.safeArea.top - view.safeArea.bottom) / 2
         }
         width: Math.min(parent.width - 40, Theme.maximumFormWidth)
-        height: Math.min(parent.height - view.topInset - view.bottomInset - 48,
+        height: Math.min(parent.height - view.safeArea.top - view.safeArea.bottom - 48,
                          Math.max(320, title.height + body.implicitHeight + close.height + 104))
         radius: Theme.radius
         color: Theme.surface

@@ -16,15 +16,6 @@ Item {
 
     onTopmostChanged: takeFocus()
 
-    //! Made when it is first wanted: the first screen does not wait for it.
-    component Overlay: Loader {
-        property bool wanted: false
-
-        anchors.fill: parent
-        active: false
-        onWantedChanged: if (wanted) active = true
-    }
-
     //! For what takes the keys, after something else in the window had them.
     function takeFocus() { topmost.forceActiveFocus() }
 
@@ -55,34 +46,33 @@ Item {
         }
     }
 
-    Overlay {
+    LazyView {
         id: dialog
+        anchors.fill: parent
+        file: "AlertDialogView.qml"
+        values: ({ focus: true, alertView: root.shell.alertView })
         wanted: root.shell.alertView.visible && !root.shell.alertView.fullScreen
-        sourceComponent: AlertDialogView { focus: true; alertView: root.shell.alertView }
     }
-    Overlay {
+    LazyView {
         id: notice
+        anchors.fill: parent
+        file: "AlertNoticeView.qml"
+        values: ({ focus: true, alertView: root.shell.alertView, safeArea: root.safeArea })
         wanted: root.shell.alertView.visible && root.shell.alertView.fullScreen
-        sourceComponent: AlertNoticeView {
-            focus: true
-            alertView: root.shell.alertView
-            topInset: root.safeArea.top
-            bottomInset: root.safeArea.bottom
-        }
     }
-    Overlay {
+    LazyView {
         id: sheet
+        anchors.fill: parent
+        file: "ActionSheetView.qml"
+        values: ({ focus: true, actionSheet: root.shell.actionSheet, safeArea: root.safeArea })
         wanted: root.shell.actionSheet.visible
-        sourceComponent: ActionSheetView {
-            focus: true
-            actionSheet: root.shell.actionSheet
-            bottomInset: root.safeArea.bottom
-        }
     }
-    Overlay {
+    LazyView {
         id: hud
+        anchors.fill: parent
+        file: "ProgressHUDView.qml"
+        values: ({ focus: true, progressHUD: root.shell.progressHUD })
         wanted: root.shell.progressHUD.visible
-        sourceComponent: ProgressHUDView { focus: true; progressHUD: root.shell.progressHUD }
     }
     ToastView { anchors.fill: parent; toast: root.shell.toast }
 }

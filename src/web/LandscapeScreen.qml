@@ -48,6 +48,7 @@ FocusScope {
                 onRetry: root.controller.errorViewButtonDidPress()
 
                 IconButton {
+                    z: 1
                     anchors { top: parent.top; left: parent.left; margins: 8 }
                     text: qsTr("返回")
                     source: "qrc:/assets/mini_style_navi_close.png"

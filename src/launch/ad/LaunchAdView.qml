@@ -40,6 +40,7 @@ FocusScope {
         anchors.fill: parent
         visible: !picture.visible // it would shine through what fades
         source: "qrc:/assets/launch_image.png"
+        asynchronous: true
         cache: false // shown once
         fillMode: view.width > view.height ? Image.PreserveAspectFit : Image.PreserveAspectCrop
     }
@@ -60,39 +61,17 @@ FocusScope {
         onWheel: wheel => wheel.accepted = true
     }
 
-    Tappable {
-        id: button
+    LazyView {
         anchors {
             top: parent.top
             right: parent.right
             topMargin: view.safeArea.top + 12
             rightMargin: view.safeArea.right + Theme.margin
         }
-        visible: view.showing
         focus: true
-        text: view.launchAd.skipText
-        leftPadding: 16
-        rightPadding: 16
-        font.pixelSize: Theme.captionText
-        focusRadius: height / 2
-        onClicked: view.launchAd.skip()
-
-        background: Item {
-            Rectangle {
-                anchors.centerIn: parent
-                width: parent.width
-                height: Math.max(32, button.implicitContentHeight + 12)
-                radius: height / 2
-                color: button.down ? "#b3000000" : "#80000000"
-            }
-        }
-        contentItem: Text {
-            text: button.text
-            font: button.font
-            color: "#ffffff"
-            horizontalAlignment: Text.AlignHCenter
-            verticalAlignment: Text.AlignVCenter
-            Accessible.ignored: true
-        }
+        visible: view.showing
+        file: Qt.resolvedUrl("LaunchAdSkipButton.qml")
+        values: ({ focus: true, launchAd: view.launchAd })
+        wanted: view.showing
     }
 }
