@@ -1,4 +1,4 @@
-#include "upload/preparation/ClipInfo.h"
+#include "upload/preparation/MediaCodecs.h"
 #include "upload/preparation/PhotoPreparation.h"
 #include "upload/preparation/Thumbnail.h"
 #include "upload/preparation/VideoExport.h"
@@ -152,7 +152,7 @@ private Q_SLOTS:
         QCOMPARE(result.error, QString());
         QVERIFY(std::is_sorted(progress.cbegin(), progress.cend()));
         QCOMPARE(progress.constLast(), 1.0);
-        const auto clip = ClipInfo::read(result.filePath, {});
+        const auto clip = MediaCodecs::shared().clipInfo(result.filePath, {});
         QCOMPARE(clip.size, size);
         QVERIFY(!clip.isTurned);
         QVERIFY(qAbs(clip.duration.count() - 2000) < 200);

@@ -3,7 +3,7 @@
 #include "platform/PhotoLibrary.h"
 #include "ui/Shell.h"
 #include "upload/Logging.h"
-#include "upload/preparation/MediaFramework.h"
+#include "upload/preparation/MediaCodecs.h"
 
 #include <QCameraDevice>
 #include <QFileInfo>
@@ -232,7 +232,7 @@ void ImagePickerController::lookForCamera()
         return;
     // The first question for cameras loads the media plugins, which can take a second.
     QThreadPool::globalInstance()->start([self = QPointer(this)] {
-        MediaFramework::start();
+        MediaCodecs::shared().start();
         QMetaObject::invokeMethod(qApp, [self] {
             if (self)
                 self->watchCameras();

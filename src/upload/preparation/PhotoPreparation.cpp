@@ -1,7 +1,7 @@
 #include "upload/preparation/PhotoPreparation.h"
 
 #include "upload/Logging.h"
-#include "upload/preparation/HeifPhoto.h"
+#include "upload/preparation/MediaCodecs.h"
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -23,7 +23,7 @@ PhotoPreparation::Result jpegOf(QIODevice &file)
 {
     if (file.size() > largestHeif)
         return failure(u"too large a photo"_s);
-    const auto photo = HeifPhoto::decode(file.readAll());
+    const auto photo = MediaCodecs::shared().decodeHeif(file.readAll());
     if (photo.image.isNull())
         return failure(photo.error);
     QBuffer jpeg;

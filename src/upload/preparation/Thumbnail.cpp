@@ -1,7 +1,6 @@
 #include "upload/preparation/Thumbnail.h"
 
-#include "upload/preparation/HeifPhoto.h"
-#include "upload/preparation/VideoFrame.h"
+#include "upload/preparation/MediaCodecs.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -36,7 +35,7 @@ QImage readPhoto(QFile &file, int side, Qt::AspectRatioMode mode)
     if (HeifPhoto::isHeif(file.peek(signatureSize))) {
         if (file.size() > largestHeif)
             return {};
-        return HeifPhoto::decodeSmall(file.readAll(), side).image;
+        return MediaCodecs::shared().decodeSmallHeif(file.readAll(), side).image;
     }
     QImageReader reader(&file);
     reader.setDecideFormatFromContent(true);
@@ -63,6 +62,6 @@ Thumbnail Thumbnail::ofVideo(
 {
     if (!QFileInfo(filePath).isFile())
         return {};
-    const VideoFrame frame = VideoFrame::first(filePath, stop);
+    const VideoFrame frame = MediaCodecs::shared().firstFrame(filePath, stop);
     return {finished(frame.image, side, mode), frame.duration};
 }

@@ -1,8 +1,9 @@
 #include "upload/preparation/VideoExport.h"
 
 #include "upload/Logging.h"
+#include "upload/preparation/ExportSize.h"
+#include "upload/preparation/MediaCodecs.h"
 #include "upload/preparation/Mp4Dates.h"
-#include "upload/preparation/Transcoding.h"
 
 #include <QFileInfo>
 
@@ -49,20 +50,22 @@ VideoExport::Result VideoExport::run(
     // A pipe would be waited for without end.
     if (!QFileInfo(sourcePath).isFile())
         return failure(QStringLiteral("no file"));
-    const QString key = ExportCache::keyFor(sourcePath, Transcoding::settings(), stop);
+    const MediaCodecs &codecs = MediaCodecs::shared();
+    const QString key = ExportCache::keyFor(sourcePath, codecs.exportSettings(), stop);
     if (key.isNull())
         return failure(QStringLiteral("the file cannot be read"));
     if (const QString known = m_cache.find(key); !known.isNull()) {
         progress(1);
         return {known, {}};
     }
-    const ClipInfo clip = ClipInfo::read(sourcePath, stop);
+    const ClipInfo clip = codecs.clipInfo(sourcePath, stop);
     if (!clip.error.isNull())
         return failure(clip.error);
     const QString writing = m_cache.pathForWriting(key);
     if (writing.isNull())
         return failure(QStringLiteral("no room for exports"));
-    const QString error = Transcoding(sourcePath, clip, writing).run(progress, stop);
+    const QString error
+        = codecs.exportClip({sourcePath, clip, exportSize(clip.size), writing}, progress, stop);
     if (!error.isNull() || !removeMp4Dates(writing)) {
         m_cache.discard(key);
         return failure(error.isNull() ? QStringLiteral("the export is no clip") : error);

@@ -1,9 +1,10 @@
-#include "upload/preparation/MediaFramework.h"
-
-#include "upload/Logging.h"
+#include "upload/preparation/codecs/MediaFramework.h"
 
 #include <QFileInfo>
+#include <QLoggingCategory>
 #include <QUrl>
+
+Q_LOGGING_CATEGORY(lcCodecs, "vant.codecs", QtInfoMsg)
 
 bool MediaFramework::start()
 {
@@ -12,7 +13,7 @@ bool MediaFramework::start()
         const bool done = gst_init_check(nullptr, nullptr, &error);
         const GErrorPointer owned(error);
         if (!done)
-            qCWarning(lcUpload) << "no media framework:" << (error ? error->message : "unknown");
+            qCWarning(lcCodecs) << "no media framework:" << (error ? error->message : "unknown");
         return done;
     }();
     return started;

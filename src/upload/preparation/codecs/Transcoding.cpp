@@ -1,7 +1,6 @@
-#include "upload/preparation/Transcoding.h"
+#include "upload/preparation/codecs/Transcoding.h"
 
-#include "upload/preparation/ExportSize.h"
-#include "upload/preparation/MediaFramework.h"
+#include "upload/preparation/codecs/MediaFramework.h"
 
 #include <QFile>
 
@@ -115,11 +114,8 @@ const char *Transcoding::settings()
     return all.constData();
 }
 
-Transcoding::Transcoding(
-    const QString &sourcePath, const ClipInfo &source, const QString &targetPath)
-    : m_sourcePath(sourcePath)
-    , m_source(source)
-    , m_targetPath(targetPath)
+Transcoding::Transcoding(const ClipExport &order)
+    : m_order(order)
 {
 }
 
@@ -135,15 +131,14 @@ QString Transcoding::run(const Progress &progress, std::stop_token stop)
     }
     if (!decoder || !muxer || !sink || !gst_element_link(muxer, sink))
         return QStringLiteral("a media plugin is missing");
-    g_object_set(decoder, "uri", MediaFramework::uriOf(m_sourcePath).constData(), nullptr);
-    g_object_set(sink, "location", QFile::encodeName(m_targetPath).constData(), nullptr);
+    g_object_set(decoder, "uri", MediaFramework::uriOf(m_order.sourcePath).constData(), nullptr);
+    g_object_set(sink, "location", QFile::encodeName(m_order.targetPath).constData(), nullptr);
 
-    const QSize upright = exportSize(m_source.size);
-    const QSize stored = m_source.isTurned ? upright.transposed() : upright;
+    const QSize stored = m_order.source.isTurned ? m_order.size.transposed() : m_order.size;
     Branches branches {pipeline.get(), muxer,
         QString::fromLatin1(videoBranch).arg(stored.width()).arg(stored.height()).toLatin1()};
     g_signal_connect(decoder, "pad-added", G_CALLBACK(streamFound), &branches);
-    const QString error = runToTheEnd(pipeline.get(), m_source.duration, progress, stop);
+    const QString error = runToTheEnd(pipeline.get(), m_order.source.duration, progress, stop);
     // The decoder's threads use the branches.
     gst_element_set_state(pipeline.get(), GST_STATE_NULL);
     if (error.isNull() && !branches.hasVideo)

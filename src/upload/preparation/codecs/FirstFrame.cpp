@@ -1,6 +1,6 @@
-#include "upload/preparation/VideoFrame.h"
+#include "upload/preparation/codecs/FirstFrame.h"
 
-#include "upload/preparation/MediaFramework.h"
+#include "upload/preparation/codecs/MediaFramework.h"
 
 #include <gst/video/video.h>
 
@@ -72,7 +72,7 @@ bool showsSomething(const QImage &image)
 
 }
 
-VideoFrame VideoFrame::first(const QString &filePath, std::stop_token stop)
+VideoFrame FirstFrame::of(const QString &filePath, std::stop_token stop)
 {
     if (!MediaFramework::start())
         return {};

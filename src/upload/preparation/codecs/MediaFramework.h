@@ -1,6 +1,6 @@
 #pragma once
 
-#include "upload/preparation/GstPointer.h"
+#include "upload/preparation/codecs/GstPointer.h"
 
 #include <QByteArray>
 #include <QString>

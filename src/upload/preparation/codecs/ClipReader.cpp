@@ -1,6 +1,6 @@
-#include "upload/preparation/ClipInfo.h"
+#include "upload/preparation/codecs/ClipReader.h"
 
-#include "upload/preparation/MediaFramework.h"
+#include "upload/preparation/codecs/MediaFramework.h"
 
 #include <gst/pbutils/pbutils.h>
 
@@ -78,7 +78,7 @@ void discovered(GstDiscoverer *, GstDiscovererInfo *found, GError *error, gpoint
 
 }
 
-ClipInfo ClipInfo::read(const QString &filePath, std::stop_token stop)
+ClipInfo ClipReader::read(const QString &filePath, std::stop_token stop)
 {
     const auto failure = [](const QString &text) {
         ClipInfo info;
