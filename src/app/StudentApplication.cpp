@@ -5,6 +5,7 @@
 #include "login/LoginViewController2.h"
 #include "platform/FeedCaptureDevice.h"
 #include "platform/SystemCaptureDevice.h"
+#include "ui/FontChooser.h"
 #include "ui/NavigationController.h"
 #include "upload/picker/ImagePickerController.h"
 #include "web/HomePageProfile.h"
@@ -184,6 +185,7 @@ void StudentApplication::start(const std::optional<QVariantMap> &launchNotificat
     // What these ask the platform is answered while the window is made.
     m_launch.splashAd()->setupXHLaunchAd();
     m_delegate.didFinishLaunchingWithOptions(launchNotification);
+    FontChooser::apply();
     // Later versions of the toolkit look there by themselves.
     m_engine.addImportPath(u"qrc:/qt/qml"_s);
     m_engine.setInitialProperties(

@@ -3,6 +3,7 @@
 #include "platform/Logging.h"
 #include "platform/PrivateFile.h"
 
+#include <QLibrary>
 #include <QSettings>
 #include <qt6keychain/keychain.h>
 
@@ -23,6 +24,12 @@ void reportFallback(const Job *job)
                        << job->errorString();
 }
 
+}
+
+void KeyChainStore::loadAhead()
+{
+    // Opened by name only, and never closed; where another service is used it lies unused.
+    QLibrary(QStringLiteral("secret-1"), 0).load();
 }
 
 KeyChainStore::KeyChainStore(const QString &profileName, const QString &fallbackFile)

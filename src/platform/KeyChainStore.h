@@ -21,6 +21,9 @@ public:
     using Loaded = std::function<void(std::optional<QByteArray> data)>;
     using Done = std::function<void(bool stored)>;
 
+    //! Loads the service's library, which the first operation would wait for. Any thread.
+    static void loadAhead();
+
     //! \a profileName: empty for the user's ordinary profile. \a fallbackFile: where items go
     //! without a service.
     KeyChainStore(const QString &profileName, const QString &fallbackFile);
