@@ -20,12 +20,12 @@ void HTTPSessionManager::setValueForHTTPHeaderField(
 
 void HTTPSessionManager::setAcceptableContentTypes(const QSet<QByteArray> &types)
 {
-    m_acceptableContentTypes = types;
+    m_limits.contentTypes = types;
 }
 
 void HTTPSessionManager::setTimeoutInterval(std::chrono::milliseconds timeout)
 {
-    m_timeout = timeout;
+    m_limits.silence = timeout;
 }
 
 void HTTPSessionManager::setCachePolicy(CachePolicy policy)
@@ -35,13 +35,12 @@ void HTTPSessionManager::setCachePolicy(CachePolicy policy)
 
 void HTTPSessionManager::setMaximumBodySize(qint64 size)
 {
-    m_maximumBodySize = size;
+    m_limits.bodySize = size;
 }
 
 QNetworkRequest HTTPSessionManager::request(const QUrl &url) const
 {
     QNetworkRequest request(url);
-    request.setTransferTimeout(int(m_timeout.count()));
     const bool usesCache = m_cachePolicy == CachePolicy::ReturnCacheDataElseLoad;
     const bool isKept
         = usesCache && m_network->cache() && m_network->cache()->metaData(url).isValid();
@@ -58,8 +57,7 @@ QNetworkRequest HTTPSessionManager::request(const QUrl &url) const
 HTTPTask *HTTPSessionManager::track(
     QNetworkReply *reply, HTTPSuccess success, HTTPFailure failure) const
 {
-    return new HTTPTask(
-        reply, m_acceptableContentTypes, m_maximumBodySize, std::move(success), std::move(failure));
+    return new HTTPTask(reply, m_limits, std::move(success), std::move(failure));
 }
 
 HTTPTask *HTTPSessionManager::GET(const QString &address, const HTTPParameters &parameters,

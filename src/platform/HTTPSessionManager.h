@@ -47,8 +47,6 @@ private:
 
     QNetworkAccessManager *m_network;
     QList<std::pair<QByteArray, QByteArray>> m_headers;
-    QSet<QByteArray> m_acceptableContentTypes;
-    std::chrono::milliseconds m_timeout {60'000};
+    HTTPLimits m_limits {{}, defaultMaximumBodySize, std::chrono::seconds(60)};
     CachePolicy m_cachePolicy = CachePolicy::NoCache;
-    qint64 m_maximumBodySize = defaultMaximumBodySize;
 };

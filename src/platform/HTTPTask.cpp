@@ -21,18 +21,17 @@ QByteArray mimeTypeOf(const HTTPResponse &response)
 
 }
 
-HTTPTask::HTTPTask(QNetworkReply *reply, const QSet<QByteArray> &acceptableContentTypes,
-    qint64 maximumBodySize, HTTPSuccess success, HTTPFailure failure)
+HTTPTask::HTTPTask(
+    QNetworkReply *reply, const HTTPLimits &limits, HTTPSuccess success, HTTPFailure failure)
     : QObject(reply->manager())
     , m_reply(reply)
-    , m_acceptableContentTypes(acceptableContentTypes)
-    , m_maximumBodySize(maximumBodySize)
+    , m_limits(limits)
     , m_success(std::move(success))
     , m_failure(std::move(failure))
 {
     m_reply->setParent(this);
     connect(m_reply, &QNetworkReply::uploadProgress, this, &HTTPTask::uploadProgress);
-    connect(m_reply, &QNetworkReply::readyRead, this, &HTTPTask::readBody);
+    connect(m_reply, &QNetworkReply::readyRead, this, &HTTPTask::receive);
     connect(m_reply, &QNetworkReply::metaDataChanged, this, &HTTPTask::checkAnnouncedSize);
     // Later than the start of the connection, which may wait for the host's address.
     connect(m_reply, &QNetworkReply::socketStartedConnecting, this, [this] {
@@ -41,6 +40,20 @@ HTTPTask::HTTPTask(QNetworkReply *reply, const QSet<QByteArray> &acceptableConte
     });
     // Queued: a reply that fails at once must not answer before the caller holds the task.
     connect(m_reply, &QNetworkReply::finished, this, &HTTPTask::finish, Qt::QueuedConnection);
+    connect(m_reply, &QNetworkReply::uploadProgress, this, &HTTPTask::awaitMore);
+    awaitMore();
+}
+
+// The toolkit's own timer costs each request as much as all else that is done here.
+void HTTPTask::awaitMore()
+{
+    m_silence.start(int(m_limits.silence.count()), this);
+}
+
+void HTTPTask::timerEvent(QTimerEvent *)
+{
+    m_silence.stop();
+    cancel();
 }
 
 void HTTPTask::cancel()
@@ -50,14 +63,20 @@ void HTTPTask::cancel()
 
 void HTTPTask::checkAnnouncedSize()
 {
-    if (m_reply->header(QNetworkRequest::ContentLengthHeader).toLongLong() > m_maximumBodySize)
+    if (m_reply->header(QNetworkRequest::ContentLengthHeader).toLongLong() > m_limits.bodySize)
         refuseBody();
+}
+
+void HTTPTask::receive()
+{
+    awaitMore();
+    readBody();
 }
 
 void HTTPTask::readBody()
 {
     m_body += m_reply->readAll();
-    if (m_body.size() > m_maximumBodySize)
+    if (m_body.size() > m_limits.bodySize)
         refuseBody();
 }
 
@@ -74,11 +93,11 @@ HTTPError HTTPTask::errorOf(const HTTPResponse &response) const
     if (refused)
         return {unacceptableStatus, QStringLiteral("status %1").arg(response.statusCode)};
     if (m_bodyIsTooLarge)
-        return {bodyTooLarge, QStringLiteral("body above %1 bytes").arg(m_maximumBodySize)};
+        return {bodyTooLarge, QStringLiteral("body above %1 bytes").arg(m_limits.bodySize)};
     if (m_reply->error() != QNetworkReply::NoError)
         return {int(m_reply->error()), m_reply->errorString()};
-    if (!m_acceptableContentTypes.isEmpty() && !response.body.isEmpty()
-        && !m_acceptableContentTypes.contains(mimeTypeOf(response)))
+    if (!m_limits.contentTypes.isEmpty() && !response.body.isEmpty()
+        && !m_limits.contentTypes.contains(mimeTypeOf(response)))
         return {unacceptableContentType,
             QStringLiteral("content type %1")
                 .arg(QString::fromLatin1(response.header("Content-Type")))};
@@ -87,6 +106,9 @@ HTTPError HTTPTask::errorOf(const HTTPResponse &response) const
 
 void HTTPTask::finish()
 {
+    m_silence.stop();
+    if (m_reply->isOpen())
+        readBody();
     HTTPResponse response {
         m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), {}, {}};
     for (const auto &[name, value] : m_reply->rawHeaderPairs()) {
@@ -98,8 +120,6 @@ void HTTPTask::finish()
         for (const QByteArray &single : value.split('\n'))
             response.headers.append({name, single});
     }
-    if (m_reply->isOpen())
-        readBody();
     response.body = std::move(m_body);
 
     const HTTPError error = errorOf(response);
