@@ -10,8 +10,9 @@
 #include "ui/Shell.h"
 
 #include <QPointer>
-#include <QRegularExpression>
 #include <QUrl>
+
+#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
@@ -23,8 +24,7 @@ const QString downloadPage = QStringLiteral("pages/official/h5/download.jsp");
 // As such numbers are read: what stands before anything else, 0 where there is none.
 qint64 leadingInteger(const QString &text)
 {
-    static const QRegularExpression digits(u"^\\s*([+-]?\\d{1,18})"_s);
-    return digits.match(text).captured(1).toLongLong();
+    return std::strtoll(text.toUtf8().constData(), nullptr, 10);
 }
 
 qint64 integerOf(const QJsonValue &value)

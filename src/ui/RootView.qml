@@ -74,5 +74,10 @@ Item {
         values: ({ focus: true, progressHUD: root.shell.progressHUD })
         wanted: root.shell.progressHUD.visible
     }
-    ToastView { anchors.fill: parent; toast: root.shell.toast }
+    LazyView {
+        anchors.fill: parent
+        file: "ToastView.qml"
+        values: ({ toast: root.shell.toast })
+        wanted: root.shell.toast.visible
+    }
 }

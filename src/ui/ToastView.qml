@@ -9,8 +9,12 @@ Item {
 
     readonly property real maximumWidth: Math.min(width - 48, Theme.maximumFormWidth)
 
-    opacity: toast.visible ? 1 : 0
+    // The first one fades in, too.
+    property bool isMade: false
+
+    opacity: isMade && toast.visible ? 1 : 0
     visible: opacity > 0
+    Component.onCompleted: isMade = true
 
     Behavior on opacity { NumberAnimation { duration: Theme.fadeDuration } }
 
