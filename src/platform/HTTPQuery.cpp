@@ -27,7 +27,9 @@ QByteArray HTTPQuery::encoded(const HTTPParameters &parameters)
 
 QUrl HTTPQuery::urlWithQuery(const QString &address, const HTTPParameters &parameters)
 {
-    QString text = address;
+    // A stray "%" is mended before the query grows, or all of it would be escaped once more.
+    QString text
+        = address.contains(u'%') ? QString::fromLatin1(QUrl(address).toEncoded()) : address;
     const QByteArray query = encoded(parameters);
     if (!query.isEmpty()) {
         if (!text.contains(u'?'))

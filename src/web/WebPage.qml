@@ -42,7 +42,11 @@ Item {
         function onHistoryStepRequested(offset) { holder.item.goBackOrForward(offset) }
         function onScriptRequested(id, script) {
             const webView = root.webView
-            holder.item.runJavaScript(script, result => webView.scriptFinished(id, result))
+            // The engine does not survive a result that comes when the view is about to go.
+            if (id === 0)
+                holder.item.runJavaScript(script)
+            else
+                holder.item.runJavaScript(script, result => webView.scriptFinished(id, result))
         }
         function onRecreateRequested() {
             holder.active = false

@@ -84,7 +84,7 @@ void WebView::evaluateJavaScript(const QString &script, Evaluated done)
             done({});
         return;
     }
-    const int id = ++m_lastEvaluation;
+    const int id = done ? ++m_lastEvaluation : 0;
     if (done)
         m_evaluations.insert(id, std::move(done));
     Q_EMIT scriptRequested(id, script);

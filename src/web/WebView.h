@@ -81,6 +81,7 @@ Q_SIGNALS:
     void htmlRequested(const QString &html);
     void reloadRequested();
     void historyStepRequested(int offset);
+    //! \a id: 0 where nobody waits for the result.
     void scriptRequested(int id, const QString &script);
     void recreateRequested();
     // For the controller.

@@ -1,5 +1,6 @@
 #include "platform/HTTPSessionManager.h"
 
+#include "platform/HTTPQuery.h"
 #include "platform/ServerTrust.h"
 #include "support/PageServer.h"
 #include "support/Patience.h"
@@ -68,6 +69,26 @@ class HTTPSessionManagerTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void putsParametersBehindAnAddress()
+    {
+        const HTTPParameters none;
+        const HTTPParameters title {{u"t"_s, u"课/a b"_s}, {u"z"_s, QVariant()}};
+        const struct
+        {
+            QString address;
+            HTTPParameters parameters;
+            QByteArray url;
+        } rows[] = {
+            {u"http://h/do?"_s, title, "http://h/do?t=%E8%AF%BE%2Fa%20b"},
+            {u"http://h/校?q=1"_s, title, "http://h/%E6%A0%A1?q=1&t=%E8%AF%BE%2Fa%20b"},
+            // A stray "%" is the address's own trouble.
+            {u"http://h/do?rate=100%"_s, title, "http://h/do?rate=100%25&t=%E8%AF%BE%2Fa%20b"},
+            {u"http://h/do"_s, none, "http://h/do"},
+        };
+        for (const auto &row : rows)
+            QCOMPARE(HTTPQuery::urlWithQuery(row.address, row.parameters).toEncoded(), row.url);
+    }
+
     void failsOnceAndLater_data()
     {
         QTest::addColumn<QString>("address");
