@@ -5,6 +5,7 @@
 #include "e2e/ScriptAnswer.h"
 #include "e2e/Screen.h"
 #include "e2e/StepFailed.h"
+#include "ui/PresentedScreen.h"
 
 #include <QJsonDocument>
 #include <QJsonArray>
@@ -32,6 +33,19 @@ const QString elementScript = QStringLiteral(R"((function () {
         box.left, box.top, box.width, box.height, hit !== null && element.contains(hit)];
 })())");
 
+// Its engine's view does not survive the answer of a script.
+bool isLeaving(const QQuickItem *view)
+{
+    for (const QQuickItem *item = view; item; item = item->parentItem()) {
+        const QVariant screen = item->property("screen");
+        const auto *presented = screen.value<PresentedScreen *>();
+        if (screen.isValid()
+            && (!presented || presented->phase() == PresentedScreen::Phase::Disappearing))
+            return true;
+    }
+    return false;
+}
+
 QString quoted(const QString &text)
 {
     const QByteArray array = QJsonDocument(QJsonArray {text}).toJson(QJsonDocument::Compact);
@@ -49,7 +63,7 @@ WebContent::WebContent(const Screen &screen, Hand *hand)
 QVariant WebContent::read(const QString &expression) const
 {
     QQuickItem *view = m_screen.webView();
-    QQmlEngine *engine = view ? qmlEngine(view) : nullptr;
+    QQmlEngine *engine = view && !isLeaving(view) ? qmlEngine(view) : nullptr;
     if (!engine)
         return {};
     auto *answer = new ScriptAnswer;
