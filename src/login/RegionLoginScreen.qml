@@ -19,6 +19,7 @@ ScreenFrame {
     background: Image {
         anchors.fill: parent
         source: "qrc:/assets/icon_bg.png"
+        asynchronous: true
         fillMode: Image.PreserveAspectCrop
     }
 
