@@ -1,11 +1,6 @@
 #include "app/ApplicationSetup.h"
 
-#include "platform/KeyChainStore.h"
-
-#include <QFontDatabase>
 #include <QGuiApplication>
-#include <QImageReader>
-#include <QThreadPool>
 #include <QtWebEngineQuick/qtwebenginequickglobal.h>
 
 #include <sys/stat.h>
@@ -26,16 +21,6 @@ void dropEngineSandboxForRoot()
     qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
 }
 
-// What the first screen would otherwise wait for, beside the setting up of the rest.
-void loadAhead()
-{
-    QThreadPool::globalInstance()->start([] { QFontDatabase::families(); });
-    QThreadPool::globalInstance()->start([] {
-        QImageReader::supportedImageFormats(); // the first picture would load them all
-        KeyChainStore::loadAhead();
-    });
-}
-
 }
 
 void ApplicationSetup::beforeApplication()
@@ -47,7 +32,6 @@ void ApplicationSetup::beforeApplication()
 
 void ApplicationSetup::afterApplication()
 {
-    loadAhead();
     QCoreApplication::setApplicationName(u"vant-student"_s);
     QCoreApplication::setApplicationVersion(QString::fromLatin1(version));
     QGuiApplication::setDesktopFileName(u"vant-student"_s);

@@ -7,7 +7,7 @@ inline constexpr const char *version = VANT_VERSION;
 
 //! Before the application object: private files, the web engine.
 void beforeApplication();
-//! After it, before any QML: names, and what is loaded beside.
+//! After it, before any QML: names.
 void afterApplication();
 
 }

@@ -2,6 +2,7 @@
 
 #include "app/AppDelegate.h"
 #include "app/InputPause.h"
+#include "app/LoadAhead.h"
 #include "app/ProfilePaths.h"
 #include "app/StudentPageServices.h"
 #include "launch/LaunchStage.h"
@@ -70,6 +71,7 @@ private:
     void prepareHomeInPause();
     void activate();
 
+    LoadAhead m_loadAhead;
     DeploymentConfiguration m_configuration;
     ProfilePaths m_paths;
     TimerMainQueue m_mainQueue;
