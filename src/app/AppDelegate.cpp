@@ -34,7 +34,10 @@ AppDelegate::AppDelegate(const AppDelegateEnvironment &environment, Controllers 
 {
     connect(m_environment.wxApi, &WXApi::onResp, this, &AppDelegate::onResp);
     m_environment.notifications->addObserver(tappedNotification, this,
-        [this](const QVariant &userInfo) { keepUntilHomeExists(userInfo); });
+        [this](const QVariant &userInfo) { keepUntilSignedIn(userInfo); });
+    connect(m_environment.session, &UserSession::ending, this, [this] { urlStr.clear(); });
+    connect(m_environment.session, &UserSession::userChanging, this,
+        [this] { pushDictionary.reset(); });
 }
 
 AppDelegate::~AppDelegate() = default;
@@ -50,6 +53,7 @@ bool AppDelegate::didFinishLaunchingWithOptions(
     }
     if (login->isLogin() && hasToken()) {
         m_environment.shell->navigator()->setRootViewController(u""_s);
+        m_environment.session->resume();
         backGroundloginInWithRefresh(true, [] {});
     } else {
         observeIsLogin(Token::Needed, Version::Marked);
@@ -177,7 +181,7 @@ void AppDelegate::switchToLogin()
 
 void AppDelegate::gotoLoginVC()
 {
-    m_environment.loginModel->setIsLogin(false);
+    m_environment.session->expire();
     observeIsLogin(Token::Needed, Version::NotMarked);
 }
 
@@ -194,6 +198,9 @@ void AppDelegate::backGroundloginInWithRefresh(bool refresh, std::function<void(
 void AppDelegate::loginInBackground(
     bool refresh, SilentLogin::UserCheck check, std::function<void()> success)
 {
+    // The token outlives its session, and must not undo its end.
+    if (!m_environment.session->isActive())
+        return;
     const auto refreshing = refresh ? LoginResult::Refresh::Yes : LoginResult::Refresh::No;
     m_environment.silentLogin->start(refreshing, check,
         [self = QPointer(this), refresh, success = std::move(success)](
@@ -208,6 +215,11 @@ void AppDelegate::loginInBackground(
             case SilentLogin::Outcome::Refused:
                 self->loginVC()->setMessage(u"亲，您没有权限登录"_s);
                 self->gotoLoginVC();
+                return;
+            case SilentLogin::Outcome::Cancelled:
+                // Signed out while the window waited for it.
+                if (!self->m_environment.shell->navigator()->rootViewController())
+                    self->gotoLoginVC();
                 return;
             case SilentLogin::Outcome::SignedIn:
                 break;
@@ -233,9 +245,9 @@ std::optional<QVariantMap> AppDelegate::takePushDictionary()
     return std::exchange(pushDictionary, std::nullopt);
 }
 
-void AppDelegate::keepUntilHomeExists(const QVariant &userInfo)
+void AppDelegate::keepUntilSignedIn(const QVariant &userInfo)
 {
-    if (!m_homeHasLoaded && userInfo.isValid())
+    if (userInfo.isValid() && !(m_homeHasLoaded && m_environment.session->isActive()))
         pushDictionary = userInfo.toMap();
 }
 

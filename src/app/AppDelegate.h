@@ -29,6 +29,7 @@ struct AppDelegateEnvironment
     LoginModel *loginModel;
     MainQueue *mainQueue;
     NotificationCenter *notifications;
+    UserSession *session;
     SilentLogin *silentLogin;
     PushBinding *pushBinding;
     PushRegistration *pushRegistration;
@@ -90,7 +91,8 @@ public:
     //! An address waiting to be opened when the home container next appears; nothing in the
     //! start-up fills it.
     QString urlStr;
-    //! The last tapped notification that came before there was a home container.
+    //! The last tapped notification that came before there was a home container, or while nobody
+    //! was signed in: the same user's next login opens it.
     std::optional<QVariantMap> pushDictionary;
 
 Q_SIGNALS:
@@ -108,7 +110,7 @@ private:
     bool hasToken() const;
     void registerServices();
     void registerPush();
-    void keepUntilHomeExists(const QVariant &userInfo);
+    void keepUntilSignedIn(const QVariant &userInfo);
     void onResp(const SendAuthResp &response);
 
     AppDelegateEnvironment m_environment;

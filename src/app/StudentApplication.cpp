@@ -8,9 +8,7 @@
 #include "ui/FontChooser.h"
 #include "ui/NavigationController.h"
 #include "upload/picker/ImagePickerController.h"
-#include "web/HomePageProfile.h"
 #include "web/STHomeViewController.h"
-#include "web/WebPageProfile.h"
 
 #include <QGuiApplication>
 #include <QHostAddress>
@@ -84,15 +82,17 @@ StudentApplication::StudentApplication(const DeploymentConfiguration &configurat
     , m_requests(&m_requestManager, &m_studentIdentifier, &m_patriarchIdentifier)
     , m_ssoCookies(&m_cookieStorage, &m_defaults)
     , m_loginResult(&m_loginModel, &m_defaults, &m_requests)
-    , m_pushBinding(&m_loginModel, &m_requests, &m_mainQueue)
-    , m_silentLogin(&m_loginModel, &m_requests, &m_ssoCookies, &m_loginResult, &m_pushBinding)
-    , m_pushRegistration(
-          &m_pushClient, configuration.push, &m_loginModel, &m_defaults, &m_notifications)
+    , m_session(&m_loginModel, &m_defaults, &m_cookieStorage, &m_ssoCookies, &m_loginResult)
+    , m_pushBinding(&m_loginModel, &m_requests, &m_mainQueue, &m_session)
+    , m_silentLogin(&m_loginModel, &m_requests, &m_session, &m_pushBinding)
+    , m_pushRegistration(&m_pushClient, configuration.push, &m_loginModel, &m_defaults,
+          &m_notifications, &m_session)
     , m_shell(m_mainQueue)
     , m_pageHost(&m_shell, paths.downloads)
+    , m_pageProfiles(paths.web, &m_cookieStorage, &m_defaults, &m_mainQueue)
     , m_linkCodeSheet(&m_shell)
     , m_shareSDK(&m_urlOpener, &m_photoLibrary, &m_linkCodeSheet, configuration.qq.shareUrl)
-    , m_secondaryPages(m_shell.navigator(), &m_cookieStorage, paths.web, &m_pageHost, &m_mainQueue,
+    , m_secondaryPages(m_shell.navigator(), &m_pageProfiles, &m_pageHost, &m_mainQueue,
           [this](bool landscape) { m_delegate.setLandscapeScreen(landscape); })
     , m_pageServices(
           {.shell = &m_shell,
@@ -105,6 +105,7 @@ StudentApplication::StudentApplication(const DeploymentConfiguration &configurat
           .reachability = &m_reachability,
           .photoLibrary = &m_photoLibrary,
           .shell = &m_shell,
+          .session = &m_session,
           .backGroundlogin =
               [this](const UploadEnvironment::LoggedIn &success) {
                   m_delegate.backGroundloginInWithRefresh(false, success);
@@ -121,19 +122,13 @@ StudentApplication::StudentApplication(const DeploymentConfiguration &configurat
           .network = &m_network,
           .mainQueue = &m_mainQueue,
           .notifications = &m_notifications,
-          .loginModel = &m_loginModel,
-          .ssoCookies = &m_ssoCookies,
+          .session = &m_session,
           .urlOpener = &m_urlOpener,
           .shareSDK = &m_shareSDK,
           .screenPixels = portraitPixels(*qGuiApp->primaryScreen()),
           .openOutLinkPage
           = [this](const QString &url,
                 const QString &title) { m_secondaryPages.openOutLinkPage(url, title); },
-          .endSession =
-              [this] {
-                  m_silentLogin.cancel();
-                  m_slicingUpload.cancel();
-              },
           .terminate = [] { ::_exit(EXIT_SUCCESS); },
       })
     , m_delegate(
@@ -143,6 +138,7 @@ StudentApplication::StudentApplication(const DeploymentConfiguration &configurat
               .loginModel = &m_loginModel,
               .mainQueue = &m_mainQueue,
               .notifications = &m_notifications,
+              .session = &m_session,
               .silentLogin = &m_silentLogin,
               .pushBinding = &m_pushBinding,
               .pushRegistration = &m_pushRegistration,
@@ -162,6 +158,7 @@ StudentApplication::StudentApplication(const DeploymentConfiguration &configurat
     auto *cache = new QNetworkDiskCache(&m_network);
     cache->setCacheDirectory(paths.cache);
     m_network.setCache(cache);
+    connect(&m_session, &UserSession::userChanging, this, &StudentApplication::forgetFormerUser);
     connect(
         &m_pushClient, &PushClient::didReceiveNotification, this, &StudentApplication::activate);
     registerScreens();
@@ -223,11 +220,10 @@ void StudentApplication::prepareHomeInPause()
         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
 }
 
-WebPageProfile *StudentApplication::homeProfile()
+void StudentApplication::forgetFormerUser()
 {
-    if (!m_homeProfile)
-        m_homeProfile = makeHomePageProfile(m_paths.web + u"/home"_s, &m_cookieStorage);
-    return m_homeProfile.get();
+    m_pageProfiles.renew();
+    m_network.cache()->clear();
 }
 
 std::unique_ptr<STHomeViewController> StudentApplication::makeHome()
@@ -235,9 +231,10 @@ std::unique_ptr<STHomeViewController> StudentApplication::makeHome()
     return std::make_unique<STHomeViewController>(HomeEnvironment {
         .configuration = m_configuration,
         .delegate = &m_delegate,
-        .profile = homeProfile(),
+        .profiles = &m_pageProfiles,
         .loginModel = &m_loginModel,
         .defaults = &m_defaults,
+        .session = &m_session,
         .deviceIdentifier = &m_studentIdentifier,
         .cookieStorage = &m_cookieStorage,
         .ssoCookies = &m_ssoCookies,
@@ -259,7 +256,6 @@ std::unique_ptr<SchoolLoginViewController> StudentApplication::makeLogin()
 {
     const LoginEnvironment environment {
         .loginModel = &m_loginModel,
-        .loginResult = &m_loginResult,
         .mainQueue = &m_mainQueue,
         .network = &m_network,
         .notifications = &m_notifications,
@@ -267,7 +263,7 @@ std::unique_ptr<SchoolLoginViewController> StudentApplication::makeLogin()
         .reachability = &m_reachability,
         .requests = &m_requests,
         .shell = &m_shell,
-        .ssoCookies = &m_ssoCookies,
+        .session = &m_session,
         .wxApi = &m_wxApi,
         .displayName = m_configuration.app.displayName,
         .isPatriarch = m_configuration.app.patriarch,

@@ -30,6 +30,7 @@
 #include "ui/Shell.h"
 #include "upload/SlicingUpload.h"
 #include "web/PageHost.h"
+#include "web/PageProfiles.h"
 #include "web/SecondaryPages.h"
 
 #include <QNetworkAccessManager>
@@ -37,7 +38,6 @@
 
 class QQuickWindow;
 class RunningInstance;
-class WebPageProfile;
 
 //! The client: makes one of everything, gives each what it uses, and takes it all down in the right
 //! order.
@@ -64,10 +64,10 @@ public:
 private:
     std::unique_ptr<SchoolLoginViewController> makeLogin();
     std::unique_ptr<STHomeViewController> makeHome();
-    WebPageProfile *homeProfile();
     void chooseFromAlbum(const ScanEnvironment::AlbumAnswer &answer);
     QSize windowPixels() const;
     void registerScreens();
+    void forgetFormerUser();
     void prepareHomeInPause();
     void activate();
 
@@ -98,17 +98,18 @@ private:
     RequestInterface m_requests;
     SsoCookies m_ssoCookies;
     LoginResult m_loginResult;
+    UserSession m_session;
     PushBinding m_pushBinding;
     SilentLogin m_silentLogin;
     PushRegistration m_pushRegistration;
     Shell m_shell;
     PageHost m_pageHost;
+    PageProfiles m_pageProfiles;
     LinkCodeSheet m_linkCodeSheet;
     DesktopShareSDK m_shareSDK;
     SecondaryPages m_secondaryPages;
     StudentPageServices m_pageServices;
     SlicingUpload m_slicingUpload;
-    std::unique_ptr<WebPageProfile> m_homeProfile;
     LaunchStage m_launch;
     AppDelegate m_delegate;
     InputPause m_inputPause;

@@ -17,13 +17,11 @@ LaunchStage::LaunchStage(const Setup &setup)
     , m_updateCheck({.requests = setup.requests,
           .shell = setup.shell,
           .urlOpener = setup.urlOpener,
-          .loginModel = setup.loginModel,
-          .ssoCookies = setup.ssoCookies,
+          .session = setup.session,
           .notifications = setup.notifications,
           .build = setup.configuration.app.build,
           .officialHost = setup.configuration.hosts.official,
-          .launchAdShowing = [this] { return m_splashAd.isShowing(); },
-          .endSession = setup.endSession})
+          .launchAdShowing = [this] { return m_splashAd.isShowing(); }})
 {
 }
 

@@ -20,14 +20,11 @@ public:
         QNetworkAccessManager *network;
         MainQueue *mainQueue;
         NotificationCenter *notifications;
-        LoginModel *loginModel;
-        SsoCookies *ssoCookies;
+        UserSession *session;
         UrlOpener *urlOpener;
         ShareSDK *shareSDK;
         QSize screenPixels; //!< portrait
         std::function<void(const QString &url, const QString &title)> openOutLinkPage;
-        //! Ends what runs in the name of whoever is signed out.
-        std::function<void()> endSession;
         //! Ends the process at once, without any of the usual work at its end.
         std::function<void()> terminate;
     };

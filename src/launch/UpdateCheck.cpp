@@ -2,11 +2,10 @@
 
 #include "launch/Logging.h"
 #include "model/DictionaryMapper.h"
-#include "model/LoginModel.h"
 #include "net/RequestInterface.h"
 #include "platform/NotificationCenter.h"
 #include "platform/UrlOpener.h"
-#include "session/SsoCookies.h"
+#include "session/UserSession.h"
 #include "ui/Shell.h"
 
 #include <QPointer>
@@ -101,10 +100,6 @@ void UpdateCheck::clickedButtonAtIndex(int tag, int buttonIndex)
     const QUrl page(m_environment.officialHost + downloadPage);
     if (!m_environment.urlOpener->openURL(page))
         qCWarning(lcLaunch) << "no browser took the download page" << page;
-    if (!forced)
-        return;
-    m_environment.ssoCookies->clearCookies();
-    m_environment.loginModel->logout();
-    if (m_environment.endSession)
-        m_environment.endSession();
+    if (forced)
+        m_environment.session->logout();
 }

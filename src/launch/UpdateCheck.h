@@ -5,13 +5,12 @@
 #include <functional>
 #include <optional>
 
-class LoginModel;
 class NotificationCenter;
 class QJsonValue;
 class RequestInterface;
 class Shell;
-class SsoCookies;
 class UrlOpener;
+class UserSession;
 
 //! What the update check works with; nothing is owned, all must outlive it.
 struct UpdateEnvironment
@@ -19,15 +18,12 @@ struct UpdateEnvironment
     RequestInterface *requests;
     Shell *shell;
     UrlOpener *urlOpener;
-    LoginModel *loginModel;
-    SsoCookies *ssoCookies;
+    UserSession *session;
     NotificationCenter *notifications;
     QString build; //!< the client's own build number
     QString officialHost; //!< with the download page; ends with "/"
     //! Whether a launch advertisement covers the window.
     std::function<bool()> launchAdShowing;
-    //! Ends what runs in the name of whoever a forced update has signed out.
-    std::function<void()> endSession;
 };
 
 //! Asks at start-up whether the platform knows a newer build, and offers it. Nothing about it is

@@ -5,7 +5,6 @@
 #include <functional>
 
 class LoginModel;
-class LoginResult;
 class MainQueue;
 class NetworkReachabilityManager;
 class NotificationCenter;
@@ -13,14 +12,13 @@ class PushBinding;
 class QNetworkAccessManager;
 class RequestInterface;
 class Shell;
-class SsoCookies;
+class UserSession;
 class WXApi;
 
 //! Everything that the login screens work with; nothing is owned, all must outlive them.
 struct LoginEnvironment
 {
     LoginModel *loginModel;
-    LoginResult *loginResult;
     MainQueue *mainQueue;
     QNetworkAccessManager *network;
     NotificationCenter *notifications;
@@ -28,7 +26,7 @@ struct LoginEnvironment
     NetworkReachabilityManager *reachability;
     RequestInterface *requests;
     Shell *shell;
-    SsoCookies *ssoCookies;
+    UserSession *session;
     WXApi *wxApi;
     QString displayName; //!< the platform's name, the screen's title
     bool isPatriarch = false; //!< parent mode

@@ -64,7 +64,8 @@ bool LoginFormViewController::checkAgreed()
 
 void LoginFormViewController::showError(const QString &text)
 {
-    m_environment.shell->toast()->showError(text);
+    if (!text.isNull())
+        m_environment.shell->toast()->showError(text);
 }
 
 void LoginFormViewController::didSelectLink(const QString &name)

@@ -50,6 +50,7 @@ protected:
     LoginViewModel &loginViewModel() { return m_loginViewModel; }
     LoginViewModel::PatriarchLogin patriarchLogin() const;
     void setUserInstructionsSelected(bool selected);
+    //! A null text says nothing.
     void showError(const QString &text);
     //! Whether the agreements are; says so if they are not.
     bool checkAgreed();

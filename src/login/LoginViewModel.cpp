@@ -4,9 +4,7 @@
 #include "model/LoginModel.h"
 #include "net/RequestInterface.h"
 #include "platform/MainQueue.h"
-#include "session/LoginResult.h"
 #include "session/PushBinding.h"
-#include "session/SsoCookies.h"
 
 #include <QPointer>
 
@@ -81,42 +79,46 @@ void LoginViewModel::bindWechatCommand(CommandObserver observer)
 
 void LoginViewModel::login(UserCheck check, PushWait wait, CommandObserver observer)
 {
-    m_environment.requests->accountBindWechatWithUserCode(m_userCode, m_userPassword,
-        entry(authParams, u"union_id"), entry(authParams, u"open_id"), entry(authParams, u"nick"),
-        entry(authParams, u"timestamp"), entry(authParams, u"sign"),
+    m_environment.session->own(m_environment.requests->accountBindWechatWithUserCode(m_userCode,
+        m_userPassword, entry(authParams, u"union_id"), entry(authParams, u"open_id"),
+        entry(authParams, u"nick"), entry(authParams, u"timestamp"), entry(authParams, u"sign"),
         authParams ? u"WEIXIN"_s : u""_s, authParams ? u"1"_s : u""_s,
-        [self = QPointer(this), check, wait, observer = std::move(observer)](
-            int status, const QJsonValue &data, const auto &error) {
+        [self = QPointer(this), attempt = m_environment.session->attempt(), check, wait,
+            observer = std::move(observer)](int status, const QJsonValue &data, const auto &error) {
             if (!self)
                 return;
-            if (status == ResponseStatus::success)
-                self->handleLoginAnswer(data, check, wait, observer);
+            if (!self->m_environment.session->isCurrent(attempt))
+                observer.sendError({});
+            else if (status == ResponseStatus::success)
+                self->handleLoginAnswer(attempt, data, check, wait, observer);
             else
                 observer.sendError(commandError(error));
-        });
+        }));
 }
 
 void LoginViewModel::wechatLoginCommand(PatriarchLogin patriarch, CommandObserver observer)
 {
     const int type = patriarch == PatriarchLogin::Yes ? patriarchWeixinType : ordinaryWeixinType;
-    m_environment.requests->loginForAppWeixinWithCode(authCode, type,
-        [self = QPointer(this), observer = std::move(observer)](
-            int status, const QJsonValue &data, const auto &error) {
+    m_environment.session->own(m_environment.requests->loginForAppWeixinWithCode(authCode, type,
+        [self = QPointer(this), attempt = m_environment.session->attempt(),
+            observer = std::move(observer)](int status, const QJsonValue &data, const auto &error) {
             if (!self)
                 return;
-            if (status == ResponseStatus::success) {
-                self->handleLoginAnswer(data, UserCheck::No, PushWait::Yes, observer);
+            if (!self->m_environment.session->isCurrent(attempt)) {
+                observer.sendError({});
+            } else if (status == ResponseStatus::success) {
+                self->handleLoginAnswer(attempt, data, UserCheck::No, PushWait::Yes, observer);
             } else if (status == ResponseStatus::secondSuccess) {
                 observer.sendNext(data);
                 observer.sendCompleted();
             } else {
                 observer.sendError(commandError(error));
             }
-        });
+        }));
 }
 
-void LoginViewModel::handleLoginAnswer(
-    const QJsonValue &data, UserCheck check, PushWait wait, const CommandObserver &observer)
+void LoginViewModel::handleLoginAnswer(const UserSession::Attempt &attempt, const QJsonValue &data,
+    UserCheck check, PushWait wait, const CommandObserver &observer)
 {
     if (!data.isObject())
         return observer.sendError({0, unusableAnswer});
@@ -124,9 +126,7 @@ void LoginViewModel::handleLoginAnswer(
     if (check == UserCheck::Yes && user.user_type == UserModel::refusedType)
         return observer.sendError({0, u"亲，您没有权限登录"_s});
 
-    m_environment.ssoCookies->handleCookie();
-    m_environment.loginResult->handleLoginResult(data.toObject(), {school, provinces, city});
-    avatarURL = QUrl(user.full_head_url);
+    m_environment.session->begin(attempt, data.toObject(), ChosenRegion {school, provinces, city});
     if (m_environment.loginModel->isLoginOut())
         bindGeTui(wait);
     observer.sendCompleted();
@@ -136,7 +136,7 @@ void LoginViewModel::bindGeTui(PushWait wait)
 {
     PushBinding *binding = m_environment.pushBinding;
     if (wait == PushWait::Yes && m_environment.loginModel->c_id().isNull())
-        m_environment.mainQueue->after(pushWait, binding, [binding] { binding->bindGeTui(); });
+        binding->bindGeTuiAfter(pushWait);
     else
         binding->bindGeTui();
 }

@@ -3,11 +3,11 @@
 #include "login/CommandObserver.h"
 #include "login/LoginEnvironment.h"
 #include "net/ResponseCallback.h"
+#include "session/UserSession.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QObject>
-#include <QUrl>
 
 #include <optional>
 
@@ -21,6 +21,8 @@ public:
     enum class PatriarchLogin { No, Yes };
 
     explicit LoginViewModel(const LoginEnvironment &environment, QObject *parent = nullptr);
+
+    // A login that is overtaken by another, or by a sign-out, ends in an error without a text.
 
     //! Signs in with userCode and userPassword, and binds the account to the WeChat identity of
     //! authParams where that is set. Completed: everything is stored and isLogin is set.
@@ -56,8 +58,6 @@ public:
     //! The identity of a WeChat user whom no account is bound to: nick, sign, open_id, union_id,
     //! timestamp.
     std::optional<QJsonObject> authParams;
-    //! The picture of the user who signed in last.
-    QUrl avatarURL;
 
 Q_SIGNALS:
     //! With every change of account, password or site.
@@ -68,8 +68,8 @@ private:
     enum class PushWait { No, Yes };
 
     void login(UserCheck check, PushWait wait, CommandObserver observer);
-    void handleLoginAnswer(
-        const QJsonValue &data, UserCheck check, PushWait wait, const CommandObserver &observer);
+    void handleLoginAnswer(const UserSession::Attempt &attempt, const QJsonValue &data,
+        UserCheck check, PushWait wait, const CommandObserver &observer);
     void bindGeTui(PushWait wait);
     ResponseCallback forward(CommandObserver observer);
 

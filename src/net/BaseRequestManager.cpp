@@ -47,14 +47,15 @@ BaseRequestManager::BaseRequestManager(QNetworkAccessManager *network, LoginMode
 
 BaseRequestManager::~BaseRequestManager() = default;
 
-void BaseRequestManager::connectWithAction(const QString &action, const QString &start, int type,
-    const HTTPParameters &params, ResponseCallback response)
+RequestItem *BaseRequestManager::connectWithAction(const QString &action, const QString &start,
+    int type, const HTTPParameters &params, ResponseCallback response)
 {
     auto item = RequestItem::createItemWithtype(
         type, organization, action, start, params, this, std::move(response));
     RequestItem *const sent = item.get();
     m_connectItems.emplace(std::hash<RequestItem *>()(sent), std::move(item));
     sent->request();
+    return sent;
 }
 
 void BaseRequestManager::handelRequestDidFinish(

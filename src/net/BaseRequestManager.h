@@ -29,8 +29,8 @@ public:
     //! Calls operation \a start of module \a action. "action" and "start" in \a params are
     //! overwritten; parameters that are null stay away. \a type is a RequestItem::Type; of any
     //! other type nothing is sent, the response never comes, and the item stays in connectItems as
-    //! long as the manager lives.
-    void connectWithAction(const QString &action, const QString &start, int type,
+    //! long as the manager lives. The item lives until its response has been called.
+    RequestItem *connectWithAction(const QString &action, const QString &start, int type,
         const HTTPParameters &params, ResponseCallback response);
 
     //! Delivers an item's completion and lets go of the item. For RequestItem.

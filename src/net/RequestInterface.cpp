@@ -29,10 +29,11 @@ RequestInterface::RequestInterface(BaseRequestManager *manager, DeviceIdentifier
 {
 }
 
-void RequestInterface::get(const QString &action, const QString &start,
+RequestItem *RequestInterface::get(const QString &action, const QString &start,
     const HTTPParameters &params, ResponseCallback response)
 {
-    m_manager->connectWithAction(action, start, RequestItem::Get, params, std::move(response));
+    return m_manager->connectWithAction(
+        action, start, RequestItem::Get, params, std::move(response));
 }
 
 void RequestInterface::setOrganization(const QString &organization)
@@ -74,26 +75,26 @@ void RequestInterface::patriarchalLoginWithAccount(
     });
 }
 
-void RequestInterface::tokenLogin(const QString &login_token, ResponseCallback response)
+RequestItem *RequestInterface::tokenLogin(const QString &login_token, ResponseCallback response)
 {
-    get(portalModule, u"login4H5"_qs,
+    return get(portalModule, u"login4H5"_qs,
         {{u"login_token"_qs, login_token}, {u"login_type"_qs, tokenLoginType}},
         std::move(response));
 }
 
-void RequestInterface::loginForAppWeixinWithCode(
+RequestItem *RequestInterface::loginForAppWeixinWithCode(
     const QString &code, int type, ResponseCallback response)
 {
-    get(portalModule, u"login4AppWeixin"_qs, {{u"code"_qs, code}, {u"type"_qs, type}},
+    return get(portalModule, u"login4AppWeixin"_qs, {{u"code"_qs, code}, {u"type"_qs, type}},
         std::move(response));
 }
 
-void RequestInterface::accountBindWechatWithUserCode(const QString &userCode,
+RequestItem *RequestInterface::accountBindWechatWithUserCode(const QString &userCode,
     const QString &userPwd, const QString &union_id, const QString &open_id, const QString &nick,
     const QString &timestamp, const QString &sign, const QString &bind_type,
     const QString &login_type, ResponseCallback response)
 {
-    get(portalModule, u"login4H5"_qs,
+    return get(portalModule, u"login4H5"_qs,
         {{u"user_code"_qs, userCode}, {u"user_pwd"_qs, userPwd}, {u"union_id"_qs, union_id},
             {u"open_id"_qs, open_id}, {u"nick"_qs, nick}, {u"timestamp"_qs, timestamp},
             {u"sign"_qs, sign}, {u"bind_type"_qs, bind_type}, {u"login_type"_qs, login_type}},
@@ -189,10 +190,10 @@ void RequestInterface::bindUserInfoEntrance(const QString &entrance, const QStri
         std::move(response));
 }
 
-void RequestInterface::bindGeTuiWithC_id(
+RequestItem *RequestInterface::bindGeTuiWithC_id(
     const QString &c_id, const QString &user_id, ResponseCallback response)
 {
-    get(bindModule, u"bindGeTui"_qs,
+    return get(bindModule, u"bindGeTui"_qs,
         {{u"c_id"_qs, c_id}, {u"user_id"_qs, user_id}, {u"dev_type"_qs, pushDevice}},
         std::move(response));
 }

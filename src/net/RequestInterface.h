@@ -6,12 +6,14 @@
 class BaseRequestManager;
 class DeviceIdentifier;
 class QSize;
+class RequestItem;
 
 //! The one place that knows the platform's operations. One for the process, made by the
 //! application.
 //!
 //! Every call is a GET, is neither retried nor shown, and ends with its response as
-//! ResponseCallback says. A null string is a parameter that stays away.
+//! ResponseCallback says. A null string is a parameter that stays away. What is made for a user can
+//! be cancelled by the item that is returned, which lives until its response has been called.
 class RequestInterface
 {
 public:
@@ -31,12 +33,13 @@ public:
         const QString &account, const QString &userPwd, ResponseCallback response);
     void patriarchalLoginWithAccount(
         const QString &account, const QString &userPwd, ResponseCallback response);
-    void tokenLogin(const QString &login_token, ResponseCallback response);
+    RequestItem *tokenLogin(const QString &login_token, ResponseCallback response);
     //! \a type is 1 or 2, as the WeChat login chooses.
-    void loginForAppWeixinWithCode(const QString &code, int type, ResponseCallback response);
+    RequestItem *loginForAppWeixinWithCode(
+        const QString &code, int type, ResponseCallback response);
     //! Signs an account in and binds it to a WeChat identity. Everything from union_id to sign is
     //! passed on as the platform gave it.
-    void accountBindWechatWithUserCode(const QString &userCode, const QString &userPwd,
+    RequestItem *accountBindWechatWithUserCode(const QString &userCode, const QString &userPwd,
         const QString &union_id, const QString &open_id, const QString &nick,
         const QString &timestamp, const QString &sign, const QString &bind_type,
         const QString &login_type, ResponseCallback response);
@@ -71,12 +74,13 @@ public:
         const QString &reg_id, const QString &user_id, const QString &user_type,
         const QString &im_type, const QString &dev_type, const QString &app_type,
         ResponseCallback response);
-    void bindGeTuiWithC_id(const QString &c_id, const QString &user_id, ResponseCallback response);
+    RequestItem *bindGeTuiWithC_id(
+        const QString &c_id, const QString &user_id, ResponseCallback response);
     void unbindGeTuiWithC_id(
         const QString &c_id, const QString &user_id, ResponseCallback response);
 
 private:
-    void get(const QString &action, const QString &start, const HTTPParameters &params,
+    RequestItem *get(const QString &action, const QString &start, const HTTPParameters &params,
         ResponseCallback response);
 
     BaseRequestManager *m_manager;

@@ -44,11 +44,26 @@ void HTTPCookieStorage::setCookie(const QNetworkCookie &cookie)
 {
     // The base's own update goes by name, domain and path, as a Set-Cookie header does.
     insertCookie(cookie);
+    m_receivedAt.remove(identifierOf(cookie));
 }
 
 void HTTPCookieStorage::removeCookie(const QNetworkCookie &cookie)
 {
     deleteCookie(cookie);
+}
+
+void HTTPCookieStorage::removeReceivedBefore(quint64 mark)
+{
+    for (const QNetworkCookie &cookie : allCookies()) {
+        if (m_receivedAt.value(identifierOf(cookie)) <= mark)
+            deleteCookie(cookie);
+    }
+    save();
+}
+
+HTTPCookieStorage::Identifier HTTPCookieStorage::identifierOf(const QNetworkCookie &cookie)
+{
+    return cookie.domain() + u' ' + cookie.path() + u' ' + QString::fromUtf8(cookie.name());
 }
 
 bool HTTPCookieStorage::insertCookie(const QNetworkCookie &cookie)
@@ -58,7 +73,9 @@ bool HTTPCookieStorage::insertCookie(const QNetworkCookie &cookie)
     const bool inserted = QNetworkCookieJar::insertCookie(cookie);
     m_inserting = false;
     scheduleSave();
-    if (!inserted)
+    if (inserted)
+        m_receivedAt.insert(identifierOf(cookie), ++m_received);
+    else
         Q_EMIT cookieRemoved(cookie);
     return inserted;
 }
@@ -66,6 +83,7 @@ bool HTTPCookieStorage::insertCookie(const QNetworkCookie &cookie)
 bool HTTPCookieStorage::deleteCookie(const QNetworkCookie &cookie)
 {
     const bool deleted = QNetworkCookieJar::deleteCookie(cookie);
+    m_receivedAt.remove(identifierOf(cookie));
     if (deleted && !m_inserting) {
         scheduleSave();
         Q_EMIT cookieRemoved(cookie);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QNetworkCookie>
 #include <QNetworkCookieJar>
 
@@ -19,6 +20,12 @@ public:
     void setCookie(const QNetworkCookie &cookie);
     void removeCookie(const QNetworkCookie &cookie);
 
+    //! A moment among the answers that bring cookies.
+    quint64 mark() const { return m_received; }
+    //! Removes all cookies but those that answers to the shell's own requests have brought since
+    //! the mark; on disk too, at once.
+    void removeReceivedBefore(quint64 mark);
+
 Q_SIGNALS:
     void cookieRemoved(const QNetworkCookie &cookie);
 
@@ -27,11 +34,16 @@ protected:
     bool deleteCookie(const QNetworkCookie &cookie) override;
 
 private:
+    using Identifier = QString;
+
+    static Identifier identifierOf(const QNetworkCookie &cookie);
     void load();
     void scheduleSave();
     void save();
 
     QString m_filePath;
+    quint64 m_received = 0;
+    QHash<Identifier, quint64> m_receivedAt; // of what answers have brought
     bool m_saveScheduled = false;
     bool m_inserting = false;
 };

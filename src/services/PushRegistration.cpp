@@ -5,6 +5,7 @@
 #include "platform/PushClient.h"
 #include "platform/UserDefaults.h"
 #include "services/Logging.h"
+#include "session/UserSession.h"
 
 using namespace Qt::StringLiterals;
 
@@ -18,12 +19,13 @@ const QString foregroundNotification = QStringLiteral("GeTuiPushLoadNewWeb");
 
 PushRegistration::PushRegistration(PushClient *client,
     const DeploymentConfiguration::Push &credentials, LoginModel *loginModel,
-    UserDefaults *defaults, NotificationCenter *notifications)
+    UserDefaults *defaults, NotificationCenter *notifications, UserSession *session)
     : m_client(client)
     , m_credentials(credentials)
     , m_loginModel(loginModel)
     , m_defaults(defaults)
     , m_notifications(notifications)
+    , m_session(session)
 {
     for (const QVariant &userInfo : defaults->objectForKey(waitingKey).toList())
         m_waiting << userInfo.toMap();
@@ -36,6 +38,11 @@ PushRegistration::PushRegistration(PushClient *client,
     // Who observes from now on may be in the middle of its start.
     connect(notifications, &NotificationCenter::observerAdded, this, &PushRegistration::postWaiting,
         Qt::QueuedConnection);
+    connect(session, &UserSession::begun, this, &PushRegistration::postWaiting);
+    connect(session, &UserSession::userChanging, this, [this] {
+        m_waiting.clear();
+        keepWaiting();
+    });
 }
 
 void PushRegistration::start()
@@ -87,9 +94,8 @@ void PushRegistration::willPresentNotification(const QVariantMap &userInfo)
 
 void PushRegistration::postWaiting()
 {
-    if (!m_notifications->isObserved(foregroundNotification))
-        return;
-    if (m_waiting.isEmpty())
+    if (m_waiting.isEmpty() || !m_session->isActive()
+        || !m_notifications->isObserved(foregroundNotification))
         return;
     const auto waiting = std::exchange(m_waiting, {});
     keepWaiting();

@@ -7,6 +7,7 @@
 class LoginModel;
 class NotificationCenter;
 class PushClient;
+class UserSession;
 class UserDefaults;
 
 //! Registers this device with the push service and passes on what the service reports. Owned by the
@@ -14,16 +15,18 @@ class UserDefaults;
 //!
 //! The client id is stored when it comes and bound to a user at the next login only. Notifications
 //! become "GeTuiPushLoadNewWeb" (in the foreground) and "backGeTuiPushLoadNewWeb" (tapped), with
-//! their user info. Those of the foreground wait until somebody observes them, in a later run of
-//! the program too: what was sent while it was off comes before there is a home container, and
-//! nobody may sign in this time.
+//! their user info. Those of the foreground wait until somebody is signed in and observes them, in
+//! a later run of the program too: what was sent while it was off comes before there is a home
+//! container, and nobody may sign in this time. They were sent to the user of the last session:
+//! when another signs in, those that wait are dropped.
 class PushRegistration : public QObject
 {
     Q_OBJECT
 
 public:
     PushRegistration(PushClient *client, const DeploymentConfiguration::Push &credentials,
-        LoginModel *loginModel, UserDefaults *defaults, NotificationCenter *notifications);
+        LoginModel *loginModel, UserDefaults *defaults, NotificationCenter *notifications,
+        UserSession *session);
 
     //! The registration at launch.
     void start();
@@ -51,5 +54,6 @@ private:
     LoginModel *m_loginModel;
     UserDefaults *m_defaults;
     NotificationCenter *m_notifications;
+    UserSession *m_session;
     QList<QVariantMap> m_waiting;
 };

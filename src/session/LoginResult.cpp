@@ -17,6 +17,12 @@ LoginResult::LoginResult(LoginModel *loginModel, UserDefaults *defaults, Request
 {
 }
 
+QString LoginResult::userOf(const QJsonObject &data) const
+{
+    const QString id = DictionaryMapper::text(data.value(u"user")[u"user_id"]);
+    return id.isEmpty() ? QString() : m_requests->getCurrentOrganization() + u'/' + id;
+}
+
 void LoginResult::storeAnswer(const QJsonObject &data, RedirectUrl redirectUrl)
 {
     m_loginModel->setSiteCode(m_requests->getCurrentOrganization());

@@ -25,6 +25,9 @@ public:
 
     LoginResult(LoginModel *loginModel, UserDefaults *defaults, RequestInterface *requests);
 
+    //! Who an answer signs in, among all users of all sites; null where it does not say.
+    QString userOf(const QJsonObject &data) const;
+
     //! The silent login's form: site, user and token; signs in only when it is a refresh.
     void handleLoginResult(const QJsonObject &data, Refresh refresh);
     //! The login screens' form: the redirect address and the chosen region too; signs in last.

@@ -5,6 +5,7 @@
 #include "net/RequestInterface.h"
 #include "platform/MainQueue.h"
 #include "session/Logging.h"
+#include "session/UserSession.h"
 
 #include <QPointer>
 
@@ -19,10 +20,12 @@ constexpr qint64 lastRetriedFailure = 9;
 
 }
 
-PushBinding::PushBinding(LoginModel *loginModel, RequestInterface *requests, MainQueue *mainQueue)
+PushBinding::PushBinding(
+    LoginModel *loginModel, RequestInterface *requests, MainQueue *mainQueue, UserSession *session)
     : m_loginModel(loginModel)
     , m_requests(requests)
     , m_mainQueue(mainQueue)
+    , m_session(session)
 {
 }
 
@@ -34,8 +37,9 @@ void PushBinding::bindGeTui()
         return;
     }
     const QString userId = m_loginModel->userModel.value_or(UserModel()).user_id;
-    m_requests->bindGeTuiWithC_id(clientId, userId,
-        [self = QPointer(this)](int status, const QJsonValue &data, const auto &) {
+    m_session->own(m_requests->bindGeTuiWithC_id(clientId, userId,
+        [self = QPointer(this), session = m_session->number()](
+            int status, const QJsonValue &data, const auto &) {
             if (!self)
                 return;
             if (status == ResponseStatus::success) {
@@ -44,8 +48,9 @@ void PushBinding::bindGeTui()
                 return;
             }
             qCDebug(lcSession).noquote() << StringFormat::format(u"ResponseStateFailed%@"_s, data);
-            self->retryLater();
-        });
+            if (session == self->m_session->number())
+                self->retryLater();
+        }));
 }
 
 void PushBinding::retryLater()
@@ -53,5 +58,13 @@ void PushBinding::retryLater()
     if (regidFailedCount > lastRetriedFailure)
         return;
     ++regidFailedCount;
-    m_mainQueue->after(retryDelay, this, [this] { bindGeTui(); });
+    bindGeTuiAfter(retryDelay);
+}
+
+void PushBinding::bindGeTuiAfter(std::chrono::milliseconds delay)
+{
+    m_mainQueue->after(delay, this, [this, session = m_session->number()] {
+        if (session == m_session->number())
+            bindGeTui();
+    });
 }

@@ -4,7 +4,6 @@
 #include "model/LoginModel.h"
 #include "net/RequestInterface.h"
 #include "session/PushBinding.h"
-#include "session/SsoCookies.h"
 
 #include <QPointer>
 
@@ -16,14 +15,14 @@ const QString unusableAnswer = QStringLiteral("请求错误");
 
 }
 
-SilentLogin::SilentLogin(LoginModel *loginModel, RequestInterface *requests, SsoCookies *cookies,
-    LoginResult *result, PushBinding *binding)
+SilentLogin::SilentLogin(
+    LoginModel *loginModel, RequestInterface *requests, UserSession *session, PushBinding *binding)
     : m_loginModel(loginModel)
     , m_requests(requests)
-    , m_cookies(cookies)
-    , m_result(result)
+    , m_session(session)
     , m_binding(binding)
 {
+    connect(session, &UserSession::ended, this, [this] { finish(Outcome::Cancelled); });
 }
 
 void SilentLogin::start(LoginResult::Refresh refresh, UserCheck check, Finished finished)
@@ -33,34 +32,29 @@ void SilentLogin::start(LoginResult::Refresh refresh, UserCheck check, Finished 
     if (underWay)
         return;
     m_requests->setOrganization(m_loginModel->siteCode());
-    m_requests->tokenLogin(m_loginModel->login_token(),
-        [self = QPointer(this), attempt = ++m_attempt](
+    m_attempt = m_session->attempt();
+    m_session->own(m_requests->tokenLogin(m_loginModel->login_token(),
+        [self = QPointer(this), attempt = m_attempt](
             int status, const QJsonValue &data, const auto &error) {
-            if (self && attempt == self->m_attempt)
+            if (self && self->m_session->isCurrent(attempt))
                 self->handleAnswer(status, data, error ? error->errorDescription : unusableAnswer);
-        });
-}
-
-void SilentLogin::cancel()
-{
-    ++m_attempt;
-    fail({});
+        }));
 }
 
 void SilentLogin::handleAnswer(int status, const QJsonValue &data, const QString &errorDescription)
 {
     if (status != ResponseStatus::success)
-        fail(errorDescription);
+        finish(Outcome::Failed, errorDescription);
     else if (!data.isObject())
-        fail(unusableAnswer);
+        finish(Outcome::Failed, unusableAnswer);
     else
         signIn(data.toObject());
 }
 
-void SilentLogin::fail(const QString &errorDescription)
+void SilentLogin::finish(Outcome outcome, const QString &errorDescription)
 {
     for (const Waiting &one : std::exchange(m_waiting, {}))
-        one.finished(Outcome::Failed, errorDescription);
+        one.finished(outcome, errorDescription);
 }
 
 void SilentLogin::signIn(const QJsonObject &answer)
@@ -73,9 +67,8 @@ void SilentLogin::signIn(const QJsonObject &answer)
     if (!std::all_of(waiting.cbegin(), waiting.cend(), isRefused)) {
         const bool refresh = std::any_of(waiting.cbegin(), waiting.cend(),
             [](const Waiting &one) { return one.refresh == LoginResult::Refresh::Yes; });
-        m_cookies->handleCookie();
-        m_result->handleLoginResult(
-            answer, refresh ? LoginResult::Refresh::Yes : LoginResult::Refresh::No);
+        m_session->begin(
+            m_attempt, answer, refresh ? LoginResult::Refresh::Yes : LoginResult::Refresh::No);
         if (!m_loginModel->c_id().isNull())
             m_binding->bindGeTui();
     }

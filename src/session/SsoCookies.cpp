@@ -53,14 +53,9 @@ void SsoCookies::clearStorage()
     }
 }
 
-void SsoCookies::removeSaved()
+void SsoCookies::clearCookies()
 {
     m_defaults->removeObjectForKey(savedKey);
     m_defaults->synchronize();
-}
-
-void SsoCookies::clearCookies()
-{
-    removeSaved();
     clearStorage();
 }

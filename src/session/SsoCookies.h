@@ -16,9 +16,7 @@ public:
     void configCookies();
     //! Deletes the session cookies from the storage; the saved list stays.
     void clearStorage();
-    //! Drops the saved list; the storage stays.
-    void removeSaved();
-    //! Drops both.
+    //! Drops the saved list, too.
     void clearCookies();
 
 private:

@@ -2,6 +2,7 @@
 
 #include "platform/NetworkReachabilityManager.h"
 #include "platform/PhotoAsset.h"
+#include "session/UserSession.h"
 #include "ui/Shell.h"
 #include "upload/Logging.h"
 #include "upload/UploadRun.h"
@@ -36,6 +37,8 @@ SlicingUpload::SlicingUpload(const UploadEnvironment &environment)
     , m_scratch(environment.libraryPath)
     , m_videos(environment.exportFolder)
 {
+    connect(environment.session, &UserSession::ending, this, &SlicingUpload::cancel);
+    connect(environment.session, &UserSession::userChanging, this, [this] { m_videos.clear(); });
 }
 
 SlicingUpload::~SlicingUpload() = default;
@@ -60,10 +63,11 @@ void SlicingUpload::didFinishPicking(
     }
     qCDebug(lcUpload) << "reachability status"
                       << int(m_environment.reachability->networkReachabilityStatus());
-    m_environment.backGroundlogin([self = QPointer(this), config, assets] {
-        if (self)
-            self->startRun(config, assets);
-    });
+    m_environment.backGroundlogin(
+        [self = QPointer(this), session = m_environment.session->number(), config, assets] {
+            if (self && session == self->m_environment.session->number())
+                self->startRun(config, assets);
+        });
 }
 
 void SlicingUpload::startRun(const SlicingUploadConfig &config, const QList<PhotoAsset> &assets)

@@ -15,8 +15,8 @@ class UploadRun;
 struct PhotoAsset;
 
 //! Uploads from pages: lets the user pick photos or a clip and uploads them. One for the process,
-//! owned by the application; several runs may be under way at once. Its end stops them, and nothing
-//! more is told.
+//! owned by the application; several runs may be under way at once. Its end, and that of the user's
+//! session, stops them, and nothing more is told.
 class SlicingUpload : public QObject
 {
     Q_OBJECT
@@ -29,8 +29,6 @@ public:
     void pushImagePickerControllerWithConfig(const SlicingUploadConfig &config, bool video);
     //! The user has picked these.
     void didFinishPicking(const SlicingUploadConfig &config, const QList<PhotoAsset> &assets);
-    //! Ends all that is under way; nobody is told.
-    void cancel();
 
 Q_SIGNALS:
     //! A run has uploaded something: its results as the text of a JSON list. A run without any
@@ -38,6 +36,7 @@ Q_SIGNALS:
     void onSlicingUpload(const QString &result);
 
 private:
+    void cancel();
     void startRun(const SlicingUploadConfig &config, const QList<PhotoAsset> &assets);
     void didEnd(const UploadRun &run);
     void forget(UploadRun *run);

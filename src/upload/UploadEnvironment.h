@@ -8,6 +8,7 @@ class NetworkReachabilityManager;
 class PhotoLibrary;
 class QNetworkAccessManager;
 class Shell;
+class UserSession;
 
 //! What the upload from pages works with; nothing is owned, all must outlive it.
 struct UploadEnvironment
@@ -18,6 +19,7 @@ struct UploadEnvironment
     const NetworkReachabilityManager *reachability;
     PhotoLibrary *photoLibrary;
     Shell *shell;
+    UserSession *session;
     //! Renews the login without a screen; calls back only when that has worked.
     std::function<void(LoggedIn success)> backGroundlogin;
     QString albumFolder; //!< takes what the camera makes

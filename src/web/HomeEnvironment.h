@@ -9,6 +9,7 @@ class MainQueue;
 class NetworkReachabilityManager;
 class NotificationCenter;
 class PageHost;
+class PageProfiles;
 class PageServices;
 class PhotoLibrary;
 class QNetworkAccessManager;
@@ -18,7 +19,7 @@ class SsoCookies;
 class STHomeViewControllerDelegate;
 class UrlOpener;
 class UserDefaults;
-class WebPageProfile;
+class UserSession;
 class WXApi;
 
 //! Everything that the home container works with; nothing is owned, all must outlive it.
@@ -26,9 +27,10 @@ struct HomeEnvironment
 {
     DeploymentConfiguration configuration;
     STHomeViewControllerDelegate *delegate;
-    WebPageProfile *profile;
+    PageProfiles *profiles;
     LoginModel *loginModel;
     UserDefaults *defaults;
+    UserSession *session;
     DeviceIdentifier *deviceIdentifier;
     HTTPCookieStorage *cookieStorage;
     SsoCookies *ssoCookies;

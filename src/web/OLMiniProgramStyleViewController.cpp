@@ -14,8 +14,8 @@ constexpr int reloadItem = 0;
 }
 
 OLMiniProgramStyleViewController::OLMiniProgramStyleViewController(
-    WebPageProfile *profile, PageHost *host)
-    : WebPageViewController(profile, host, Bridge::Own)
+    std::shared_ptr<WebPageProfile> profile, PageHost *host)
+    : WebPageViewController(std::move(profile), host, Bridge::Own)
 {
     using D = const QJsonValue &;
     using R = const WebViewJavascriptBridge::Respond &;

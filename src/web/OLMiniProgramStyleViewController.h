@@ -17,7 +17,7 @@ class OLMiniProgramStyleViewController : public WebPageViewController
     Q_PROPERTY(bool menuVisible READ isMenuVisible NOTIFY menuVisibleChanged)
 
 public:
-    OLMiniProgramStyleViewController(WebPageProfile *profile, PageHost *host);
+    OLMiniProgramStyleViewController(std::shared_ptr<WebPageProfile> profile, PageHost *host);
 
     QString naviColor; //!< of the strip; empty: the shell's own
 

@@ -15,9 +15,10 @@ constexpr auto sizeSettles = 200ms;
 
 }
 
-OMOutLinkLandscapeViewController::OMOutLinkLandscapeViewController(WebPageProfile *profile,
-    PageHost *host, MainQueue *mainQueue, SetLandscapeScreen setLandscapeScreen)
-    : WebPageViewController(profile, host, Bridge::Own)
+OMOutLinkLandscapeViewController::OMOutLinkLandscapeViewController(
+    std::shared_ptr<WebPageProfile> profile, PageHost *host, MainQueue *mainQueue,
+    SetLandscapeScreen setLandscapeScreen)
+    : WebPageViewController(std::move(profile), host, Bridge::Own)
     , m_mainQueue(mainQueue)
     , m_setLandscapeScreen(std::move(setLandscapeScreen))
 {

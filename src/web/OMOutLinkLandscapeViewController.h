@@ -21,8 +21,8 @@ class OMOutLinkLandscapeViewController : public WebPageViewController
 public:
     using SetLandscapeScreen = std::function<void(bool landscape)>;
 
-    OMOutLinkLandscapeViewController(WebPageProfile *profile, PageHost *host, MainQueue *mainQueue,
-        SetLandscapeScreen setLandscapeScreen);
+    OMOutLinkLandscapeViewController(std::shared_ptr<WebPageProfile> profile, PageHost *host,
+        MainQueue *mainQueue, SetLandscapeScreen setLandscapeScreen);
     ~OMOutLinkLandscapeViewController() override;
 
     void viewDidLoad() override;

@@ -14,8 +14,9 @@ const QString defaultStatusColor = QStringLiteral("#3dd187");
 
 }
 
-OMOutLinkViewController::OMOutLinkViewController(WebPageProfile *profile, PageHost *host)
-    : WebPageViewController(profile, host, Bridge::None)
+OMOutLinkViewController::OMOutLinkViewController(
+    std::shared_ptr<WebPageProfile> profile, PageHost *host)
+    : WebPageViewController(std::move(profile), host, Bridge::None)
 {
 }
 

@@ -14,7 +14,7 @@ class OMOutLinkViewController : public WebPageViewController
     Q_PROPERTY(QColor barColor READ barColor CONSTANT)
 
 public:
-    OMOutLinkViewController(WebPageProfile *profile, PageHost *host);
+    OMOutLinkViewController(std::shared_ptr<WebPageProfile> profile, PageHost *host);
 
     QString statusColor; //!< of the bar and the strip above it; empty: the shell's own
     QString htmlStr; //!< shown instead of the page when it is not empty

@@ -1,6 +1,7 @@
 #include "web/PushPages.h"
 
 #include "model/LoginModel.h"
+#include "session/UserSession.h"
 #include "model/StringFormat.h"
 #include "ui/AlertView.h"
 #include "web/WebView.h"
@@ -26,10 +27,12 @@ QUrl pageOf(const QVariant &userInfo)
 
 }
 
-PushPages::PushPages(WebView *webView, AlertView *alertView, LoginModel *loginModel)
+PushPages::PushPages(
+    WebView *webView, AlertView *alertView, LoginModel *loginModel, UserSession *session)
     : m_webView(webView)
     , m_alertView(alertView)
     , m_loginModel(loginModel)
+    , m_session(session)
 {
 }
 
@@ -56,8 +59,8 @@ void PushPages::loadNewWeb(const QVariant &userInfo)
     alert.message
         = StringFormat::format(u"%@收到一条消息，是否点击查看？"_s, isTeacher ? u"您"_s : u"你"_s);
     alert.buttons = QStringList {u"取消"_s, u"确定"_s};
-    m_alertView->show(alert, [self = QPointer(this)](int button) {
-        if (self && button == confirmButton)
+    m_alertView->show(alert, [self = QPointer(this), session = m_session->number()](int button) {
+        if (self && button == confirmButton && session == self->m_session->number())
             self->m_webView->load(self->m_url);
     });
 }

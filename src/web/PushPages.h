@@ -5,6 +5,7 @@
 
 class AlertView;
 class LoginModel;
+class UserSession;
 class WebView;
 
 //! Opens the pages that notifications name. Owned by the home container.
@@ -13,7 +14,7 @@ class PushPages : public QObject
     Q_OBJECT
 
 public:
-    PushPages(WebView *webView, AlertView *alertView, LoginModel *loginModel);
+    PushPages(WebView *webView, AlertView *alertView, LoginModel *loginModel, UserSession *session);
 
     //! The user tapped the notification: its page is loaded at once.
     void backloadNewWeb(const QVariant &userInfo);
@@ -27,6 +28,7 @@ private:
     WebView *m_webView;
     AlertView *m_alertView;
     LoginModel *m_loginModel;
+    UserSession *m_session;
     QUrl m_url;
     QList<QUrl> m_activeArray; // named while in the foreground
 };

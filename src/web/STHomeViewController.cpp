@@ -10,6 +10,7 @@
 #include "platform/UrlOpener.h"
 #include "platform/WXApi.h"
 #include "session/SsoCookies.h"
+#include "session/UserSession.h"
 #include "ui/HexColor.h"
 #include "ui/Shell.h"
 #include "upload/SlicingUpload.h"
@@ -20,6 +21,7 @@
 #include "web/EngineNavigation.h"
 #include "web/NavigationPolicy.h"
 #include "web/PageServices.h"
+#include "web/PageProfiles.h"
 #include "web/PageScripts.h"
 #include "web/STHomeViewControllerDelegate.h"
 #include "web/WebCookieStore.h"
@@ -43,23 +45,28 @@ const QString defaultStatusColor = QStringLiteral("#3dd187");
 STHomeViewController::STHomeViewController(const HomeEnvironment &environment)
     : statusColor(defaultStatusColor)
     , m_environment(environment)
+    , m_profile(environment.profiles->home())
     , m_trust(environment.configuration.trustedOrigins)
     , m_bridge([this](const QString &origin) { return m_trust.serves(origin); })
-    , m_webView(environment.profile->engineProfile(), &m_bridge, environment.pageHost)
-    , m_pushPages(&m_webView, environment.shell->alertView(), environment.loginModel)
+    , m_webView(m_profile->engineProfile(), &m_bridge, environment.pageHost)
+    , m_pushPages(
+          &m_webView, environment.shell->alertView(), environment.loginModel, environment.session)
     , m_imageSaver(environment.network, environment.photoLibrary, environment.shell->toast())
 {
     m_webView.setPolicy([this](const QUrl &url, bool isMainFrame, bool isNewWindow) {
         return decidePolicy(url, isMainFrame, isNewWindow);
     });
-    WebCookieStore *cookies = environment.profile->cookies();
-    connect(&m_webView, &WebView::loadEnded, cookies, &WebCookieStore::endLoad);
+    connect(&m_webView, &WebView::loadEnded, this, [this] { m_profile->cookies()->endLoad(); });
+    connect(&m_webView, &WebView::profileChanged, this, [this] { m_formerProfile.reset(); });
     connect(&m_webView, &WebView::documentGone, &m_bridge, &WebViewJavascriptBridge::documentGone);
     connect(&m_webView, &WebView::didFinishNavigation, this,
         &STHomeViewController::didFinishNavigation);
     connect(environment.slicingUpload, &SlicingUpload::onSlicingUpload, this,
         toPage(u"onSlicingUpload"_s));
     connect(&m_webView, &WebView::didFailNavigation, this, [this] { setErrorViewVisible(true); });
+    connect(environment.session, &UserSession::ending, this, &STHomeViewController::leaveUser);
+    connect(
+        environment.session, &UserSession::userChanging, this, &STHomeViewController::leaveProfile);
 }
 
 STHomeViewController::~STHomeViewController() = default;
@@ -73,12 +80,13 @@ void STHomeViewController::viewDidLoad()
     configNSTimer();
     // Every login loads the portal again, with fresh cookies; the present one does so too.
     m_environment.loginModel->observeIsLogin(this, [this](bool isLogin) {
-        if (isLogin)
-            configWebView();
+        if (!isLogin)
+            return;
+        configWebView();
+        // Its page takes the place of the portal, which was asked for before.
+        if (const auto notification = m_environment.delegate->takePushDictionary())
+            m_pushPages.backloadNewWeb(*notification);
     });
-    // After the portal was asked for, whose place the notification's page takes.
-    if (const auto launchPush = m_environment.delegate->takePushDictionary())
-        m_pushPages.backloadNewWeb(*launchPush);
 }
 
 void STHomeViewController::observeNotifications()
@@ -89,8 +97,11 @@ void STHomeViewController::observeNotifications()
         [this](const QVariant &userInfo) { m_pushPages.loadNewWeb(userInfo); });
     center->addObserver(u"WechatAuthCode"_s, this,
         [this](const QVariant &answer) { wechatAuthCodeCallback(answer); });
-    center->addObserver(u"backGeTuiPushLoadNewWeb"_s, this,
-        [this](const QVariant &userInfo) { m_pushPages.backloadNewWeb(userInfo); });
+    center->addObserver(u"backGeTuiPushLoadNewWeb"_s, this, [this](const QVariant &userInfo) {
+        // Else the delegate keeps it.
+        if (m_environment.session->isActive())
+            m_pushPages.backloadNewWeb(userInfo);
+    });
 }
 
 void STHomeViewController::viewDidAppear()
@@ -127,7 +138,7 @@ void STHomeViewController::loadPortal()
     setErrorViewVisible(false);
     m_webView.load(url);
     // After the end of the load whose place this one takes, and before its own beginning.
-    m_environment.profile->cookies()->sendWithNextLoad(
+    m_profile->cookies()->sendWithNextLoad(
         CookieHeader::value(m_environment.cookieStorage->cookiesForUrl(url)), url);
 }
 
@@ -147,13 +158,24 @@ void STHomeViewController::stopNSTimer()
 
 void STHomeViewController::logout()
 {
-    // What comes of them must not reach the page of whoever signs in next.
-    m_environment.slicingUpload->cancel();
-    m_environment.ssoCookies->removeSaved();
-    m_webView.loadHtml(u""_s);
-    m_environment.ssoCookies->clearStorage();
-    m_environment.delegate->takeUrlStr();
-    m_environment.loginModel->logout();
+    m_environment.session->logout();
+}
+
+// However the session ends: nothing of its pages can be gone back to.
+void STHomeViewController::leaveUser()
+{
+    m_webView.startAfresh();
+    m_environment.shell->actionSheet()->cancel();
+    setErrorViewVisible(false);
+    longClickSaveImgAble = false;
+    changeStatusColor(defaultStatusColor);
+}
+
+void STHomeViewController::leaveProfile()
+{
+    // The application has seen to it that there is a new one.
+    m_formerProfile = std::exchange(m_profile, m_environment.profiles->home());
+    m_webView.startAfreshIn(m_profile->engineProfile());
 }
 
 void STHomeViewController::jump2LoginPage()
@@ -164,10 +186,13 @@ void STHomeViewController::jump2LoginPage()
 
 void STHomeViewController::quickLogin(const QString &href)
 {
-    m_environment.delegate->backGroundloginInWithRefresh(true, [self = QPointer(this), href] {
-        if (self && EngineNavigation::isLoadable(QUrl(href)))
-            self->m_webView.load(QUrl(href));
-    });
+    const int session = m_environment.session->number();
+    m_environment.delegate->backGroundloginInWithRefresh(
+        true, [self = QPointer(this), session, href] {
+            if (self && session == self->m_environment.session->number()
+                && EngineNavigation::isLoadable(QUrl(href)))
+                self->m_webView.load(QUrl(href));
+        });
 }
 
 void STHomeViewController::changeStatusColor(const QString &color)

@@ -14,6 +14,7 @@
 #include <QPointF>
 
 class Repetition;
+class WebPageProfile;
 
 //! The home screen: one web view with the portal of the user's school, and its bridge to the
 //! device. Made once by the application delegate and kept for the rest of the process.
@@ -83,7 +84,12 @@ private:
     void didFinishNavigation();
     void setErrorViewVisible(bool visible);
 
+    void leaveUser();
+    void leaveProfile();
+
     HomeEnvironment m_environment;
+    std::shared_ptr<WebPageProfile> m_profile;
+    std::shared_ptr<WebPageProfile> m_formerProfile; // until its view has gone
     BridgeTrust m_trust;
     WebViewJavascriptBridge m_bridge;
     WebView m_webView;

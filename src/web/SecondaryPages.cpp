@@ -4,17 +4,14 @@
 #include "ui/Navigator.h"
 #include "web/OLMiniProgramStyleViewController.h"
 #include "web/OMOutLinkViewController.h"
-#include "web/SecondaryPageProfiles.h"
-#include "web/WebPageProfile.h"
+#include "web/PageProfiles.h"
 
 using namespace Qt::StringLiterals;
 
-SecondaryPages::SecondaryPages(Navigator *navigator, HTTPCookieStorage *storage,
-    const QString &folder, PageHost *host, MainQueue *mainQueue,
-    OMOutLinkLandscapeViewController::SetLandscapeScreen setLandscapeScreen)
+SecondaryPages::SecondaryPages(Navigator *navigator, PageProfiles *profiles, PageHost *host,
+    MainQueue *mainQueue, OMOutLinkLandscapeViewController::SetLandscapeScreen setLandscapeScreen)
     : m_navigator(navigator)
-    , m_storage(storage)
-    , m_folder(folder)
+    , m_profiles(profiles)
     , m_host(host)
     , m_mainQueue(mainQueue)
     , m_setLandscapeScreen(std::move(setLandscapeScreen))
@@ -24,19 +21,9 @@ SecondaryPages::SecondaryPages(Navigator *navigator, HTTPCookieStorage *storage,
         navigator->registerScreen(screen, QUrl(views + screen + u".qml"_s));
 }
 
-SecondaryPages::~SecondaryPages() = default;
-
-WebPageProfile *SecondaryPages::made(Profile &profile, MakeProfile make, const QString &name)
-{
-    if (!profile)
-        profile = make(m_folder + u'/' + name, m_storage);
-    return profile.get();
-}
-
 void SecondaryPages::jump2Outlink(const QString &url, const QString &title, const QString &color)
 {
-    auto *page = new OLMiniProgramStyleViewController(
-        made(m_miniProgram, SecondaryPageProfiles::miniProgram, u"miniprogram"_s), m_host);
+    auto *page = new OLMiniProgramStyleViewController(m_profiles->miniProgram(), m_host);
     page->urlStr = url;
     page->naviColor = color;
     page->setTitle(title);
@@ -46,16 +33,14 @@ void SecondaryPages::jump2Outlink(const QString &url, const QString &title, cons
 void SecondaryPages::jump2OutlinkLandscape(const QString &url)
 {
     auto *page = new OMOutLinkLandscapeViewController(
-        made(m_landscape, SecondaryPageProfiles::landscape, u"landscape"_s), m_host, m_mainQueue,
-        m_setLandscapeScreen);
+        m_profiles->landscape(), m_host, m_mainQueue, m_setLandscapeScreen);
     page->urlStr = url;
     m_navigator->present(u"LandscapeScreen"_s, page);
 }
 
 void SecondaryPages::openOutLinkPage(const QString &url, const QString &title)
 {
-    auto *page = new OMOutLinkViewController(
-        made(m_outLink, SecondaryPageProfiles::outLink, u"outlink"_s), m_host);
+    auto *page = new OMOutLinkViewController(m_profiles->outLink(), m_host);
     page->urlStr = url;
     page->setTitle(title);
     auto *bar = new NavigationController(m_navigator, u"OutLinkScreen"_s, page);

@@ -2,37 +2,26 @@
 
 #include "web/OMOutLinkLandscapeViewController.h"
 
-class HTTPCookieStorage;
 class Navigator;
+class PageProfiles;
 
 //! Opens pages beside the home container, over what is shown. Owned by the application; what it is
-//! given must outlive it. The profile of a class of pages is made for the first of them.
+//! given must outlive it.
 class SecondaryPages
 {
 public:
-    //! \a folder: where the pages' own storage goes.
-    SecondaryPages(Navigator *navigator, HTTPCookieStorage *storage, const QString &folder,
-        PageHost *host, MainQueue *mainQueue,
+    SecondaryPages(Navigator *navigator, PageProfiles *profiles, PageHost *host,
+        MainQueue *mainQueue,
         OMOutLinkLandscapeViewController::SetLandscapeScreen setLandscapeScreen);
-    ~SecondaryPages();
 
     void jump2Outlink(const QString &url, const QString &title, const QString &color);
     void jump2OutlinkLandscape(const QString &url);
     void openOutLinkPage(const QString &url, const QString &title);
 
 private:
-    using Profile = std::unique_ptr<WebPageProfile>;
-    using MakeProfile = Profile (*)(const QString &folder, HTTPCookieStorage *storage);
-
-    WebPageProfile *made(Profile &profile, MakeProfile make, const QString &name);
-
     Navigator *m_navigator;
-    HTTPCookieStorage *m_storage;
-    QString m_folder;
+    PageProfiles *m_profiles;
     PageHost *m_host;
     MainQueue *m_mainQueue;
     OMOutLinkLandscapeViewController::SetLandscapeScreen m_setLandscapeScreen;
-    Profile m_miniProgram;
-    Profile m_landscape;
-    Profile m_outLink;
 };

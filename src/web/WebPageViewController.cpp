@@ -6,13 +6,14 @@
 #include "web/WebPageProfile.h"
 #include "web/WebViewJavascriptBridge.h"
 
-WebPageViewController::WebPageViewController(WebPageProfile *profile, PageHost *host, Bridge bridge)
-    : m_profile(profile)
+WebPageViewController::WebPageViewController(
+    std::shared_ptr<WebPageProfile> profile, PageHost *host, Bridge bridge)
+    : m_profile(std::move(profile))
     , m_host(host)
     , m_bridge(bridge == Bridge::Own
               ? std::make_unique<WebViewJavascriptBridge>([](const QString &) { return true; })
               : nullptr)
-    , m_webView(profile->engineProfile(), m_bridge.get(), host)
+    , m_webView(m_profile->engineProfile(), m_bridge.get(), host)
 {
     m_webView.setPolicy(
         [](const QUrl &url, bool, bool) { return EngineNavigation::mayFollow(url); });

@@ -10,7 +10,8 @@ class WebViewJavascriptBridge;
 
 //! What the pages beside the home container have in common: a web view with the shell's cookies,
 //! what stands in its place when it cannot be loaded, and a bridge of the page's own where it has
-//! one. Presented over another screen and owned by the navigator from then on.
+//! one. It holds its profile as long as it lives. Presented over another screen and owned by the
+//! navigator from then on.
 class WebPageViewController : public ViewController
 {
     Q_OBJECT
@@ -38,7 +39,7 @@ Q_SIGNALS:
 protected:
     enum class Bridge { None, Own };
 
-    WebPageViewController(WebPageProfile *profile, PageHost *host, Bridge bridge);
+    WebPageViewController(std::shared_ptr<WebPageProfile> profile, PageHost *host, Bridge bridge);
 
     //! Where there is one; it serves whatever page the view shows.
     WebViewJavascriptBridge *bridge() const { return m_bridge.get(); }
@@ -51,7 +52,7 @@ protected:
 private:
     void setErrorViewVisible(bool visible);
 
-    WebPageProfile *m_profile;
+    std::shared_ptr<WebPageProfile> m_profile;
     PageHost *m_host;
     std::unique_ptr<WebViewJavascriptBridge> m_bridge;
     WebView m_webView;

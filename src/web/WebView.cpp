@@ -54,17 +54,36 @@ void WebView::makePendingLoad()
     if (!pending)
         return;
     // A view whose renderer died would load pages without the profile's scripts.
-    if (std::exchange(m_dead, false))
+    if (std::exchange(m_needsNewView, false)) {
         Q_EMIT recreateRequested();
+        endEvaluations();
+    }
     pending();
 }
 
 void WebView::reload()
 {
-    if (m_dead)
+    if (m_needsNewView)
         load(m_url);
     else
         Q_EMIT reloadRequested();
+}
+
+void WebView::startAfresh()
+{
+    m_hasPage = false;
+    // A view that has just been made takes no text.
+    load(QUrl(u"about:blank"_s));
+    m_needsNewView = m_viewExists;
+    m_diedSinceLoad = false;
+    Q_EMIT documentGone();
+}
+
+void WebView::startAfreshIn(QQuickWebEngineProfile *profile)
+{
+    m_profile = profile;
+    m_profileIsNew = true;
+    startAfresh();
 }
 
 void WebView::goBack()
@@ -93,6 +112,8 @@ void WebView::evaluateJavaScript(const QString &script, Evaluated done)
 void WebView::viewCreated()
 {
     m_viewExists = true;
+    if (std::exchange(m_profileIsNew, false))
+        Q_EMIT profileChanged();
     makePendingLoad();
 }
 
@@ -100,6 +121,13 @@ void WebView::scriptFinished(int id, const QVariant &result)
 {
     if (const Evaluated done = m_evaluations.take(id))
         done(result);
+}
+
+void WebView::endEvaluations()
+{
+    const auto evaluations = std::exchange(m_evaluations, {});
+    for (const Evaluated &done : evaluations)
+        done({});
 }
 
 bool WebView::decidePolicy(const QUrl &url, bool isMainFrame, bool isNewWindow)
@@ -167,8 +195,8 @@ void WebView::renderProcessTerminated(int exitCode)
     qCWarning(lcWeb) << "the page's process has ended, exit code" << exitCode;
     endLoad();
     Q_EMIT documentGone();
-    m_evaluations.clear();
-    m_dead = true;
+    endEvaluations();
+    m_needsNewView = true;
     if (std::exchange(m_diedSinceLoad, true))
         Q_EMIT didFailNavigation(u"the page's process ends again and again"_s);
     else

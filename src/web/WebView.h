@@ -24,7 +24,7 @@ class WebView : public QObject
     QML_UNCREATABLE("Made by the controller of a screen.")
     Q_MOC_INCLUDE(<QQuickWebEngineProfile>)
     Q_MOC_INCLUDE("web/PageHost.h")
-    Q_PROPERTY(QQuickWebEngineProfile *profile READ profile CONSTANT)
+    Q_PROPERTY(QQuickWebEngineProfile *profile READ profile NOTIFY profileChanged)
     Q_PROPERTY(QObject *bridge READ bridge CONSTANT)
     Q_PROPERTY(PageHost *host READ host CONSTANT)
     Q_PROPERTY(QUrl url READ url NOTIFY urlChanged)
@@ -51,10 +51,15 @@ public:
     //! Leaves the view without a page.
     void loadHtml(const QString &html);
     void reload();
+    //! Leaves the view without a page and without a history: what is loaded next comes in a new
+    //! view.
+    void startAfresh();
+    //! The same, in another profile; the one before is in use until profileChanged.
+    void startAfreshIn(QQuickWebEngineProfile *profile);
     //! Steps in the history of the view, where there is one to make.
     void goBack();
     void goForward();
-    //! Runs a script in the page; without a page the result is invalid.
+    //! Runs a script in the page; without a page, or when it goes meanwhile, the result is invalid.
     void evaluateJavaScript(const QString &script, Evaluated done = {});
 
     // Reports of the view.
@@ -76,6 +81,8 @@ public:
 
 Q_SIGNALS:
     void urlChanged();
+    //! A view of the new profile has taken the place of the one before.
+    void profileChanged();
     // For the view.
     void loadRequested(const QUrl &url);
     void htmlRequested(const QString &html);
@@ -95,6 +102,7 @@ private:
     void schedule(std::function<void()> load);
     void makePendingLoad();
     bool endLoad();
+    void endEvaluations();
 
     QQuickWebEngineProfile *m_profile;
     QObject *m_bridge;
@@ -106,7 +114,8 @@ private:
     bool m_loadStarted = false; // of the load asked for last
     bool m_loadAwaited = false; // one was asked for and has not ended
     bool m_hasPage = false;
-    bool m_dead = false; // only a new view can show pages again
+    bool m_needsNewView = false; // the one there is dead, or has a history that must go
+    bool m_profileIsNew = false;
     QHash<int, Evaluated> m_evaluations;
     int m_lastEvaluation = 0;
     bool m_diedSinceLoad = false;

@@ -133,6 +133,10 @@ private Q_SLOTS:
         QVERIFY(m_client->session.rememberLogin(u"student01"_s));
         int completions = 0;
         const auto complete = [&] { ++completions; };
+        // The token outlives its session and brings nobody back.
+        m_client->delegate.backGroundloginInWithRefresh(true, complete);
+        QVERIFY(!m_client->session.isWaiting());
+        m_client->session.session.resume();
         m_client->delegate.backGroundloginInWithRefresh(true, complete);
         QCOMPARE(completions, 0);
         QVERIFY(silentLoginEnds());
@@ -214,6 +218,36 @@ private Q_SLOTS:
         // From now on the home container hears of them itself.
         m_client->pushRegistration.didReceiveNotification(notification);
         QCOMPARE(m_client->delegate.takePushDictionary(), std::nullopt);
+        // But not while nobody is signed in; nor is it anybody else's.
+        UserSession &session = m_client->session.session;
+        for (const bool sameUser : {true, false}) {
+            m_client->delegate.urlStr = u"https://h/"_s;
+            session.logout();
+            QVERIFY(m_client->delegate.takeUrlStr().isNull());
+            m_client->pushRegistration.didReceiveNotification(notification);
+            if (!sameUser)
+                Q_EMIT session.userChanging();
+            QCOMPARE(m_client->delegate.takePushDictionary(),
+                sameUser ? std::optional(notification) : std::nullopt);
+            session.resume();
+        }
+    }
+
+    void aSignOutWhileTheWindowWaitsLeadsToTheLoginScreen()
+    {
+        QVERIFY(m_client->session.rememberLogin(u"student01"_s));
+        m_client->loginModel().setIsLogin(true);
+        m_sandbox.addFault({{u"start"_s, u"login4H5"_s}, {u"delay_ms"_s, 200}});
+        m_client->delegate.didFinishLaunchingWithOptions({});
+        QCOMPARE(m_client->root(), blankRoot);
+        m_client->launch.updateCheck()->clickedButtonAtIndex(UpdateCheck::ForcedTag, 0);
+        QCOMPARE(m_client->root(), loginRoot);
+        QVERIFY(silentLoginEnds());
+        m_client->mainQueue.advance(1h);
+        QCOMPARE(m_client->root(), loginRoot);
+        QVERIFY(
+            !m_client->loginModel().isLogin() && m_client->session.savedCookieNames().isEmpty());
+        QVERIFY(!m_client->shell.toast()->isVisible());
     }
 };
 

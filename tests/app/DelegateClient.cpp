@@ -10,7 +10,7 @@ DelegateClient::DelegateClient(const DeploymentConfiguration &configuration)
                      .storeFile = session.net.folder.filePath(u"push.ini"_s)},
           &mainQueue, &desktopNotifications, &badge)
     , pushRegistration(&pushClient, configuration.push, &session.net.loginModel,
-          &session.net.defaults, &notifications)
+          &session.net.defaults, &notifications, &session.session)
     , launch({
           .configuration = configuration,
           .shell = &shell,
@@ -19,13 +19,11 @@ DelegateClient::DelegateClient(const DeploymentConfiguration &configuration)
           .network = &session.net.network,
           .mainQueue = &session.mainQueue,
           .notifications = &notifications,
-          .loginModel = &session.net.loginModel,
-          .ssoCookies = &session.cookies,
+          .session = &session.session,
           .urlOpener = &stage.urlOpener,
           .shareSDK = &shareSDK,
           .screenPixels = {},
           .openOutLinkPage = {},
-          .endSession = {},
           .terminate = {},
       })
     , delegate(
@@ -35,6 +33,7 @@ DelegateClient::DelegateClient(const DeploymentConfiguration &configuration)
               .loginModel = &session.net.loginModel,
               .mainQueue = &session.mainQueue,
               .notifications = &notifications,
+              .session = &session.session,
               .silentLogin = &session.silentLogin,
               .pushBinding = &session.binding,
               .pushRegistration = &pushRegistration,
@@ -57,7 +56,6 @@ std::unique_ptr<SchoolLoginViewController> DelegateClient::makeLogin()
 {
     return std::make_unique<LoginViewController2>(LoginEnvironment {
         .loginModel = &session.net.loginModel,
-        .loginResult = &session.result,
         .mainQueue = &session.mainQueue,
         .network = &session.net.network,
         .notifications = &notifications,
@@ -65,7 +63,7 @@ std::unique_ptr<SchoolLoginViewController> DelegateClient::makeLogin()
         .reachability = &stage.reachability,
         .requests = &session.net.requests,
         .shell = &shell,
-        .ssoCookies = &session.cookies,
+        .session = &session.session,
         .wxApi = &stage.wxApi,
         .displayName = configuration.app.displayName,
         .isPatriarch = false,

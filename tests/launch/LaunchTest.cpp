@@ -12,6 +12,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QNetworkDiskCache>
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -44,13 +45,11 @@ struct Bench
         , check({.requests = &client.net.requests,
               .shell = &shell,
               .urlOpener = &opener,
-              .loginModel = &client.net.loginModel,
-              .ssoCookies = &client.cookies,
+              .session = &client.session,
               .notifications = &notifications,
               .build = build,
               .officialHost = hosts.official,
-              .launchAdShowing = [] { return false; },
-              .endSession = [this] { ++sessionsEnded; }})
+              .launchAdShowing = [] { return false; }})
     {
     }
 
@@ -66,8 +65,8 @@ struct Bench
     AlertView *alert {shell.alertView()};
     NotificationCenter notifications;
     NotedUrlOpener opener;
-    int sessionsEnded = 0;
     UpdateCheck check;
+    QSignalSpy ended {&client.session, &UserSession::ended};
 };
 
 }
@@ -279,13 +278,14 @@ private Q_SLOTS:
         login.setUserName(u"u"_s);
         login.setPassword(u"p"_s);
         login.setIsLogin(true);
+        bench.client.session.resume();
         bench.check.showUpdate(u"新"_s, forced ? UpdateCheck::Force::Yes : UpdateCheck::Force::No);
         bench.alert->press(button);
         QCOMPARE(bench.opener.opened,
             opens ? QList {QUrl(bench.hosts.official + u"pages/official/h5/download.jsp"_s)}
                   : QList<QUrl>());
         QCOMPARE(login.isLogin(), !forced);
-        QCOMPARE(bench.sessionsEnded, forced ? 1 : 0);
+        QCOMPARE(bench.ended.size(), forced ? 1 : 0);
         QCOMPARE(login.userName(), forced ? u""_s : u"u"_s);
         QCOMPARE(login.password(), forced ? u""_s : u"p"_s);
         QCOMPARE(bench.client.savedCookieNames().isEmpty(), forced);

@@ -16,7 +16,6 @@ LoginEnvironment LoginHarness::environment()
 {
     return {
         .loginModel = &loginModel,
-        .loginResult = &session.result,
         .mainQueue = &mainQueue,
         .network = &network,
         .notifications = &notifications,
@@ -24,7 +23,7 @@ LoginEnvironment LoginHarness::environment()
         .reachability = &reachability,
         .requests = &requests,
         .shell = &shell,
-        .ssoCookies = &session.cookies,
+        .session = &session.session,
         .wxApi = nullptr,
         .displayName = u"成长平台"_s,
         .launchAdShowing = [] { return false; },

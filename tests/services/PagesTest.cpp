@@ -4,6 +4,7 @@
 #include "model/LoginModel.h"
 #include "platform/NotificationCenter.h"
 #include "platform/PushClient.h"
+#include "session/UserSession.h"
 #include "support/Patience.h"
 
 #include <QJsonDocument>
@@ -101,6 +102,7 @@ private Q_SLOTS:
 
     void postsNotifications()
     {
+        m_session.resume();
         const QVariantMap userInfo {{u"payload"_s, u"https://p/"_s}};
         m_model.messageCount = 3;
         Q_EMIT m_client.didReceiveNotification(userInfo);
@@ -117,7 +119,7 @@ private Q_SLOTS:
         NotificationCenter later;
         QSignalSpy postedLater(&later, &NotificationCenter::posted);
         UserDefaults kept(m_file);
-        PushRegistration nextRun(&m_client, {}, &m_model, &kept, &later);
+        PushRegistration nextRun(&m_client, {}, &m_model, &kept, &later, &m_session);
         later.addObserver(u"GeTuiPushLoadNewWeb"_s, this, [](const QVariant &) {});
         TRY_COMPARE(postedLater.size(), 1);
         QCOMPARE(postedLater.first()[1].value<QVariant>().toMap(), userInfo);
@@ -128,7 +130,20 @@ private Q_SLOTS:
         QCOMPARE(m_posted.size(), 0);
         TRY_COMPARE(m_posted.size(), 1);
         QCOMPARE(m_posted.first().first(), u"GeTuiPushLoadNewWeb"_s);
-        QCOMPARE(m_posted.first()[1].value<QVariant>().toMap(), userInfo);
+        QCOMPARE(m_posted.takeFirst()[1].value<QVariant>().toMap(), userInfo);
+        // Signed out, it waits for the same user, and is nobody else's.
+        for (const bool sameUser : {true, false}) {
+            m_session.expire();
+            Q_EMIT m_client.willPresentNotification(userInfo);
+            if (!sameUser)
+                Q_EMIT m_session.userChanging();
+            QCOMPARE(m_posted.size(), 0);
+            m_session.resume();
+            Q_EMIT m_session.begun();
+            QCOMPARE(m_posted.size(), sameUser ? 1 : 0);
+            m_posted.clear();
+        }
+        QVERIFY(!UserDefaults(m_file).objectForKey(u"PushWaiting"_s).isValid());
     }
 
 private:
@@ -137,10 +152,11 @@ private:
     UserDefaults m_defaults {m_file};
     LoginModel m_model {&m_defaults};
     NotificationCenter m_notifications;
+    UserSession m_session {&m_model, &m_defaults, nullptr, nullptr, nullptr};
     ScriptedPushClient m_client;
     PushRegistration m_registration {&m_client,
         {.broker = {}, .appId = u"id"_s, .appKey = u"key"_s, .appSecret = u"secret"_s}, &m_model,
-        &m_defaults, &m_notifications};
+        &m_defaults, &m_notifications, &m_session};
     QSignalSpy m_posted {&m_notifications, &NotificationCenter::posted};
 };
 

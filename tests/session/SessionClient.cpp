@@ -12,8 +12,9 @@ SessionClient::SessionClient(const DeploymentConfiguration::Hosts &hosts)
     : net(hosts)
     , cookies(net.cookies, &net.defaults)
     , result(&net.loginModel, &net.defaults, &net.requests)
-    , binding(&net.loginModel, &net.requests, &mainQueue)
-    , silentLogin(&net.loginModel, &net.requests, &cookies, &result, &binding)
+    , session(&net.loginModel, &net.defaults, net.cookies, &cookies, &result)
+    , binding(&net.loginModel, &net.requests, &mainQueue, &session)
+    , silentLogin(&net.loginModel, &net.requests, &session, &binding)
 {
 }
 

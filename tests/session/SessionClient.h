@@ -5,6 +5,7 @@
 #include "session/PushBinding.h"
 #include "session/SilentLogin.h"
 #include "session/SsoCookies.h"
+#include "session/UserSession.h"
 #include "support/ManualMainQueue.h"
 
 //! The session with everything below it, in a profile of its own; its clock stands still until it
@@ -27,6 +28,7 @@ public:
     ManualMainQueue mainQueue;
     SsoCookies cookies;
     LoginResult result;
+    UserSession session;
     PushBinding binding;
     SilentLogin silentLogin;
 };

@@ -4,6 +4,8 @@
 
 #include <QJsonDocument>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using Outcome = SilentLogin::Outcome;
@@ -93,8 +95,8 @@ private Q_SLOTS:
     {
         m_platform.addFault({{u"start"_s, u"login4H5"_s}, {u"delay_ms"_s, 100}});
         {
-            SilentLogin brief(&model(), &m_client->net.requests, &m_client->cookies,
-                &m_client->result, &m_client->binding);
+            SilentLogin brief(
+                &model(), &m_client->net.requests, &m_client->session, &m_client->binding);
             brief.start(Refresh::Yes, UserCheck::Yes,
                 [this](Outcome, const QString &) { m_endings.append(Ending()); });
         }
@@ -103,18 +105,10 @@ private Q_SLOTS:
         QVERIFY(!model().isLogin());
     }
 
-    void whoSignsOutMeanwhileStaysSignedOut()
-    {
-        start(Refresh::Yes);
-        m_client->silentLogin.cancel();
-        QCOMPARE(m_endings.size(), 1);
-        QCOMPARE(m_endings.constFirst().outcome, Outcome::Failed);
-        QVERIFY(m_endings.constFirst().text.isNull());
-        settled();
-        QCOMPARE(m_endings.size(), 1);
-        QVERIFY(!model().isLogin());
-        QCOMPARE(run().outcome, Outcome::SignedIn);
-    }
+    void aSessionEndsOnceAndWhatWasBegunInItIsDropped_data();
+    void aSessionEndsOnceAndWhatWasBegunInItIsDropped();
+    void anotherUserFindsNothingOfTheFormer_data();
+    void anotherUserFindsNothingOfTheFormer();
 
     void anAnswerKeepsWhatWorks();
 
@@ -124,6 +118,15 @@ private:
         Outcome outcome;
         QString text;
     };
+
+    //! Null: it names nobody.
+    static QJsonObject answerFor(const QString &userId)
+    {
+        QJsonObject user {{u"user_name"_s, u"x"_s}};
+        if (!userId.isNull())
+            user[u"user_id"_s] = userId;
+        return {{u"user"_s, user}, {u"login_token"_s, u"token of "_s + userId}};
+    }
 
     LoginModel &model() { return m_client->net.loginModel; }
 
@@ -196,6 +199,128 @@ void SessionTest::storesNothingWithoutSuccess()
         QVERIFY(!m_client->net.defaults.objectForKey(u"vantCookies"_s).isValid());
         QVERIFY(!m_client->isWaiting());
     }
+}
+
+void SessionTest::aSessionEndsOnceAndWhatWasBegunInItIsDropped_data()
+{
+    QTest::addColumn<QString>("way");
+    for (const char *way : {"the user leaves", "the login is not accepted", "another signs in"})
+        QTest::newRow(way) << QString::fromLatin1(way);
+}
+
+void SessionTest::aSessionEndsOnceAndWhatWasBegunInItIsDropped()
+{
+    QFETCH(const QString, way);
+    const bool leaves = way == u"the user leaves";
+    const bool isReplaced = way == u"another signs in";
+    UserSession &session = m_client->session;
+    m_platform.addFault({{u"start"_s, u"bindGeTui"_s}, {u"times"_s, 10}, {u"status"_s, 500}});
+    model().setC_id(u"cid"_s);
+    model().setUserName(u"u"_s);
+    session.resume();
+    QCOMPARE(run().outcome, Outcome::SignedIn);
+    settled();
+    const QString token = model().login_token();
+
+    QStringList told;
+    connect(&session, &UserSession::ending, &session,
+        [&] { told << u"ending"_s << QString::number(m_client->savedCookieNames().size()); });
+    connect(&session, &UserSession::ended, &session,
+        [&] { told << u"ended"_s << QString::number(m_client->savedCookieNames().size()); });
+    m_platform.addFault({{u"start"_s, u"login4H5"_s}, {u"delay_ms"_s, 100}});
+    m_endings.clear();
+    start(Refresh::Yes);
+    const UserSession::Attempt late = session.attempt();
+    const int number = session.number();
+    if (leaves)
+        session.logout();
+    else if (isReplaced)
+        QVERIFY(session.begin(late, answerFor(u"another"_s), ChosenRegion()));
+    else
+        session.expire();
+    QCOMPARE(told, (QStringList {u"ending"_s, u"2"_s, u"ended"_s, leaves ? u"0"_s : u"2"_s}));
+    QVERIFY(session.number() != number);
+    QCOMPARE(m_endings.size(), 1);
+    QCOMPARE(m_endings.constFirst().outcome, Outcome::Cancelled);
+
+    // Neither the answer under way, nor another of that time, nor the hourly binding.
+    QVERIFY(!session.begin(late, answerFor(u"late"_s), Refresh::Yes));
+    settled();
+    m_client->mainQueue.advance(24h);
+    QCOMPARE(settled().size(), 0);
+    QCOMPARE(m_endings.size(), 1);
+    QCOMPARE(model().isLogin(), isReplaced);
+    QCOMPARE(session.isActive(), isReplaced);
+    QCOMPARE(model().userName(), leaves ? u""_s : u"u"_s);
+    QCOMPARE(model().login_token(), isReplaced ? u"token of another"_s : token);
+    QVERIFY(!m_client->net.defaults.objectForKey(u"MiPushUsingCookie"_s).isValid());
+    if (!isReplaced) {
+        session.logout();
+        session.expire();
+        QCOMPARE(told.size(), 4);
+    }
+}
+
+void SessionTest::anotherUserFindsNothingOfTheFormer_data()
+{
+    QTest::addColumn<QString>("site");
+    QTest::addColumn<QString>("user"); // null: the answer names none
+    QTest::addColumn<bool>("isOther");
+    QTest::newRow("the same") << u"school01"_s << u"1"_s << false;
+    QTest::newRow("nobody named") << u"school02"_s << QString() << false;
+    QTest::newRow("another of the school") << u"school01"_s << u"2"_s << true;
+    QTest::newRow("the same number at another school") << u"school02"_s << u"1"_s << true;
+}
+
+void SessionTest::anotherUserFindsNothingOfTheFormer()
+{
+    QFETCH(const QString, site);
+    QFETCH(const QString, user);
+    QFETCH(const bool, isOther);
+    UserSession &session = m_client->session;
+    HTTPCookieStorage *storage = m_client->net.cookies;
+    const QUrl host(u"http://h.example/"_s);
+    const auto receive = [&](const char *cookie) {
+        storage->setCookiesFromUrl(QNetworkCookie::parseCookies(cookie), host);
+    };
+    const auto held = [](const HTTPCookieStorage &jar) {
+        QByteArrayList names;
+        for (const QNetworkCookie &cookie : jar.cookies())
+            names << cookie.name();
+        std::sort(names.begin(), names.end());
+        return names;
+    };
+    storage->removeReceivedBefore(storage->mark());
+    m_client->net.requests.setOrganization(u"school01"_s);
+    QVERIFY(session.begin(session.attempt(), answerFor(u"1"_s), ChosenRegion()));
+    receive("mo=former; Max-Age=1000");
+    receive("theme=former; Max-Age=1000");
+    session.logout();
+
+    const UserSession::Attempt attempt = session.attempt();
+    receive("tmo=new; Max-Age=1000");
+    QNetworkCookie ofAPage("page", "former");
+    ofAPage.setDomain(host.host());
+    storage->setCookie(ofAPage);
+    QStringList signedInAtTheChange;
+    connect(&session, &UserSession::userChanging, &session, [&] {
+        signedInAtTheChange << (model().isLogin() ? u"yes"_s : u"no"_s)
+                            << model().userModel->user_id;
+    });
+    // Later runs know whose the last session was.
+    UserSession nextRun(
+        &model(), &m_client->net.defaults, storage, &m_client->cookies, &m_client->result);
+    connect(&nextRun, &UserSession::userChanging, &session, &UserSession::userChanging);
+    m_client->net.requests.setOrganization(site);
+    QVERIFY(nextRun.begin({nextRun.number(), attempt.cookieMark}, answerFor(user), ChosenRegion()));
+    QCOMPARE(signedInAtTheChange, isOther ? (QStringList {u"no"_s, u"1"_s}) : QStringList());
+    QVERIFY(model().isLogin());
+    const QByteArrayList all {"page", "theme", "tmo"};
+    QCOMPARE(held(*storage), isOther ? QByteArrayList {"tmo"} : all);
+    QCOMPARE(m_client->savedCookieNames(), QStringList {u"tmo"_s});
+    const QByteArrayList persistent {"theme", "tmo"};
+    TRY_COMPARE(held(HTTPCookieStorage(m_client->net.folder.filePath(u"cookies.json"_s))),
+        isOther ? QByteArrayList {"tmo"} : persistent);
 }
 
 void SessionTest::anAnswerKeepsWhatWorks()

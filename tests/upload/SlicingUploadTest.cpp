@@ -2,7 +2,7 @@
 
 #include "platform/NetworkReachabilityManager.h"
 #include "platform/PhotoAsset.h"
-#include "support/ManualMainQueue.h"
+#include "session/SessionClient.h"
 #include "support/Patience.h"
 #include "support/PlatformProcess.h"
 #include "support/SwitchedReachability.h"
@@ -56,16 +56,21 @@ private Q_SLOTS:
         m_config.maxFileSingleSizeLimit = double(asset(u"short.mp4"_s).size);
         m_reachability.status = NetworkReachabilityManager::Status::Unknown;
         m_logins = 0;
+        m_loginIsSlow = false;
+        m_client.session.resume();
         m_folder = std::make_unique<QTemporaryDir>();
         m_upload = std::make_unique<SlicingUpload>(UploadEnvironment {
             .network = &m_network,
             .reachability = &m_reachability,
             .photoLibrary = nullptr,
             .shell = &m_shell,
+            .session = &m_client.session,
             .backGroundlogin =
                 [this](const UploadEnvironment::LoggedIn &success) {
                     ++m_logins;
-                    success();
+                    m_loggedIn = success;
+                    if (!m_loginIsSlow)
+                        success();
                 },
             .albumFolder = {},
             .libraryPath = m_folder->path(),
@@ -137,8 +142,16 @@ private Q_SLOTS:
         QCOMPARE(m_logins, 0);
     }
 
+    void endsInTheMiddleOfARun_data()
+    {
+        QTest::addColumn<bool>("withTheProgram");
+        QTest::newRow("the program ends") << true;
+        QTest::newRow("the user's session ends") << false;
+    }
+
     void endsInTheMiddleOfARun()
     {
+        QFETCH(const bool, withTheProgram);
         m_platform.addFault({{u"method"_s, u"PUT"_s}, {u"delay_ms"_s, 600'000}});
         QSignalSpy results(m_upload.get(), &SlicingUpload::onSlicingUpload);
         m_upload->didFinishPicking(m_config, assets({u"tree.png"_s}));
@@ -148,8 +161,31 @@ private Q_SLOTS:
                 isUnderWay |= request.path == u"/file/checkChunk";
             return isUnderWay;
         }());
-        m_upload.reset();
+        if (withTheProgram)
+            m_upload.reset();
+        else
+            m_client.session.expire();
+        // The connection goes with what was sent by it.
+        TRY_VERIFY(m_network.findChildren<QNetworkReply *>().isEmpty());
         QCOMPARE(results.count(), 0);
+        QVERIFY(!m_shell.toast()->isVisible() || m_shell.toast()->text() != u"上传失败"_s);
+    }
+
+    void neitherStartsNorKeepsAnythingForAnotherUser()
+    {
+        m_loginIsSlow = true;
+        m_upload->didFinishPicking(m_config, assets({u"short.mp4"_s}));
+        m_client.session.expire();
+        m_loggedIn();
+        m_loginIsSlow = false;
+        m_client.session.resume();
+        QSignalSpy results(m_upload.get(), &SlicingUpload::onSlicingUpload);
+        m_upload->didFinishPicking(m_config, assets({u"short.mp4"_s}));
+        TRY_COMPARE(results.count(), 1);
+        QDir exports(m_folder->filePath(u"exports"_s));
+        QCOMPARE(exports.entryList(QDir::Files).size(), 1);
+        Q_EMIT m_client.session.userChanging();
+        QCOMPARE(exports.entryList(QDir::Files).size(), 0);
     }
 
 private:
@@ -171,12 +207,15 @@ private:
 
     QTemporaryDir m_media;
     PlatformProcess m_platform;
-    ManualMainQueue m_queue;
+    SessionClient m_client {m_platform.hosts()};
+    ManualMainQueue &m_queue {m_client.mainQueue};
     Shell m_shell {m_queue};
     QNetworkAccessManager m_network;
     SwitchedReachability m_reachability;
     SlicingUploadConfig m_config;
     int m_logins = 0;
+    bool m_loginIsSlow = false;
+    UploadEnvironment::LoggedIn m_loggedIn;
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<SlicingUpload> m_upload;
 };

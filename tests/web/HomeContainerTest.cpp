@@ -72,10 +72,8 @@ private Q_SLOTS:
         QVERIFY(value("rblgin").isEmpty());
 
         m_home->stage.session.cookies.handleCookie();
-        m_home->delegate.urlStr = u"http://h/"_s;
         m_home->controller.logout();
         QVERIFY(!m_home->stage.loginModel.isLogin());
-        QVERIFY(m_home->delegate.urlStr.isNull());
         QVERIFY(!m_home->stage.defaults.objectForKey(u"vantCookies"_s).isValid());
         QCOMPARE(value("mo") + value("tmo"), QByteArray());
         TRY_COMPARE(m_home->controller.webView()->url(), QUrl(u"about:blank"_s));
@@ -83,6 +81,62 @@ private Q_SLOTS:
         m_home->controller.webView()->load(QUrl(m_server->url("/other.html")));
         QVERIFY(m_home->waitForPage(u"other"_s));
         QCOMPARE(m_server->requestsFor("/other.html").constLast().cookie(), QByteArray());
+        // Nor does the history lead back to whoever was there.
+        QCOMPARE(m_home->evaluate(u"history.length"_s).toInt(), 1);
+    }
+
+    void whatASessionLeavesGoesWithItAndWithItsUser()
+    {
+        HomeStage &stage = m_home->stage;
+        m_home->show();
+        QVERIFY(m_home->waitForPage(u"portal"_s));
+        const QString mark
+            = u"localStorage.setItem('whose', 'the former'); document.cookie = 'p=1'"_s;
+        const QString read = u"localStorage.getItem('whose') + document.cookie"_s;
+        m_home->evaluate(mark);
+        stage.notifications.postNotificationName(
+            u"GeTuiPushLoadNewWeb"_s, QVariantMap {{u"payload"_s, m_server->url("/other.html")}});
+        m_home->controller.slicingUpload({});
+        for (const bool sameUser : {true, false}) {
+            m_home->controller.changeStatusColor(u"#ff0000"_s);
+            m_home->controller.longClickSaveImgAble = true;
+            stage.session.session.expire();
+            QCOMPARE(m_home->controller.statusBarColor(), QColor(u"#3dd187"_s));
+            QVERIFY(!m_home->controller.longClickSaveImgAble);
+            QVERIFY(!stage.shell.actionSheet()->isVisible());
+            TRY_COMPARE(m_home->controller.webView()->url(), QUrl(u"about:blank"_s));
+            stage.notifications.postNotificationName(u"backGeTuiPushLoadNewWeb"_s,
+                QVariantMap {{u"payload"_s, m_server->url("/other.html")}});
+            if (sameUser)
+                stage.shell.alertView()->press(1);
+            else
+                m_home->changeUser();
+            stage.session.session.resume();
+            stage.loginModel.setIsLogin(true);
+            QVERIFY(m_home->waitForPage(u"portal"_s));
+            TRY_COMPARE(
+                m_home->evaluate(read).toString(), sameUser ? u"the formerp=1"_s : u"null"_s);
+        }
+        QCOMPARE(m_server->requestsFor("/other.html").size(), 0);
+        const QDir folders(stage.session.net.folder.filePath(u"web"_s));
+        const auto onlyTheNewIsThere = [&] {
+            stage.mainQueue.advance(2s);
+            return folders.entryList(QDir::Dirs | QDir::NoDotAndDotDot) == QStringList {u"1"_s};
+        };
+        TRY_VERIFY(onlyTheNewIsThere());
+    }
+
+    void aFormerUsersPagesThatAKillHasLeftGoAtTheNextStart()
+    {
+        const QTemporaryDir folder;
+        const QDir web(folder.filePath(u"web"_s));
+        for (const char *left : {"1", "2", "home"})
+            QVERIFY(QDir().mkpath(web.filePath(QString::fromLatin1(left)) + u"/storage"_s));
+        UserDefaults defaults(folder.filePath(u"settings.ini"_s));
+        defaults.setObject(2, u"PageFolder"_s);
+        const PageProfiles profiles(
+            web.path(), m_home->stage.session.net.cookies, &defaults, &m_home->stage.mainQueue);
+        TRY_COMPARE(web.entryList(QDir::Dirs | QDir::NoDotAndDotDot), QStringList {u"2"_s});
     }
 
     void aPageThatTakesThePortalsPlaceGoesWithoutTheMarker()

@@ -11,6 +11,7 @@ using namespace Qt::StringLiterals;
 HomeHarness::HomeHarness()
 {
     stage.loginModel.setIsLogin(true);
+    stage.session.session.resume();
     window.engine()->addImportPath(u"qrc:/qt/qml"_s);
     window.setInitialProperties({{u"controller"_s, QVariant::fromValue(&controller)}});
     window.setResizeMode(QQuickView::SizeRootObjectToView);
@@ -37,6 +38,13 @@ void HomeHarness::show()
     window.show();
     controller.viewDidLoad();
     controller.viewDidAppear();
+}
+
+void HomeHarness::changeUser()
+{
+    stage.profiles.renew();
+    stage.session.net.cookies->removeReceivedBefore(stage.session.net.cookies->mark());
+    Q_EMIT stage.session.session.userChanging();
 }
 
 bool HomeHarness::waitForPage(const QString &title)

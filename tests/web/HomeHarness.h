@@ -38,6 +38,8 @@ public:
     void addCookie(const char *name, const char *value, const QString &domain);
     //! Shows the screen, as the navigator does: the view first, then viewDidLoad.
     void show();
+    //! What another user finds, as the application sees to it.
+    void changeUser();
     bool waitForPage(const QString &title);
     QVariant evaluate(const QString &script);
     //! Clicks the control that has this accessible name.

@@ -1,6 +1,5 @@
 #include "web/HomeStage.h"
 
-#include "web/HomePageProfile.h"
 #include "web/STHomeViewControllerDelegate.h"
 
 using namespace Qt::StringLiterals;
@@ -10,12 +9,15 @@ HomeStage::HomeStage(
     : session(hosts)
     , album(session.net.folder.filePath(u"album"_s))
     , pageHost(&shell, session.net.folder.path())
+    , profiles(session.net.folder.filePath(u"web"_s), session.net.cookies, &session.net.defaults,
+          &session.mainQueue)
     , delegate(delegate)
     , slicingUpload({
           .network = &session.net.network,
           .reachability = &reachability,
           .photoLibrary = &album,
           .shell = &shell,
+          .session = &session.session,
           .backGroundlogin =
               [delegate](const UploadEnvironment::LoggedIn &success) {
                   delegate->backGroundloginInWithRefresh(false, success);
@@ -24,7 +26,6 @@ HomeStage::HomeStage(
           .libraryPath = session.net.folder.path(),
           .exportFolder = session.net.folder.filePath(u"exports"_s),
       })
-    , profile(makeHomePageProfile(session.net.folder.filePath(u"web"_s), session.net.cookies))
 {
 }
 
@@ -33,9 +34,10 @@ HomeEnvironment HomeStage::environment()
     return {
         .configuration = {},
         .delegate = delegate,
-        .profile = profile.get(),
+        .profiles = &profiles,
         .loginModel = &loginModel,
         .defaults = &defaults,
+        .session = &session.session,
         .deviceIdentifier = &session.net.student,
         .cookieStorage = session.net.cookies,
         .ssoCookies = &session.cookies,

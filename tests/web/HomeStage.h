@@ -11,7 +11,7 @@
 #include "upload/SlicingUpload.h"
 #include "web/HomeEnvironment.h"
 #include "web/PageHost.h"
-#include "web/WebPageProfile.h"
+#include "web/PageProfiles.h"
 
 //! A session and all else that a home container works with, in one temporary folder; its clock
 //! stands still until it is advanced. The delegate is asked from the first upload on.
@@ -34,7 +34,7 @@ public:
     Shell shell {session.mainQueue};
     NoPageServices services;
     PageHost pageHost;
+    PageProfiles profiles;
     STHomeViewControllerDelegate *delegate;
     SlicingUpload slicingUpload;
-    std::unique_ptr<WebPageProfile> profile;
 };

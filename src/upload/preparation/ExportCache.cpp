@@ -82,6 +82,11 @@ void ExportCache::discard(const QString &key) const
     QFile::remove(unfinished(key));
 }
 
+void ExportCache::clear() const
+{
+    QDir(m_folder).removeRecursively();
+}
+
 QString ExportCache::finished(const QString &key) const
 {
     return m_folder + u'/' + key + finishedSuffix;

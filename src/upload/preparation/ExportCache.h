@@ -31,6 +31,8 @@ public:
     QString add(const QString &key) const;
     //! Removes what was written of an export that failed.
     void discard(const QString &key) const;
+    //! Removes all exports.
+    void clear() const;
 
 private:
     QString finished(const QString &key) const;

@@ -43,6 +43,12 @@ void VideoExport::cancel()
     m_stop = {};
 }
 
+void VideoExport::clear()
+{
+    cancel();
+    m_cache.clear();
+}
+
 VideoExport::Result VideoExport::run(
     const QString &sourcePath, const Progress &progress, const std::stop_token &stop) const
 {
@@ -66,7 +72,8 @@ VideoExport::Result VideoExport::run(
         return failure(QStringLiteral("no room for exports"));
     const QString error
         = codecs.exportClip({sourcePath, clip, exportSize(clip.size), writing}, progress, stop);
-    if (!error.isNull() || !removeMp4Dates(writing)) {
+    // Whoever stops it may remove the exports, too.
+    if (!error.isNull() || stop.stop_requested() || !removeMp4Dates(writing)) {
         m_cache.discard(key);
         return failure(error.isNull() ? QStringLiteral("the export is no clip") : error);
     }

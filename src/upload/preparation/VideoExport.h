@@ -37,6 +37,8 @@ public:
     void exportClip(const QString &sourcePath, Progress progress, Done done);
     //! Stops what runs and what waits; each is answered by an error.
     void cancel();
+    //! The same, and removes what was exported before.
+    void clear();
 
 private:
     Result run(
