@@ -10,12 +10,6 @@
 
 #include <algorithm>
 
-namespace {
-
-const QString unusableAnswer = QStringLiteral("请求错误");
-
-}
-
 SilentLogin::SilentLogin(LoginModel *loginModel, RequestInterface *requests, SsoCookies *cookies,
     LoginResult *result, PushBinding *binding)
     : m_loginModel(loginModel)
@@ -37,7 +31,7 @@ void SilentLogin::start(LoginResult::Refresh refresh, UserCheck check, Finished 
         [self = QPointer(this), attempt = ++m_attempt](
             int status, const QJsonValue &data, const auto &error) {
             if (self && attempt == self->m_attempt)
-                self->handleAnswer(status, data, error ? error->errorDescription : unusableAnswer);
+                self->handleAnswer(status, data, ResponseErrorInfo::textOf(error));
         });
 }
 
@@ -52,7 +46,7 @@ void SilentLogin::handleAnswer(int status, const QJsonValue &data, const QString
     if (status != ResponseStatus::success)
         fail(errorDescription);
     else if (!data.isObject())
-        fail(unusableAnswer);
+        fail(ResponseErrorInfo::requestError());
     else
         signIn(data.toObject());
 }
