@@ -14,11 +14,13 @@ class QNetworkAccessManager;
 class RequestInterface;
 class Shell;
 class SsoCookies;
+class UserDefaults;
 class WXApi;
 
 //! Everything that the login screens work with; nothing is owned, all must outlive them.
 struct LoginEnvironment
 {
+    UserDefaults *defaults;
     LoginModel *loginModel;
     LoginResult *loginResult;
     MainQueue *mainQueue;
