@@ -81,8 +81,8 @@ interface VantLocation {
     /** "-1": no position. */
     code: "200" | "-1";
     msg: string;
-    /** Only with code "200". Degrees with six decimals; the longitude's name is spelt so. */
-    data?: { latitude: string; lontitude: string; addr: string };
+    /** Empty with code "-1". Degrees with six decimals; the longitude's name is spelt so. */
+    data: { latitude: string; lontitude: string; addr: string } | Record<string, never>;
 }
 
 /** An element of the list that the text given to "onSlicingUpload" holds once it is parsed. */

@@ -7,7 +7,7 @@ namespace sandbox {
 
 const char *const usage
     = "Usage: vant-sandbox [options]\n"
-      "       vant-sandbox push --at ADDRESS --to CID --payload URL [--title T] [--body B] [--id "
+      "       vant-sandbox push --at ADDRESS --to CID [--payload URL] [--title T] [--body B] [--id "
       "N]\n"
       "A school platform on loopback. The first line it prints is its base address.\n"
       "\n"

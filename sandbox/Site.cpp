@@ -63,6 +63,19 @@ namespace {
         return "application/octet-stream";
     }
 
+    //! Who else gets a code signs in as somebody else.
+    bool isCallbackOf(const std::string &appId, std::string_view address)
+    {
+        const std::string own = appId + "://oauth";
+        return address == own
+            || (address.starts_with(own + '?') && address.find('#') == address.npos);
+    }
+
+    std::string withQuery(const std::string &address, const std::string &query)
+    {
+        return address + (address.find('?') == address.npos ? '?' : '&') + query;
+    }
+
     std::chrono::milliseconds askedDelay(const Request &request)
     {
         const std::string text = request.param("ms");
@@ -153,6 +166,9 @@ Reply Site::authorise(const Request &request) const
     const std::string appId = request.param("appid");
     if (appId.empty() || appId.find(':') != appId.npos)
         return textReply(400, "appid is missing or wrong\n");
+    const std::string callback = request.param("redirect_uri");
+    if (!isCallbackOf(appId, callback))
+        return textReply(400, "redirect_uri is missing or no callback of the appid\n");
     const std::string state = "state=" + percentEncoded(request.param("state"));
     Reply reply = asset(request, "/pages/wechat/authorise.html");
     const auto fill = [&](std::string_view mark, const std::string &value) {
@@ -160,8 +176,8 @@ Reply Site::authorise(const Request &request) const
     };
     for (const std::string person : {"bound", "newcomer"})
         fill("{{" + person + "}}",
-            appId + "://oauth?code=" + *m_platform.weChat.authorise(person) + "&" + state);
-    fill("{{refuse}}", appId + "://oauth?" + state);
+            withQuery(callback, "code=" + *m_platform.weChat.authorise(person) + "&" + state));
+    fill("{{refuse}}", withQuery(callback, state));
     return reply;
 }
 

@@ -25,8 +25,10 @@ void pushCommand(int argc, char **argv)
         else
             message[option.substr(2)] = argv[i];
     }
-    if (address.empty() || !message.contains("to") || !message.contains("payload"))
-        throw BadArgument("push needs --at, --to and --payload, see --help");
+    const bool saysSomething
+        = message.contains("payload") || message.contains("title") || message.contains("body");
+    if (address.empty() || !message.contains("to") || !saysSomething)
+        throw BadArgument("push needs --at, --to and a --payload or a text, see --help");
     if (!address.starts_with("http://"))
         throw BadArgument("--at: \"" + address + "\" is no address of a sandbox");
     const httplib::Result answer

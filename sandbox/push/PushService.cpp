@@ -21,9 +21,9 @@ namespace {
     {
         if (message.contains("raw"))
             return message.at("raw");
-        Json text {{"id", message.value("id", madeId())},
-            {"payload", message.at("payload").get<std::string>()}};
-        for (const char *key : {"title", "body"}) {
+        Json text = Json::object();
+        text["id"] = message.value("id", madeId());
+        for (const char *key : {"payload", "title", "body"}) {
             if (message.contains(key))
                 text[key] = message.at(key).get<std::string>();
         }

@@ -35,6 +35,10 @@ AppDelegate::AppDelegate(const AppDelegateEnvironment &environment, Controllers 
     connect(m_environment.wxApi, &WXApi::onResp, this, &AppDelegate::onResp);
     m_environment.notifications->addObserver(tappedNotification, this,
         [this](const QVariant &userInfo) { keepUntilSignedIn(userInfo); });
+    connect(m_environment.session, &UserSession::begun, m_environment.wxApi,
+        &WXApi::cancelPendingRequest);
+    connect(m_environment.session, &UserSession::ending, m_environment.wxApi,
+        &WXApi::cancelPendingRequest);
     connect(m_environment.session, &UserSession::ending, this, [this] { urlStr.clear(); });
     connect(m_environment.session, &UserSession::userChanging, this,
         [this] { pushDictionary.reset(); });

@@ -1,5 +1,7 @@
 #include "app/ApplicationSetup.h"
 
+#include "platform/BoundedImage.h"
+
 #include <QGuiApplication>
 #include <QtWebEngineQuick/qtwebenginequickglobal.h>
 
@@ -27,6 +29,7 @@ void ApplicationSetup::beforeApplication()
 {
     ::umask(S_IRWXG | S_IRWXO);
     dropEngineSandboxForRoot();
+    BoundedImage::limitToolkit();
     QtWebEngineQuick::initialize();
 }
 

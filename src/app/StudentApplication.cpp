@@ -4,6 +4,7 @@
 #include "login/LoginViewController.h"
 #include "login/LoginViewController2.h"
 #include "platform/FeedCaptureDevice.h"
+#include "platform/ServerAddress.h"
 #include "platform/SystemCaptureDevice.h"
 #include "ui/FontChooser.h"
 #include "ui/NavigationController.h"
@@ -11,7 +12,6 @@
 #include "web/STHomeViewController.h"
 
 #include <QGuiApplication>
-#include <QHostAddress>
 #include <QNetworkDiskCache>
 #include <QQuickWindow>
 #include <QScreen>
@@ -31,12 +31,6 @@ const QString patriarchBundle = QStringLiteral("cn.vant.patriarch");
 QString clientProgram()
 {
     return QCoreApplication::applicationDirPath() + u"/vant-student"_s;
-}
-
-bool isLoopback(const QString &host)
-{
-    const QUrl url(host);
-    return url.host() == u"localhost" || QHostAddress(url.host()).isLoopback();
 }
 
 QSize portraitPixels(const QScreen &screen)
@@ -61,7 +55,7 @@ StudentApplication::StudentApplication(const DeploymentConfiguration &configurat
     , m_paths(paths)
     , m_defaults(paths.settings)
     , m_cookieStorage(paths.cookies)
-    , m_reachability(isLoopback(configuration.hosts.rb))
+    , m_reachability(ServerAddress::isLoopback(QUrl(configuration.hosts.rb)))
     , m_photoLibrary(paths.album, {paths.videos})
     , m_keychain(paths.name, paths.keychainFallback)
     , m_badge(desktopEntry + u".desktop"_s)
@@ -72,7 +66,7 @@ StudentApplication::StudentApplication(const DeploymentConfiguration &configurat
           &m_mainQueue, &m_desktopNotifications, &m_badge)
     , m_callbacks(clientProgram(),
           paths.name.isEmpty() ? QStringList() : QStringList {u"--profile"_s, paths.name})
-    , m_wxApi(&m_urlOpener, &m_callbacks, configuration.wechat.authoriseUrl)
+    , m_wxApi(&m_urlOpener, &m_callbacks, &m_defaults, configuration.wechat.authoriseUrl)
     , m_locationManager(&m_mainQueue, &m_network, configuration.location.regeocodeUrl)
     , m_camera(makeCamera(cameraFeed, &m_defaults, m_mainQueue))
     , m_loginModel(&m_defaults)
@@ -255,6 +249,7 @@ std::unique_ptr<STHomeViewController> StudentApplication::makeHome()
 std::unique_ptr<SchoolLoginViewController> StudentApplication::makeLogin()
 {
     const LoginEnvironment environment {
+        .defaults = &m_defaults,
         .loginModel = &m_loginModel,
         .mainQueue = &m_mainQueue,
         .network = &m_network,

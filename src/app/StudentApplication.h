@@ -35,6 +35,7 @@
 
 #include <QNetworkAccessManager>
 #include <QQmlApplicationEngine>
+#include <QScopeGuard>
 
 class QQuickWindow;
 class RunningInstance;
@@ -114,7 +115,9 @@ private:
     AppDelegate m_delegate;
     InputPause m_inputPause;
 
-    // The last member: views go before what they show.
+    // After the views, before what they work with.
+    QScopeGuard<std::function<void()>> m_screens {[this] { m_shell.navigator()->end(); }};
+    // Views go before what they show.
     QQmlApplicationEngine m_engine;
     QQuickWindow *m_window = nullptr;
 };

@@ -18,7 +18,8 @@ Column {
 
     function login() {
         Qt.inputMethod.commit()
-        controller.login()
+        if (button.enabled)
+            controller.login()
     }
 
     component Field: IconTextField {
@@ -64,7 +65,21 @@ Column {
 
     Item { width: 1; height: 20 }
 
+    Text {
+        width: parent.width
+        visible: text !== ""
+        bottomPadding: 12
+        text: form.controller.connectionWarning
+        textFormat: Text.PlainText
+        font.pixelSize: Theme.captionText
+        color: "#b3261e"
+        wrapMode: Text.Wrap
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+
     PrimaryButton {
+        id: button
         width: parent.width
         text: qsTr("登录")
         enabled: form.loginEnabled

@@ -49,7 +49,7 @@ void ActivateFormViewController::verified(const QJsonValue &data)
     const auto account = DictionaryMapper::model<VerifiedAccount>(data.toObject());
     // Without it a name and a password would be chosen in vain.
     if (account.user_id.isEmpty())
-        return showError(u"请求错误"_s);
+        return showError(ResponseErrorInfo::requestError());
     if (navigationController())
         navigationController()->push(
             u"SetingAccountScreen"_s, new STSetingAccountViewController(environment(), account));

@@ -29,6 +29,7 @@ ScreenFrame {
         Text {
             width: parent.width
             text: qsTr("请填写学校登记的信息，验证身份后即可设置账号和密码。")
+            textFormat: Text.PlainText
             font.pixelSize: Theme.captionText
             color: "#666666"
             wrapMode: Text.Wrap

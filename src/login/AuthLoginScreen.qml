@@ -53,6 +53,7 @@ ScreenFrame {
         Text {
             width: parent.width
             text: qsTr("登录成长平台并与微信绑定")
+            textFormat: Text.PlainText
             font.pixelSize: Theme.bodyText
             color: "#333333"
             horizontalAlignment: Text.AlignHCenter

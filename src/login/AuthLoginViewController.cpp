@@ -27,7 +27,8 @@ AuthLoginViewController *AuthLoginViewController::present(
 
 void AuthLoginViewController::viewDidLoad()
 {
-    environment().loginModel->observeIsLogin(this, [this](bool isLogin) {
+    // What is stored already says nothing of this screen: a login without a token leaves it so.
+    connect(environment().loginModel, &LoginModel::isLoginWritten, this, [this](bool isLogin) {
         if (isLogin)
             environment().shell->navigator()->dismiss(this);
     });

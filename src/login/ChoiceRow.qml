@@ -16,6 +16,7 @@ Tappable {
 
     contentItem: Text {
         text: row.text
+        textFormat: Text.PlainText
         font: row.font
         color: row.chosen ? "#000000" : "#cccccc"
         verticalAlignment: Text.AlignVCenter

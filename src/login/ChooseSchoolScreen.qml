@@ -67,6 +67,7 @@ ScreenFrame {
         width: Math.min(parent.width - 48, implicitWidth)
         visible: screen.loaded && screen.schools.count === 0
         text: search.text === "" ? qsTr("暂无学校") : qsTr("没有找到相关学校")
+        textFormat: Text.PlainText
         font.pixelSize: Theme.bodyText
         color: Theme.secondaryText
         horizontalAlignment: Text.AlignHCenter

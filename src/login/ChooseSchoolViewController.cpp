@@ -48,7 +48,7 @@ void ChooseSchoolViewController::load()
             if (status == ResponseStatus::success)
                 self->m_schools.setSchools(rows);
             else
-                self->setState(State::Failed, error ? error->errorDescription : u"请求错误"_s);
+                self->setState(State::Failed, ResponseErrorInfo::textOf(error));
         });
 }
 

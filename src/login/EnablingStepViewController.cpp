@@ -36,6 +36,6 @@ void EnablingStepViewController::submit(const Send &send, const Succeeded &succe
         if (status == ResponseStatus::success)
             succeeded(data);
         else
-            self->showError(error ? error->errorDescription : u"请求错误"_s);
+            self->showError(ResponseErrorInfo::textOf(error));
     });
 }

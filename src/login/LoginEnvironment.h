@@ -12,12 +12,14 @@ class PushBinding;
 class QNetworkAccessManager;
 class RequestInterface;
 class Shell;
+class UserDefaults;
 class UserSession;
 class WXApi;
 
 //! Everything that the login screens work with; nothing is owned, all must outlive them.
 struct LoginEnvironment
 {
+    UserDefaults *defaults;
     LoginModel *loginModel;
     MainQueue *mainQueue;
     QNetworkAccessManager *network;

@@ -1,8 +1,11 @@
 #include "login/LoginFormViewController.h"
 
+#include "login/Logging.h"
 #include "model/LoginModel.h"
+#include "net/RequestInterface.h"
 #include "platform/MainQueue.h"
 #include "platform/NetworkReachabilityManager.h"
+#include "platform/ServerAddress.h"
 #include "ui/Shell.h"
 
 using namespace Qt::StringLiterals;
@@ -53,6 +56,22 @@ void LoginFormViewController::setUserInstructionsSelected(bool selected)
 {
     m_userInstructionsSelected = selected;
     Q_EMIT userInstructionsChanged();
+}
+
+QString LoginFormViewController::connectionWarning() const
+{
+    const RequestInterface &requests = *m_environment.requests;
+    const bool isOpen = !requests.getCurrentOrganization().isEmpty()
+        && ServerAddress::isOpenToOthers(QUrl(requests.loginAddress()));
+    return isOpen ? u"该学校的连接未加密，密码可能被他人看到"_s : QString();
+}
+
+void LoginFormViewController::serverChanged()
+{
+    if (!connectionWarning().isEmpty())
+        qCWarning(lcLogin) << "passwords go unencrypted to"
+                           << QUrl(m_environment.requests->loginAddress()).host();
+    Q_EMIT connectionChanged();
 }
 
 bool LoginFormViewController::checkAgreed()
@@ -117,9 +136,7 @@ void LoginFormViewController::login()
     if (!checkAgreed())
         return;
 
-    m_loginRunning = true;
-    Q_EMIT endEditing();
-    m_environment.shell->progressHUD()->show(u"登录中"_s);
+    beginLogin();
     CommandObserver observer;
     observer.error = [this](const CommandError &error) {
         m_environment.mainQueue->after(errorDelay, this, [this, error] {
@@ -137,6 +154,15 @@ void LoginFormViewController::login()
         endLogin();
     };
     m_loginViewModel.loginCommand(patriarchLogin(), observer);
+}
+
+bool LoginFormViewController::beginLogin()
+{
+    if (std::exchange(m_loginRunning, true))
+        return false;
+    Q_EMIT endEditing();
+    m_environment.shell->progressHUD()->show(u"登录中"_s);
+    return true;
 }
 
 void LoginFormViewController::endLogin()

@@ -16,6 +16,7 @@ class LoginFormViewController : public ViewController
     Q_PROPERTY(QString password READ password WRITE setPassword NOTIFY fieldsChanged)
     Q_PROPERTY(bool userInstructionsSelected READ isUserInstructionsSelected NOTIFY
             userInstructionsChanged)
+    Q_PROPERTY(QString connectionWarning READ connectionWarning NOTIFY connectionChanged)
 
 public:
     ~LoginFormViewController() override;
@@ -26,6 +27,8 @@ public:
     QString password() const { return m_loginViewModel.userPassword(); }
     void setPassword(const QString &password);
     bool isUserInstructionsSelected() const { return m_userInstructionsSelected; }
+    //! What to know before the password goes to the chosen school's server; empty: nothing.
+    QString connectionWarning() const;
 
     // The screen's touches.
     Q_INVOKABLE void checkUserInstructions();
@@ -37,6 +40,7 @@ public:
 Q_SIGNALS:
     void fieldsChanged();
     void userInstructionsChanged();
+    void connectionChanged();
     //! The keyboard shall go.
     void endEditing();
 
@@ -55,6 +59,13 @@ protected:
     //! Whether the agreements are; says so if they are not.
     bool checkAgreed();
 
+    //! Another server is to be signed in to.
+    void serverChanged();
+
+    //! One login at a time, behind the progress indicator; false while another runs.
+    bool beginLogin();
+    void endLogin();
+
     //! What the screen asks for before it asks for an account: the text to show where that is
     //! missing, empty where nothing is.
     virtual QString missingBeforeAccount() { return {}; }
@@ -65,7 +76,6 @@ protected:
 
 private:
     void showAgreement(const QString &title, const QJsonValue &answer);
-    void endLogin();
 
     LoginEnvironment m_environment;
     LoginViewModel m_loginViewModel;

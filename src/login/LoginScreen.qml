@@ -46,6 +46,7 @@ ScreenFrame {
         Text {
             width: parent.width
             text: screen.controller.title
+            textFormat: Text.PlainText
             font { pixelSize: Math.round(24 * Theme.fontScale); weight: Font.DemiBold }
             color: Theme.text
             horizontalAlignment: Text.AlignHCenter

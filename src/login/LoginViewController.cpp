@@ -1,5 +1,6 @@
 #include "login/LoginViewController.h"
 
+#include "login/AskedSchool.h"
 #include "login/PActivateViewController.h"
 #include "login/RegionTree.h"
 #include "login/STActivateViewController.h"
@@ -47,11 +48,31 @@ LoginViewController::~LoginViewController()
 void LoginViewController::configLoginInfo()
 {
     SchoolLoginViewController::configLoginInfo();
-    m_provinces = environment().loginModel->provinces();
-    m_city = environment().loginModel->city();
-    loginViewModel().provinces = m_provinces;
-    loginViewModel().city = m_city;
+    showCity(environment().loginModel->provinces(), environment().loginModel->city());
+}
+
+void LoginViewController::takeUp(const AskedSchool &school)
+{
+    SchoolLoginViewController::takeUp(school);
+    showCity(school.provinces, school.city);
+    m_dataArr = schoolsOfCity();
+}
+
+void LoginViewController::showCity(const QString &provinces, const QString &city)
+{
+    m_provinces = provinces;
+    m_city = city;
+    loginViewModel().provinces = provinces;
+    loginViewModel().city = city;
     Q_EMIT cityChanged();
+}
+
+QList<DistrictModel> LoginViewController::schoolsOfCity() const
+{
+    const auto place = positionOf(m_totalDataArr, m_provinces, m_city);
+    if (place.second < 0)
+        return {};
+    return m_totalDataArr.at(place.first).list.at(place.second).list;
 }
 
 QString LoginViewController::provincesText() const
@@ -114,9 +135,7 @@ void LoginViewController::getSchoolData(const std::function<void()> &then)
                 self->m_totalDataArr = RegionTree::read(data[u"tree"].toArray());
             if (self->m_totalDataArr.isEmpty())
                 return self->showError(u"获取省市学校失败！"_s);
-            const auto place = positionOf(self->m_totalDataArr, self->m_provinces, self->m_city);
-            if (place.second >= 0)
-                self->m_dataArr = self->m_totalDataArr.at(place.first).list.at(place.second).list;
+            self->m_dataArr = self->schoolsOfCity();
             then();
         });
 }
@@ -149,12 +168,8 @@ void LoginViewController::didChooseCity(int province, int city)
     const CityModel &chosenCity = chosenProvince.list.at(city);
     if (m_provinces != chosenProvince.name || m_city != chosenCity.name)
         setChosenSchool({}, {});
-    m_provinces = chosenProvince.name;
-    m_city = chosenCity.name;
+    showCity(chosenProvince.name, chosenCity.name);
     m_dataArr = chosenCity.list;
-    loginViewModel().provinces = m_provinces;
-    loginViewModel().city = m_city;
-    Q_EMIT cityChanged();
     if (m_dataArr.isEmpty())
         showError(noSchoolThere);
 }
@@ -181,12 +196,11 @@ void LoginViewController::didChooseSchool(const DistrictModel &district)
     LoginModel *loginModel = environment().loginModel;
     // What the tree does not say stays as the last school left it: deliberate.
     if (!school.is_local.isNull())
-        loginModel->setIsLocal(DictionaryMapper::integer(school.is_local).value_or(0) != 0);
+        loginModel->setIsLocal(DictionaryMapper::boolean(school.is_local).value_or(false));
     if (!school.url.isNull())
         loginModel->setLocalUrl(school.url);
     if (!school.url_qe.isNull())
         loginModel->setLocalUrlQe(school.url_qe);
-    loginViewModel().school = district.name;
     setChosenSchool(district.name, school.site_code);
     setWechatLoginHidden(loginModel->isLocal());
 }

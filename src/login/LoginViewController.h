@@ -45,11 +45,14 @@ Q_SIGNALS:
 
 private:
     void configLoginInfo() override;
+    void takeUp(const AskedSchool &school) override;
     QString tested(const QString &typed) const override;
 
     void getSchoolData(const std::function<void()> &then);
     void setCity();
     void didChooseCity(int province, int city);
+    void showCity(const QString &provinces, const QString &city);
+    QList<DistrictModel> schoolsOfCity() const;
     void setSchool();
     void didChooseSchool(const DistrictModel &district);
 

@@ -1,5 +1,6 @@
 #include "login/LoginViewController2.h"
 
+#include "login/AskedSchool.h"
 #include "login/ChooseSchoolViewController.h"
 #include "login/MandarinLatin.h"
 #include "model/LoginModel.h"
@@ -75,6 +76,12 @@ void LoginViewController2::didChooseSchool(const DataModel &row)
     setChosenSchool(row.aName, row.aSiteCode);
     setWechatLoginHidden(row.isLocal);
     m_logo.request(row.site_id);
+}
+
+void LoginViewController2::takeUp(const AskedSchool &school)
+{
+    SchoolLoginViewController::takeUp(school);
+    m_logo.request(school.siteCode);
 }
 
 void LoginViewController2::forgetPwd()

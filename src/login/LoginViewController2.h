@@ -34,6 +34,7 @@ Q_SIGNALS:
 private:
     void configLoginInfo() override;
     void didChooseSchool(const DataModel &row);
+    void takeUp(const AskedSchool &school) override;
     void loginCompleted() override;
 
     SchoolLogo m_logo;

@@ -17,7 +17,6 @@ using namespace std::chrono_literals;
 constexpr auto pushWait = 3s;
 constexpr int ordinaryWeixinType = 1;
 constexpr int patriarchWeixinType = 2;
-const QString unusableAnswer = u"请求错误"_s;
 
 //! Null, so that the parameter stays away, where there is no such entry.
 QString entry(const std::optional<QJsonObject> &authParams, QStringView key)
@@ -27,8 +26,7 @@ QString entry(const std::optional<QJsonObject> &authParams, QStringView key)
 
 CommandError commandError(const std::optional<ResponseErrorInfo> &error)
 {
-    return error ? CommandError {error->code, error->errorDescription}
-                 : CommandError {0, unusableAnswer};
+    return {error ? error->code : 0, ResponseErrorInfo::textOf(error)};
 }
 
 }
@@ -121,7 +119,7 @@ void LoginViewModel::handleLoginAnswer(const UserSession::Attempt &attempt, cons
     UserCheck check, PushWait wait, const CommandObserver &observer)
 {
     if (!data.isObject())
-        return observer.sendError({0, unusableAnswer});
+        return observer.sendError({0, ResponseErrorInfo::requestError()});
     const auto user = DictionaryMapper::model<UserModel>(data[u"user"].toObject());
     if (check == UserCheck::Yes && user.user_type == UserModel::refusedType)
         return observer.sendError({0, u"亲，您没有权限登录"_s});

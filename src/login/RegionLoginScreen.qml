@@ -44,6 +44,7 @@ ScreenFrame {
         Text {
             width: parent.width
             text: screen.controller.title
+            textFormat: Text.PlainText
             font { pixelSize: Math.round(22 * Theme.fontScale); weight: Font.DemiBold }
             color: Theme.text
             horizontalAlignment: Text.AlignHCenter
@@ -95,6 +96,7 @@ ScreenFrame {
                 height: parent.height
                 verticalAlignment: Text.AlignVCenter
                 text: qsTr("首次使用？")
+                textFormat: Text.PlainText
                 font.pixelSize: Theme.captionText
                 color: "#999999"
                 Accessible.role: Accessible.StaticText

@@ -1,9 +1,11 @@
 #include "login/SchoolLoginViewController.h"
 
+#include "login/AskedSchool.h"
 #include "login/AuthLoginViewController.h"
 #include "model/LoginModel.h"
 #include "platform/NotificationCenter.h"
 #include "platform/WXApi.h"
+#include "ui/NavigationController.h"
 #include "ui/Shell.h"
 
 using namespace Qt::StringLiterals;
@@ -48,7 +50,9 @@ void SchoolLoginViewController::setChosenSchool(const QString &name, const QStri
 {
     m_school = name;
     m_siteCode = siteCode;
+    loginViewModel().school = name;
     loginViewModel().setOrganization(siteCode);
+    serverChanged();
     Q_EMIT schoolChanged();
 }
 
@@ -98,7 +102,8 @@ void SchoolLoginViewController::wechatLogin()
     if (!checkAgreed())
         return;
     loginViewModel().setOrganization(m_siteCode);
-    loginViewModel().school = m_school;
+    // Before the browser opens: its answer may come to another process.
+    chosenSchool().keep(environment().defaults);
     if (!environment().wxApi->sendAuthReq(wechatScope, wechatState))
         showError(u"微信登录暂不可用"_s);
 }
@@ -108,19 +113,56 @@ void SchoolLoginViewController::wechatAuthCodeCallback(const QVariant &object)
     const QVariantMap answer = object.toMap();
     const QString code = answer.value(u"code"_s).toString();
     const QString state = answer.value(u"state"_s).toString();
-    if (state == pageWechatState)
+    // Who has signed in another way meanwhile stays signed in.
+    if (state == pageWechatState || !isShown())
         return;
+    const auto asked = AskedSchool::take(environment().defaults);
     if (state != wechatState || code.isEmpty())
         return showError(u"授权失败"_s);
-    // An answer may start the program, and no school be chosen.
+    if (asked && *asked != chosenSchool())
+        takeUp(*asked);
     if (m_siteCode.isEmpty() || !isSchoolChosen())
         return showError(u"请先选择学校"_s);
+    // The indicator keeps the school from being changed, too, until the platform has answered.
+    if (!beginLogin())
+        return;
 
     loginViewModel().authCode = code;
     CommandObserver observer;
     observer.next = [this](const QJsonValue &identity) { jumpToAuthVC(identity.toObject()); };
-    observer.error = [this](const CommandError &error) { showError(error.msg); };
+    observer.error = [this](const CommandError &error) {
+        endLogin();
+        showError(error.msg);
+    };
+    observer.completed = [this] { endLogin(); };
     loginViewModel().wechatLoginCommand(patriarchLogin(), observer);
+}
+
+AskedSchool SchoolLoginViewController::chosenSchool()
+{
+    const LoginModel &loginModel = *environment().loginModel;
+    return {m_school, m_siteCode, loginViewModel().provinces, loginViewModel().city,
+        loginModel.isLocal(), loginModel.localUrl(), loginModel.localUrlQe()};
+}
+
+void SchoolLoginViewController::takeUp(const AskedSchool &school)
+{
+    LoginModel *loginModel = environment().loginModel;
+    loginModel->setIsLocal(school.isLocal);
+    loginModel->setLocalUrl(school.localUrl);
+    loginModel->setLocalUrlQe(school.localUrlQe);
+    loginViewModel().provinces = school.provinces;
+    loginViewModel().city = school.city;
+    setChosenSchool(school.name, school.siteCode);
+    setWechatLoginHidden(school.isLocal);
+}
+
+bool SchoolLoginViewController::isShown() const
+{
+    const LoginModel &loginModel = *environment().loginModel;
+    const bool isSignedIn = loginModel.isLogin() && !loginModel.login_token().isEmpty();
+    const ViewController *root = environment().shell->navigator()->rootViewController();
+    return !isSignedIn && root && root == navigationController();
 }
 
 void SchoolLoginViewController::jumpToAuthVC(const QJsonObject &identity)

@@ -5,6 +5,7 @@
 #include <QPointer>
 
 class AuthLoginViewController;
+struct AskedSchool;
 
 //! What both login screens have: the chosen school, the WeChat login, and a message that waits for
 //! the launch advertisement. One for the process, made by the application.
@@ -51,12 +52,16 @@ protected:
     virtual void configLoginInfo();
     //! The school from now on; both empty for none.
     void setChosenSchool(const QString &name, const QString &siteCode);
+    //! Goes back to the school that a WeChat login was asked for.
+    virtual void takeUp(const AskedSchool &school);
     void setWechatLoginHidden(bool hidden);
     void loginCompleted() override;
 
 private:
     void xhLaunchAdShowFinish();
     void wechatAuthCodeCallback(const QVariant &object);
+    AskedSchool chosenSchool();
+    bool isShown() const;
     QString missingBeforeAccount() override;
 
     QPointer<AuthLoginViewController> m_binding;

@@ -15,6 +15,7 @@ Rectangle {
         id: letter
         anchors { left: parent.left; leftMargin: Theme.margin; verticalCenter: parent.verticalCenter }
         text: header.section
+        textFormat: Text.PlainText
         font { pixelSize: Theme.captionText; weight: Font.DemiBold }
         color: Theme.secondaryText
         Accessible.role: Accessible.Heading

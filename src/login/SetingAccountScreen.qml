@@ -52,6 +52,7 @@ ScreenFrame {
             Text {
                 anchors.verticalCenter: parent.verticalCenter
                 text: qsTr("验证成功")
+                textFormat: Text.PlainText
                 font.pixelSize: Theme.captionText
                 color: "#666666"
                 Accessible.role: Accessible.StaticText

@@ -18,6 +18,7 @@ Column {
             id: label
             anchors.horizontalCenter: parent.horizontalCenter
             text: qsTr("第三方账号登录")
+            textFormat: Text.PlainText
             font.pixelSize: Theme.captionText
             color: "#999999"
             Accessible.role: Accessible.StaticText

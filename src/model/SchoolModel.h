@@ -21,7 +21,7 @@ public:
     QString site_code;
     QString site_id;
     QString regions_id;
-    QString is_local; //!< a non-zero number: the school runs a server of its own
+    QString is_local; //!< yes: the school runs a server of its own; see DictionaryMapper::boolean
     QString url;
     QString url_qe;
     QString ver;

@@ -20,7 +20,7 @@ Outcome outcomeOf(
 {
     if (error || std::holds_alternative<std::monostate>(responseObject))
         return {.error = ResponseErrorInfo::createErrorInfoWithCode(
-                    error ? error->code : 0, QStringLiteral("请求错误"))};
+                    error ? error->code : 0, ResponseErrorInfo::requestError())};
 
     const auto *parsed = std::get_if<QJsonValue>(&responseObject);
     if (!parsed || !parsed->isObject())

@@ -2,6 +2,8 @@
 
 #include "platform/HTTPTypes.h"
 
+#include <QJsonObject>
+
 //! Secrets as they may appear in a log line.
 namespace LogMask {
 
@@ -9,5 +11,7 @@ namespace LogMask {
 QString secret(const QString &value);
 //! Parameters with passwords, tokens, signatures and personal identifiers masked.
 HTTPParameters parameters(const HTTPParameters &parameters);
+//! The same of the members of an answer that is an object.
+QJsonValue answer(const QJsonValue &answer);
 
 }

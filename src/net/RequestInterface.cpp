@@ -13,6 +13,7 @@ const QString portalModule = QStringLiteral("gpl/portal");
 const QString portalSettingsModule = QStringLiteral("gpl/platform/portal");
 const QString bindModule = QStringLiteral("gpl/common/hv/bind");
 const QString appOs = QStringLiteral("IOS");
+const QString loginOperation = QStringLiteral("login4H5");
 
 constexpr int tokenLoginType = 3;
 constexpr int userAgreement = 1;
@@ -46,6 +47,11 @@ QString RequestInterface::getCurrentOrganization() const
     return m_manager->organization;
 }
 
+QString RequestInterface::loginAddress() const
+{
+    return m_manager->addressOf(portalModule, loginOperation, m_manager->organization);
+}
+
 void RequestInterface::studentTeacherLoginWithAccount(
     const QString &account, const QString &userPwd, ResponseCallback response)
 {
@@ -77,7 +83,7 @@ void RequestInterface::patriarchalLoginWithAccount(
 
 RequestItem *RequestInterface::tokenLogin(const QString &login_token, ResponseCallback response)
 {
-    return get(portalModule, u"login4H5"_qs,
+    return get(portalModule, loginOperation,
         {{u"login_token"_qs, login_token}, {u"login_type"_qs, tokenLoginType}},
         std::move(response));
 }
@@ -94,7 +100,7 @@ RequestItem *RequestInterface::accountBindWechatWithUserCode(const QString &user
     const QString &timestamp, const QString &sign, const QString &bind_type,
     const QString &login_type, ResponseCallback response)
 {
-    return get(portalModule, u"login4H5"_qs,
+    return get(portalModule, loginOperation,
         {{u"user_code"_qs, userCode}, {u"user_pwd"_qs, userPwd}, {u"union_id"_qs, union_id},
             {u"open_id"_qs, open_id}, {u"nick"_qs, nick}, {u"timestamp"_qs, timestamp},
             {u"sign"_qs, sign}, {u"bind_type"_qs, bind_type}, {u"login_type"_qs, login_type}},

@@ -25,6 +25,8 @@ public:
     //! restored.
     void setOrganization(const QString &organization);
     QString getCurrentOrganization() const;
+    //! Where account and password go, as things stand.
+    QString loginAddress() const;
 
     // Signing in. "data" of a login: siteInfo, user, user_type, ssoinfo, login_token.
     void studentTeacherLoginWithAccount(

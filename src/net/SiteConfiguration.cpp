@@ -46,7 +46,7 @@ void SiteConfiguration::load(Loaded loaded) const
             return loaded(status, {}, error);
         if (!data.isObject())
             return loaded(ResponseStatus::failure, {},
-                ResponseErrorInfo::createErrorInfoWithCode(0, QStringLiteral("请求错误")));
+                ResponseErrorInfo::createErrorInfoWithCode(0, ResponseErrorInfo::requestError()));
         storeAddresses(data.toObject(), *loginModel);
         loaded(status, rowsOf(data[u"list"].toArray()), std::nullopt);
     });

@@ -1,17 +1,32 @@
 #include "platform/DesktopShareSDK.h"
 
+#include "platform/BoundedImage.h"
 #include "platform/HTTPQuery.h"
 #include "platform/Logging.h"
 #include "platform/PhotoLibrary.h"
 #include "platform/ShareLinkSheet.h"
 #include "platform/UrlOpener.h"
 
+#include <QBuffer>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QImage>
+#include <QImageReader>
 #include <QPointer>
+#include <QThreadPool>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+//! \a failure: null: handed over.
+void tell(const QString &failure, const ShareSDK::StateChanged &changed)
+{
+    using State = ShareSDK::State;
+    changed(failure.isNull() ? State::HandedOver : State::Failure, failure);
+}
+
+}
 
 DesktopShareSDK::DesktopShareSDK(
     UrlOpener *opener, PhotoLibrary *album, ShareLinkSheet *linkSheet, const QString &qqShareUrl)
@@ -37,14 +52,12 @@ void DesktopShareSDK::carryOut(
 {
     if (platform == Platform::Album)
         return saveImage(content.image, changed);
-    QString failure;
     if (!content.url.isEmpty())
-        failure = handOverLink(platform, content);
+        tell(handOverLink(platform, content), changed);
     else if (!content.image.isEmpty())
-        failure = handOverImage(platform, content.image);
+        handOverImage(platform, content.image, changed);
     else
-        failure = u"没有可分享的图片或链接"_s;
-    changed(failure.isNull() ? State::HandedOver : State::Failure, failure);
+        tell(u"没有可分享的图片或链接"_s, changed);
 }
 
 void DesktopShareSDK::saveImage(const QByteArray &image, const StateChanged &changed)
@@ -80,9 +93,27 @@ QString DesktopShareSDK::openQQSharePage(const ShareContent &content)
     return m_opener->openURL(page) ? QString() : u"无法打开浏览器"_s;
 }
 
-QString DesktopShareSDK::handOverImage(Platform platform, const QByteArray &encoded)
+// A large picture takes a while.
+void DesktopShareSDK::handOverImage(
+    Platform platform, const QByteArray &encoded, const StateChanged &changed)
 {
-    const QImage image = QImage::fromData(encoded);
+    QThreadPool::globalInstance()->start([self = QPointer(this), platform, encoded, changed] {
+        QBuffer buffer;
+        buffer.setData(encoded);
+        QImageReader reader(&buffer);
+        const QImage image = BoundedImage::read(reader);
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(),
+            [self, platform, image, changed] {
+                if (self)
+                    tell(self->copyImage(platform, image), changed);
+            },
+            Qt::QueuedConnection);
+    });
+}
+
+QString DesktopShareSDK::copyImage(Platform platform, const QImage &image)
+{
     if (image.isNull())
         return u"图片无法读取"_s;
     QGuiApplication::clipboard()->setImage(image);

@@ -5,6 +5,7 @@
 #include <QObject>
 
 class PhotoLibrary;
+class QImage;
 class ShareLinkSheet;
 class UrlOpener;
 
@@ -36,7 +37,8 @@ private:
     //! Null: handed over; else what went wrong.
     QString handOverLink(Platform platform, const ShareContent &content);
     QString openQQSharePage(const ShareContent &content);
-    QString handOverImage(Platform platform, const QByteArray &encoded);
+    void handOverImage(Platform platform, const QByteArray &encoded, const StateChanged &changed);
+    QString copyImage(Platform platform, const QImage &image);
 
     UrlOpener *m_opener;
     PhotoLibrary *m_album;

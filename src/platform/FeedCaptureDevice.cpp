@@ -1,5 +1,6 @@
 #include "platform/FeedCaptureDevice.h"
 
+#include "platform/BoundedImage.h"
 #include "platform/MainQueue.h"
 
 #include <QFileInfo>
@@ -105,9 +106,7 @@ bool FeedCaptureDevice::isPicture() const
 void FeedCaptureDevice::showPicture()
 {
     QImageReader reader(m_filePath);
-    reader.setDecideFormatFromContent(true);
-    reader.setAutoTransform(true);
-    m_picture = reader.read().convertToFormat(QImage::Format_RGB32);
+    m_picture = BoundedImage::read(reader).convertToFormat(QImage::Format_RGB32);
     if (m_picture.isNull()) {
         Q_EMIT failed(reader.errorString());
         return;

@@ -1,5 +1,6 @@
 #include "platform/FolderPhotoLibrary.h"
 
+#include "platform/BoundedImage.h"
 #include "platform/MediaFolders.h"
 
 #include <QBuffer>
@@ -31,7 +32,7 @@ QString write(const QString &folderPath, QByteArray encoded)
     QBuffer buffer(&encoded);
     QImageReader reader(&buffer);
     const QString format = QString::fromLatin1(reader.format());
-    if (reader.read().isNull())
+    if (BoundedImage::read(reader).isNull())
         return QStringLiteral("not an image: %1").arg(reader.errorString());
 
     // A free name stays free only until the next picture has taken it.

@@ -19,9 +19,12 @@ class WXApi : public QObject
 
 public:
     virtual bool registerApp(const QString &appId, const QString &universalLink) = 0;
-    //! Asks for an authorisation; false when it cannot be asked for on this device.
+    //! Asks for an authorisation; false when it cannot be asked for on this device. One at a time:
+    //! a later one takes the place of the one before, whose answer is of no effect then.
     virtual bool sendAuthReq(const QString &scope, const QString &state) = 0;
-    //! Whether the URL was a callback of this interface; its answer follows by onResp.
+    //! What was asked for is not wanted any more: its answer is of no effect.
+    virtual void cancelPendingRequest() = 0;
+    //! Whether the URL was the answer to what was asked; it comes by onResp, before this returns.
     virtual bool handleOpenURL(const QUrl &url) = 0;
     virtual bool handleOpenUniversalLink(const QUrl &link) = 0;
 

@@ -2,9 +2,9 @@
 
 #include "platform/HTTPSessionManager.h"
 #include "platform/Logging.h"
+#include "platform/ServerAddress.h"
 
 #include <QCoreApplication>
-#include <QHostAddress>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -41,8 +41,7 @@ std::optional<LocationReGeocode> parsed(const QByteArray &body)
 
 QUrl secured(QUrl url, bool httpsOnly)
 {
-    const bool isOwnDevice = QHostAddress(url.host()).isLoopback();
-    if (httpsOnly && url.scheme() == u"http" && !isOwnDevice)
+    if (httpsOnly && ServerAddress::isOpenToOthers(url))
         url.setScheme(u"https"_s);
     return url;
 }

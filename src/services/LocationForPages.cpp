@@ -1,6 +1,7 @@
 #include "services/LocationForPages.h"
 
 #include "model/StringFormat.h"
+#include "net/LogMask.h"
 #include "services/Logging.h"
 
 #include <QJsonDocument>
@@ -18,6 +19,17 @@ constexpr auto reGeocodeTimeout = 10s;
 QString degrees(double value)
 {
     return QString::number(value, 'f', 6);
+}
+
+// Where somebody is stays out of the log.
+QString hidden(const QJsonValue &value)
+{
+    return LogMask::secret(value.toString());
+}
+
+QString textOf(const QJsonObject &object)
+{
+    return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Indented));
 }
 
 QString addressOf(const LocationReGeocode &found)
@@ -58,15 +70,18 @@ QString LocationForPages::answer(const std::optional<Location> &location,
             qPrintable(error->localizedDescription));
     QJsonObject data;
     if (location) {
-        qCDebug(
-            lcServices, "当前位置信息：经纬度：%.6f,%.6f", location->latitude, location->longitude);
         data = {{u"latitude"_s, degrees(location->latitude)},
             {u"lontitude"_s, degrees(location->longitude)},
             {u"addr"_s, addressOf(reGeocode.value_or(LocationReGeocode()))}};
+        qCDebug(lcServices).noquote() << StringFormat::format(u"当前位置信息：经纬度：%@,%@"_s,
+            hidden(data[u"latitude"_s]), hidden(data[u"lontitude"_s]));
     }
-    const QJsonObject object {{u"code"_s, location ? u"200"_s : u"-1"_s},
+    QJsonObject object {{u"code"_s, location ? u"200"_s : u"-1"_s},
         {u"msg"_s, error ? error->localizedDescription : u"获取成功"_s}, {u"data"_s, data}};
-    const QString text = QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Indented));
-    qCDebug(lcServices, "onGetBDLocation: %s", qPrintable(text));
+    const QString text = textOf(object);
+    for (auto member = data.begin(); member != data.end(); ++member)
+        *member = hidden(*member);
+    object[u"data"_s] = data;
+    qCDebug(lcServices).noquote() << StringFormat::format(u"onGetBDLocation: %@"_s, textOf(object));
     return text;
 }

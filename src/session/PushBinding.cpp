@@ -2,6 +2,7 @@
 
 #include "model/LoginModel.h"
 #include "model/StringFormat.h"
+#include "net/LogMask.h"
 #include "net/RequestInterface.h"
 #include "platform/MainQueue.h"
 #include "session/Logging.h"
@@ -44,10 +45,11 @@ void PushBinding::bindGeTui()
                 return;
             if (status == ResponseStatus::success) {
                 qCDebug(lcSession).noquote()
-                    << StringFormat::format(u"ResponseStateSuccess%@"_s, data);
+                    << StringFormat::format(u"ResponseStateSuccess%@"_s, LogMask::answer(data));
                 return;
             }
-            qCDebug(lcSession).noquote() << StringFormat::format(u"ResponseStateFailed%@"_s, data);
+            qCDebug(lcSession).noquote()
+                << StringFormat::format(u"ResponseStateFailed%@"_s, LogMask::answer(data));
             if (session == self->m_session->number())
                 self->retryLater();
         }));

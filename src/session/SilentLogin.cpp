@@ -9,12 +9,6 @@
 
 #include <algorithm>
 
-namespace {
-
-const QString unusableAnswer = QStringLiteral("请求错误");
-
-}
-
 SilentLogin::SilentLogin(
     LoginModel *loginModel, RequestInterface *requests, UserSession *session, PushBinding *binding)
     : m_loginModel(loginModel)
@@ -37,7 +31,7 @@ void SilentLogin::start(LoginResult::Refresh refresh, UserCheck check, Finished 
         [self = QPointer(this), attempt = m_attempt](
             int status, const QJsonValue &data, const auto &error) {
             if (self && self->m_session->isCurrent(attempt))
-                self->handleAnswer(status, data, error ? error->errorDescription : unusableAnswer);
+                self->handleAnswer(status, data, ResponseErrorInfo::textOf(error));
         }));
 }
 
@@ -46,7 +40,7 @@ void SilentLogin::handleAnswer(int status, const QJsonValue &data, const QString
     if (status != ResponseStatus::success)
         finish(Outcome::Failed, errorDescription);
     else if (!data.isObject())
-        finish(Outcome::Failed, unusableAnswer);
+        finish(Outcome::Failed, ResponseErrorInfo::requestError());
     else
         signIn(data.toObject());
 }

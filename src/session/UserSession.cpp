@@ -58,7 +58,8 @@ bool UserSession::begin(
     // Somebody else cannot go on where the former user was.
     m_result->handleLoginResult(
         answer, start == Start::OtherUser ? LoginResult::Refresh::Yes : refresh);
-    Q_EMIT begun();
+    if (!isCurrent(attempt))
+        Q_EMIT begun();
     return true;
 }
 
@@ -68,7 +69,8 @@ bool UserSession::begin(
     if (prepare(attempt, answer) == Start::Outdated)
         return false;
     m_result->handleLoginResult(answer, region);
-    Q_EMIT begun();
+    if (!isCurrent(attempt))
+        Q_EMIT begun();
     return true;
 }
 

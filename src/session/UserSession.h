@@ -59,7 +59,7 @@ public:
     void expire();
 
 Q_SIGNALS:
-    //! Somebody has signed in, and all is stored.
+    //! Somebody has signed in, and all is stored. Not for a login that a session goes on with.
     void begun();
     //! What runs for the user ends now; cookies and record still stand.
     void ending();

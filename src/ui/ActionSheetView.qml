@@ -28,6 +28,7 @@ FocusScope {
         }
         contentItem: Text {
             text: button.text
+            textFormat: Text.PlainText
             font.pixelSize: Theme.titleText
             color: Theme.text
             horizontalAlignment: Text.AlignHCenter

@@ -122,6 +122,7 @@ FocusScope {
                     }
                     contentItem: Text {
                         text: button.text
+                        textFormat: Text.PlainText
                         font {
                             pixelSize: Theme.bodyText
                             weight: button.isLast ? Font.Medium : Font.Normal

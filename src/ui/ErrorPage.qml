@@ -30,6 +30,7 @@ Rectangle {
             Text {
                 width: parent.width
                 text: page.errorView.text
+                textFormat: Text.PlainText
                 font.pixelSize: Theme.bodyText
                 color: Theme.secondaryText
                 horizontalAlignment: Text.AlignHCenter

@@ -31,6 +31,7 @@ Rectangle {
         anchors.centerIn: parent
         width: parent.width - 2 * side
         text: control.title
+        textFormat: Text.PlainText
         font { pixelSize: Theme.titleText; weight: Font.Medium }
         color: Theme.textOnPrimary
         horizontalAlignment: Text.AlignHCenter

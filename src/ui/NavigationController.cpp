@@ -15,11 +15,8 @@ NavigationController::NavigationController(
 
 NavigationController::~NavigationController()
 {
-    for (int row = 1; row < m_screens.count(); ++row) {
-        ViewController *controller = m_screens.at(row)->controller();
-        if (controller && !controller->parent())
-            controller->deleteLater();
-    }
+    // The first one is its owner's.
+    m_screens.end(1);
 }
 
 void NavigationController::push(const QString &name, ViewController *controller)

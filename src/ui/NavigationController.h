@@ -6,7 +6,7 @@ class Navigator;
 
 //! A screen made of screens: the topmost of a stack under a navigation bar with its title and a
 //! back button. Shown like any other screen, by the name screenName. Its first controller stays its
-//! owner's; pushed controllers without a parent are deleted when popped.
+//! owner's; pushed controllers without a parent are deleted when popped, or with this one.
 class NavigationController : public ViewController
 {
     Q_OBJECT

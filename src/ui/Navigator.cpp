@@ -25,7 +25,15 @@ Navigator::Navigator(QObject *parent)
     });
 }
 
-Navigator::~Navigator() = default;
+Navigator::~Navigator()
+{
+    end();
+}
+
+void Navigator::end()
+{
+    m_screens.end(m_rootCount);
+}
 
 void Navigator::registerScreen(const QString &name, const QUrl &qml)
 {

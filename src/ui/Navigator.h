@@ -10,7 +10,8 @@
 //! Screens are asked for by name, so that a room opens another's screen without knowing it.
 //! RootView shows what stands here; without a RootView screens are recorded and signalled, but no
 //! view is made and no controller told. Controllers of roots stay their owners'. A modal's
-//! controller without a parent is deleted after its dismissal.
+//! controller without a parent is the navigator's: deleted after its dismissal, or with the
+//! navigator.
 class Navigator : public QObject
 {
     Q_OBJECT
@@ -51,6 +52,10 @@ public:
     //! The back key: the top screen's own use of it, else its dismissal. False when only a root is
     //! left.
     Q_INVOKABLE bool back();
+
+    //! Ends: the modals that are still there go at once, and nobody is told. For whoever has made
+    //! what they work with, before that goes.
+    void end();
 
     ScreenStack *screens() { return &m_screens; }
     bool animated() const { return m_animated; }

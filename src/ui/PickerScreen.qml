@@ -81,6 +81,7 @@ FocusScope {
                     verticalCenter: parent.verticalCenter
                 }
                 text: screen.controller.title
+                textFormat: Text.PlainText
                 font { pixelSize: Theme.bodyText; weight: Font.Medium }
                 fontSizeMode: Text.HorizontalFit
                 minimumPixelSize: 12

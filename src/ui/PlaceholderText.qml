@@ -10,6 +10,7 @@ Text {
     height: field.height
     visible: field.text === "" && field.preeditText === ""
     text: field.placeholderText
+    textFormat: Text.PlainText
     color: field.placeholderTextColor
     font: field.font
     verticalAlignment: Text.AlignVCenter

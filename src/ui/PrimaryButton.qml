@@ -19,6 +19,7 @@ Tappable {
     }
     contentItem: Text {
         text: control.text
+        textFormat: Text.PlainText
         font: control.font
         color: Theme.textOnPrimary
         horizontalAlignment: Text.AlignHCenter

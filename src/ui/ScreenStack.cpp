@@ -50,6 +50,18 @@ void ScreenStack::remove(PresentedScreen *screen)
     Q_EMIT removed(leaving, row);
 }
 
+void ScreenStack::end(int firstRow)
+{
+    while (count() > firstRow) {
+        beginRemoveRows({}, count() - 1, count() - 1);
+        const std::unique_ptr<PresentedScreen> screen = std::move(m_screens.back());
+        m_screens.pop_back();
+        endRemoveRows();
+        if (ViewController *controller = screen->controller(); controller && !controller->parent())
+            delete controller;
+    }
+}
+
 PresentedScreen *ScreenStack::find(const QString &name, const ViewController *controller) const
 {
     const auto it = std::find_if(m_screens.begin(), m_screens.end(), [&](const auto &screen) {

@@ -26,6 +26,9 @@ public:
     //! Adds a hidden screen; its view is made at once. It goes by itself when its controller dies.
     PresentedScreen *insert(int row, std::unique_ptr<PresentedScreen> screen);
     void remove(PresentedScreen *screen);
+    //! For the end of the host, when no view is left: the screens from that row on go at once, the
+    //! topmost first, and with them their controllers that nobody else owns.
+    void end(int firstRow);
 
     int count() const { return int(m_screens.size()); }
     PresentedScreen *at(int row) const { return m_screens[size_t(row)].get(); }

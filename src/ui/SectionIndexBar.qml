@@ -59,6 +59,7 @@ Item {
                 Text {
                     anchors.centerIn: parent
                     text: cell.modelData
+                    textFormat: Text.PlainText
                     font.pixelSize: Math.max(8, Math.min(12 * Theme.fontScale, cell.height * 0.75))
                     color: cell.marked ? Theme.textOnPrimary : Theme.secondaryText
                     Accessible.ignored: true
@@ -88,6 +89,7 @@ Item {
         Text {
             anchors.centerIn: parent
             text: control.touchedIndex >= 0 ? control.titles[control.touchedIndex] : ""
+            textFormat: Text.PlainText
             font.pixelSize: 28
             color: "white"
             Accessible.ignored: true

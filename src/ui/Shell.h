@@ -36,10 +36,10 @@ public:
     Q_INVOKABLE bool back();
 
 private:
-    Navigator m_navigator;
     Toast m_toast;
     ProgressHUD m_progressHUD;
     AlertView m_alertView;
     ActionSheet m_actionSheet;
     SafeArea m_safeArea;
+    Navigator m_navigator; // the last member: screens that go with it use the others
 };

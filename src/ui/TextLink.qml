@@ -11,6 +11,7 @@ Tappable {
 
     contentItem: Text {
         text: control.text
+        textFormat: Text.PlainText
         font: control.font
         color: control.color
         opacity: control.down ? 0.5 : 1

@@ -135,10 +135,10 @@ void FragmentQueue::didCheck(
         log(u"上传==上传过块"_s);
         if (part->isLast) {
             log(u"上传==判断块数正确，完成接口"_s);
-            return join(u"上传完成-> 信号+1"_s);
+            return join(u"上传完成-> 信号+1"_s, End::SignalFirst);
         }
         log(u"上传==判断块数错误+1"_s);
-        return endPart(std::nullopt, u"已经完成-> 信号+1"_s);
+        return endPart(std::nullopt, u"已经完成-> 信号+1"_s, End::SignalFirst);
     }
     if (!m_reachability->isReachable())
         return endPart(false, u"上传无网-> 信号+1"_s);
@@ -166,19 +166,19 @@ void FragmentQueue::didUpload(
             if (!isLast)
                 return alive->endPart(std::nullopt, {});
             log(u"上传==判断块数正确，完成接口：有上传块"_s);
-            alive->join(u"全部完成回调-> 信号+1"_s);
+            alive->join(u"全部完成回调-> 信号+1"_s, End::LineFirst);
         });
 }
 
-void FragmentQueue::join(const QString &logLine)
+void FragmentQueue::join(const QString &logLine, End order)
 {
-    m_manager->completeUpload([alive = QPointer(this), logLine](bool success) {
+    m_manager->completeUpload([alive = QPointer(this), logLine, order](bool success) {
         if (alive)
-            alive->endPart(success, logLine);
+            alive->endPart(success, logLine, order);
     });
 }
 
-void FragmentQueue::endPart(std::optional<bool> report, const QString &logLine)
+void FragmentQueue::endPart(std::optional<bool> report, const QString &logLine, End order)
 {
     const QPointer alive(this);
     if (report) {
@@ -188,8 +188,11 @@ void FragmentQueue::endPart(std::optional<bool> report, const QString &logLine)
         if (!alive)
             return;
     }
+    if (order == End::LineFirst)
+        log(logLine);
     m_gate->ended.release();
-    log(logLine);
+    if (order == End::SignalFirst)
+        log(logLine);
     Q_EMIT partEnded(++m_ended, m_count);
     if (alive && m_ended == m_count)
         Q_EMIT ended();

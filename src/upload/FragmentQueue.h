@@ -49,8 +49,10 @@ private:
         const SharedPart &part, bool isUploaded, const QString &authorization, const QString &date);
     void didUpload(
         const SharedPart &part, bool success, const QString &authorization, const QString &date);
-    void join(const QString &logLine);
-    void endPart(std::optional<bool> report, const QString &logLine);
+    //! Which comes first at a part's end, its line in the log or the signal.
+    enum class End { LineFirst, SignalFirst };
+    void join(const QString &logLine, End order);
+    void endPart(std::optional<bool> report, const QString &logLine, End order = End::LineFirst);
 
     OMUploadFileManager *m_manager;
     const NetworkReachabilityManager *m_reachability;

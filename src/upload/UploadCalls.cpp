@@ -31,10 +31,7 @@ std::optional<QJsonObject> objectIn(const QByteArray &body)
         return std::nullopt;
     }
     const QJsonObject answer = value->toObject();
-    QJsonObject shown = answer;
-    if (const auto signature = shown.find("authorization"_L1); signature != shown.end())
-        *signature = LogMask::secret(signature->toString());
-    qCDebug(lcUpload).noquote() << StringFormat::description(QJsonValue(shown));
+    qCDebug(lcUpload).noquote() << StringFormat::description(LogMask::answer(answer));
     return answer;
 }
 

@@ -67,6 +67,7 @@ FocusScope {
                 }
                 contentItem: Text {
                     text: row.text
+                    textFormat: Text.PlainText
                     font { pixelSize: Math.round(14 * Theme.fontScale); bold: true }
                     color: "gray"
                     verticalAlignment: Text.AlignVCenter

@@ -22,6 +22,7 @@ ScreenFrame {
             anchors.centerIn: parent
             width: parent.width - 2 * side
             text: root.controller.title
+            textFormat: Text.PlainText
             font { pixelSize: Theme.titleText; weight: Font.Medium }
             color: Theme.text
             horizontalAlignment: Text.AlignHCenter

@@ -55,6 +55,7 @@ DelegateClient::DelegateClient(const DeploymentConfiguration &configuration)
 std::unique_ptr<SchoolLoginViewController> DelegateClient::makeLogin()
 {
     return std::make_unique<LoginViewController2>(LoginEnvironment {
+        .defaults = &session.net.defaults,
         .loginModel = &session.net.loginModel,
         .mainQueue = &session.mainQueue,
         .network = &session.net.network,

@@ -67,6 +67,36 @@ QStringList linesOf(const QString &filePath)
     return QString::fromUtf8(file.readAll()).split(u'\n');
 }
 
+//! What stands in an element itself, without the elements in it; \a at: of its opening brace.
+QString ownPartOf(const QString &qml, qsizetype at)
+{
+    QString own;
+    int depth = 0;
+    do {
+        depth += qml[at] == u'{' ? 1 : qml[at] == u'}' ? -1 : 0;
+        if (depth == 1)
+            own += qml[at];
+    } while (++at < qml.size() && depth > 0);
+    return own;
+}
+
+//! The elements of a QML file that would take a foreign text for markup, and fetch what it names.
+QStringList markupIn(const QString &qml)
+{
+    static const QRegularExpression element(u"(?<![\\w.])(?:T\\.)?(Text|Label)\\s*\\{"_s);
+    static const QRegularExpression plain(u"\\btextFormat\\s*:\\s*Text\\.PlainText\\b"_s);
+    static const QRegularExpression format(u"\\b\\w+\\.(Auto|Rich|Styled|Markdown)Text\\b"_s);
+    QStringList found;
+    for (auto it = element.globalMatch(qml); it.hasNext();) {
+        const auto match = it.next();
+        if (!plain.match(ownPartOf(qml, match.capturedEnd() - 1)).hasMatch())
+            found << u"line %1"_s.arg(qml.first(match.capturedStart()).count(u'\n') + 1);
+    }
+    if (const auto match = format.match(qml); match.hasMatch())
+        found << match.captured();
+    return found;
+}
+
 QStringList filesIn(const QString &folder, const QStringList &patterns)
 {
     QStringList files;
@@ -80,7 +110,7 @@ QStringList filesIn(const QString &folder, const QStringList &patterns)
 
 }
 
-//! Who may use whom, and how long a file may grow.
+//! Who may use whom, how long a file may grow, and that text of others stays text.
 class RoomsTest : public QObject
 {
     Q_OBJECT
@@ -127,6 +157,30 @@ private Q_SLOTS:
             }
         }
         QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u'\n')));
+    }
+
+    void tellsMarkup()
+    {
+        const QString plain = u"Text {\n    textFormat: Text.PlainText\n}"_s;
+        QCOMPARE(markupIn(plain + u"NoticeText { text: a }"_s), QStringList());
+        QCOMPARE(markupIn(u"\nText {\n text: a\n"_s + plain + u"}"_s), QStringList {u"line 2"_s});
+        QCOMPARE(markupIn(u"component Line: T.Label { text: a }"_s), QStringList {u"line 1"_s});
+        QCOMPARE(markupIn(u"TextEdit { textFormat: TextEdit.RichText }"_s),
+            QStringList {u"TextEdit.RichText"_s});
+    }
+
+    void textsArePlain()
+    {
+        const QStringList files = filesIn(u"src"_s, {u"*.qml"_s});
+        QVERIFY2(!files.isEmpty(), "there is nothing to read");
+        for (const QString &file : files) {
+            const QStringList found = markupIn(linesOf(file).join(u'\n'));
+            // It makes its links itself, and escapes the rest.
+            const QStringList allowed = file.endsWith(u"/ui/LinkedText.qml")
+                ? QStringList {u"TextEdit.RichText"_s}
+                : QStringList();
+            QVERIFY2(found == allowed, qPrintable(file + u": "_s + found.join(u", "_s)));
+        }
     }
 
     void noFileIsTooLong()

@@ -15,6 +15,7 @@ LoginHarness::LoginHarness(PlatformProcess &sandbox)
 LoginEnvironment LoginHarness::environment()
 {
     return {
+        .defaults = &defaults,
         .loginModel = &loginModel,
         .mainQueue = &mainQueue,
         .network = &network,

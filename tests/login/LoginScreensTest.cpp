@@ -15,6 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const QString unencrypted = u"该学校的连接未加密，密码可能被他人看到"_s;
 const QString longName = u"长乐数智学校（本地部署）与名字很长很长的附属实验学校"_s;
 const VerifiedAccount holder {u"7"_s, u"20240007"_s, 2, u"阿卜杜拉·买买提艾力·吐尔逊"_s};
 
@@ -40,6 +41,8 @@ private:
         model.setCity(u"锡林郭勒盟苏尼特左旗"_s);
         model.setSchool(longName);
         model.setSiteCode(u"school01"_s);
+        model.setIsLocal(true);
+        model.setLocalUrl(u"http://10.1.2.3/rb"_s);
         Navigator *navigator = m_harness->shell.navigator();
         for (const char *name :
             {"LoginScreen", "RegionLoginScreen", "ActivateScreen", "SetingAccountScreen"})
@@ -113,10 +116,28 @@ private Q_SLOTS:
                 qPrintable(text));
             QVERIFY2(!item->property("truncated").toBool(), qPrintable(text));
         }
+        QCOMPARE(m_ui->itemWithText(unencrypted) != nullptr, screen.endsWith(u"LoginScreen"));
         QQuickItem *last = m_ui->itemWithText(lowest);
         last->setEnabled(true);
         last->forceActiveFocus(Qt::TabFocusReason);
         TRY_VERIFY(last->mapRectToScene(last->boundingRect()).bottom() <= size.height());
+    }
+
+    void enterSignsInWhereTheButtonWould()
+    {
+        show(u"RegionLoginScreen"_s, {390, 844}, 1);
+        TRY_VERIFY(m_ui->itemWithText(u"登录"_s));
+        m_login->setAccount(u"student01"_s);
+        QQuickItem *password = m_ui->itemWithText(u"请输入密码"_s);
+        QVERIFY(password);
+        password->forceActiveFocus();
+        QVERIFY(!m_ui->itemWithText(u"登录"_s)->isEnabled());
+        QTest::keyClick(&m_ui->view, Qt::Key_Return);
+        QVERIFY(m_harness->toast().isNull());
+        m_login->setPassword(u"vant1234"_s);
+        QVERIFY(m_ui->itemWithText(u"登录"_s)->isEnabled());
+        QTest::keyClick(&m_ui->view, Qt::Key_Return);
+        QCOMPARE(m_harness->toast(), u"请勾选已阅读同意《用户协议》和《隐私政策》"_s);
     }
 };
 

@@ -31,6 +31,7 @@ private:
     NotedUrlOpener m_browser;
     std::unique_ptr<BrowserWXApi> m_wxApi;
     std::unique_ptr<LoginViewController2> m_login;
+    std::unique_ptr<NavigationController> m_navigation;
 
     template <typename Controller>
     Controller *presented() const
@@ -54,6 +55,33 @@ private:
                         .replace(u"&amp;"_s, u"&"_s));
     }
 
+    // As a start of the client makes it.
+    void makeWXApi()
+    {
+        m_wxApi = std::make_unique<BrowserWXApi>(
+            &m_browser, nullptr, &m_harness->defaults, m_sandbox.address() + u"wechat/authorise"_s);
+        QVERIFY(m_wxApi->registerApp(appId, u"https://u.example/app/"_s));
+        connect(m_wxApi.get(), &WXApi::onResp, this, [this](const SendAuthResp &response) {
+            m_harness->notifications.postNotificationName(u"WechatAuthCode"_s,
+                QVariantMap {{u"code"_s, response.code}, {u"state"_s, response.state}});
+        });
+    }
+
+    //! A school with a server of its own, from the list.
+    void chooseLocalSchool()
+    {
+        m_login->chooseSchool();
+        auto *chooser = presented<ChooseSchoolViewController>();
+        QVERIFY(chooser);
+        chooser->viewDidLoad();
+        TRY_COMPARE(chooser->state(), ChooseSchoolViewController::State::Loaded);
+        chooser->textDidChange(u"本地部署"_s);
+        TRY_COMPARE(chooser->schools()->rowCount(), 1);
+        chooser->didSelectRow(0);
+        QCOMPARE(m_harness->requests.getCurrentOrganization(), u"local01"_s);
+        QVERIFY(m_harness->callsEnd());
+    }
+
     //! The screen as it stands when it has appeared.
     void start(const QString &school = u"厦门实验小学"_s, const QString &siteCode = u"school01"_s,
         bool isPatriarch = false)
@@ -63,7 +91,13 @@ private:
         LoginEnvironment environment = m_harness->environment();
         environment.isPatriarch = isPatriarch;
         environment.wxApi = m_wxApi.get();
+        m_navigation.reset();
         m_login = std::make_unique<LoginViewController2>(environment);
+        Navigator *navigator = m_harness->shell.navigator();
+        m_navigation = std::make_unique<NavigationController>(
+            navigator, m_login->screenName(), m_login.get());
+        navigator->setRootViewController(
+            QString::fromLatin1(NavigationController::screenName), m_navigation.get());
         m_login->viewDidLoad();
         m_login->viewDidAppear();
         QVERIFY(m_harness->callsEnd());
@@ -80,18 +114,14 @@ private:
 private Q_SLOTS:
     void init()
     {
+        m_navigation.reset();
         m_login.reset();
         m_harness = std::make_unique<LoginHarness>(m_sandbox);
         m_browser.opened.clear();
-        m_wxApi = std::make_unique<BrowserWXApi>(
-            &m_browser, nullptr, m_sandbox.address() + u"wechat/authorise"_s);
-        QVERIFY(m_wxApi->registerApp(appId, u"https://u.example/app/"_s));
-        connect(m_wxApi.get(), &WXApi::onResp, this, [this](const SendAuthResp &response) {
-            m_harness->notifications.postNotificationName(u"WechatAuthCode"_s,
-                QVariantMap {{u"code"_s, response.code}, {u"state"_s, response.state}});
-        });
+        makeWXApi();
         m_harness->shell.navigator()->setAnimated(false);
-        for (const QString &screen : {u"ChooseSchoolScreen"_s, u"AuthLoginScreen"_s})
+        for (const QString &screen :
+            {u"LoginScreen"_s, u"HomeScreen"_s, u"ChooseSchoolScreen"_s, u"AuthLoginScreen"_s})
             m_harness->shell.navigator()->registerScreen(screen, QUrl(u"qrc:/x"_s));
     }
 
@@ -193,32 +223,114 @@ private Q_SLOTS:
         QVERIFY(calls.isEmpty() || calls[0].value(u"type"_s) == (isPatriarch ? u"2"_s : u"1"_s));
     }
 
-    void takesCallbacksOfItsOwnOnly_data()
+    void signsInToTheSchoolThatWasAskedFor_data()
     {
-        QTest::addColumn<QString>("url");
-        QTest::addColumn<QString>("answer"); // null: not taken
-        QTest::newRow("agreed") << appId + u"://oauth?code=a%26b&state=123"_s << u"a&b 123"_s;
-        QTest::newRow("refused") << appId + u"://oauth?state=123"_s << u" 123"_s;
-        QTest::newRow("nothing") << appId + u"://oauth"_s << u" "_s;
-        QTest::newRow("another's") << u"wx1://oauth?code=a&state=123"_s << QString();
-        QTest::newRow("another matter") << appId + u"://pay?code=a&state=123"_s << QString();
-        QTest::newRow("link") << u"https://u.example/app/"_s + appId + u"/oauth?code=a&state=1"_s
-                              << u"a 1"_s;
-        QTest::newRow("foreign link")
-            << u"https://u.example.cn/app/"_s + appId + u"/oauth?code=a&state=1"_s << QString();
+        QTest::addColumn<bool>("restarted");
+        QTest::newRow("another was chosen meanwhile") << false;
+        QTest::newRow("the answer starts the client") << true;
     }
 
-    void takesCallbacksOfItsOwnOnly()
+    void signsInToTheSchoolThatWasAskedFor()
     {
-        QFETCH(const QString, url);
-        QStringList answers;
-        connect(m_wxApi.get(), &WXApi::onResp, this, [&](const SendAuthResp &response) {
-            answers << response.code + u' ' + response.state;
-        });
-        const bool taken
-            = m_wxApi->handleOpenURL(QUrl(url)) || m_wxApi->handleOpenUniversalLink(QUrl(url));
-        QCOMPARE(taken, !answers.isEmpty());
-        QTEST(answers.value(0), "answer");
+        QFETCH(const bool, restarted);
+        start();
+        m_login->checkUserInstructions();
+        m_login->wechatLogin();
+        const QUrl answer = answerOf(u"btn-agree"_s);
+        chooseLocalSchool();
+        QVERIFY(m_harness->loginModel.isLocal());
+        if (restarted) {
+            makeWXApi();
+            start(u"别的学校"_s, u"school02"_s);
+        }
+        m_harness->calls();
+        QVERIFY(m_wxApi->handleOpenURL(answer));
+        QVERIFY2(m_harness->shell.progressHUD()->isVisible(), "no other school can be chosen now");
+        TRY_VERIFY(m_harness->loginModel.isLogin());
+        QVERIFY(!m_harness->shell.progressHUD()->isVisible());
+        const auto calls = m_harness->calls();
+        const auto login = std::find_if(calls.begin(), calls.end(),
+            [](const auto &call) { return call.value(u"start"_s) == u"login4AppWeixin"; });
+        QVERIFY(login != calls.end());
+        QCOMPARE(login->path, u"/school01/do"_s);
+        QCOMPARE(login->host, m_sandbox.authority(PlatformProcess::Rb));
+        QCOMPARE(m_harness->loginModel.siteCode(), u"school01"_s);
+        QCOMPARE(m_harness->loginModel.school(), u"厦门实验小学"_s);
+        QVERIFY(!m_harness->loginModel.isLocal());
+        QCOMPARE(m_login->schoolText(), u"厦门实验小学"_s);
+    }
+
+    void leavesAnswersThatComeTooLateAlone_data()
+    {
+        QTest::addColumn<bool>("signedIn");
+        QTest::newRow("signed in by password") << true;
+        QTest::newRow("another flow is shown") << false;
+    }
+
+    void leavesAnswersThatComeTooLateAlone()
+    {
+        QFETCH(const bool, signedIn);
+        start();
+        m_login->checkUserInstructions();
+        m_login->wechatLogin();
+        const QUrl answer = answerOf(u"btn-agree"_s);
+        ViewController home;
+        if (signedIn) {
+            m_harness->loginModel.setLogin_token(u"token"_s);
+            m_harness->loginModel.setIsLogin(true);
+        } else {
+            m_harness->shell.navigator()->setRootViewController(u"HomeScreen"_s, &home);
+        }
+        QVERIFY(m_wxApi->handleOpenURL(answer));
+        QVERIFY(m_harness->callsEnd());
+        QCOMPARE(m_harness->askedFor(), QStringList());
+        QVERIFY(m_harness->toast().isNull() && !binding());
+    }
+
+    void saysWhereThePasswordWouldGoUnencrypted_data()
+    {
+        QTest::addColumn<QString>("localUrl"); // null: the platform's own server, here on loopback
+        QTest::addColumn<QString>("siteCode");
+        QTest::addColumn<bool>("isOpen");
+        QTest::newRow("the platform's") << QString() << u"school01"_s << false;
+        QTest::newRow("open") << u"http://10.1.2.3:81/rb"_s << u"local01"_s << true;
+        QTest::newRow("encrypted") << u"https://10.1.2.3/rb"_s << u"local01"_s << false;
+        QTest::newRow("this device") << u"http://localhost:8080/rb"_s << u"local01"_s << false;
+        QTest::newRow("this device, v6") << u"http://[::1]/rb"_s << u"local01"_s << false;
+        QTest::newRow("no school") << u"http://10.1.2.3/rb"_s << QString() << false;
+    }
+
+    void saysWhereThePasswordWouldGoUnencrypted()
+    {
+        QFETCH(const QString, localUrl);
+        QFETCH(const QString, siteCode);
+        QFETCH(const bool, isOpen);
+        m_harness->loginModel.setIsLocal(!localUrl.isNull());
+        m_harness->loginModel.setLocalUrl(localUrl);
+        m_harness->loginModel.setSiteCode(siteCode);
+        if (isOpen)
+            QTest::ignoreMessage(QtWarningMsg, "passwords go unencrypted to \"10.1.2.3\"");
+        LoginEnvironment environment = m_harness->environment();
+        LoginViewController2 login(environment);
+        login.viewDidLoad();
+        QCOMPARE(login.connectionWarning(),
+            isOpen ? u"该学校的连接未加密，密码可能被他人看到"_s : QString());
+        QVERIFY(m_harness->callsEnd());
+    }
+
+    void theBindingScreenStaysWhenNobodySignsIn()
+    {
+        start();
+        // As an account leaves it that was given no token.
+        m_harness->loginModel.setIsLogin(true);
+        m_login->jumpToAuthVC({{u"nick"_s, u"小林"_s}});
+        QVERIFY(binding());
+        binding()->viewDidLoad();
+        QVERIFY(binding());
+        m_harness->loginModel.setIsLogin(false);
+        QVERIFY(binding());
+        m_harness->loginModel.setIsLogin(true);
+        TRY_VERIFY(!binding());
     }
 
     void oneLoginBindsAndSignsIn()

@@ -1,7 +1,9 @@
 #include "login/LoginViewController.h"
+#include "login/AskedSchool.h"
 #include "login/LoginHarness.h"
 #include "login/RegionTree.h"
 #include "support/Patience.h"
+#include "ui/NavigationController.h"
 #include "ui/PickerViewController.h"
 
 #include <QJsonArray>
@@ -112,6 +114,32 @@ private Q_SLOTS:
         QVERIFY(!m_harness->shell.progressHUD()->isVisible() && !picker());
         m_login->textFieldShouldBeginEditing(Field::Provinces);
         TRY_VERIFY(picker());
+    }
+
+    void goesBackToTheSchoolThatWasAskedFor()
+    {
+        start();
+        m_login->textFieldShouldBeginEditing(Field::Provinces);
+        TRY_VERIFY(picker());
+        picker()->confirm();
+        picker()->left();
+        Navigator *navigator = m_harness->shell.navigator();
+        navigator->registerScreen(m_login->screenName(), QUrl(u"qrc:/x"_s));
+        NavigationController frame(navigator, m_login->screenName(), m_login.get());
+        navigator->setRootViewController(
+            QString::fromLatin1(NavigationController::screenName), &frame);
+        AskedSchool {u"厦门实验小学"_s, u"school01"_s, u"福建"_s, u"厦门"_s, false, {}, {}}.keep(
+            &m_harness->defaults);
+        m_harness->notifications.postNotificationName(
+            u"WechatAuthCode"_s, QVariantMap {{u"code"_s, u"c"_s}, {u"state"_s, u"123"_s}});
+        QCOMPARE(m_login->cityText(), u"福建-厦门"_s);
+        QCOMPARE(m_login->schoolText(), u"厦门实验小学"_s);
+        QCOMPARE(m_harness->requests.getCurrentOrganization(), u"school01"_s);
+        QVERIFY(m_harness->callsEnd());
+        TRY_VERIFY(!picker());
+        m_login->textFieldShouldBeginEditing(Field::School);
+        QVERIFY(picker());
+        QVERIFY(picker()->firstTexts().contains(u"厦门实验小学"_s));
     }
 
     void goesWhileItAsks()

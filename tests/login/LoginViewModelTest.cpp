@@ -90,6 +90,8 @@ private Q_SLOTS:
         const QString good = u"student01"_s;
         const QString broken = u"error 0 请求错误"_s;
         QTest::newRow("no msg") << u"nomsg01"_s << QString() << u"error 500 (null)"_s;
+        QTest::newRow("empty msg")
+            << good << u"{\"code\":500,\"msg\":\"\"}"_s << u"error 500 请求错误"_s;
         QTest::newRow("type 5") << u"parent01"_s << QString() << u"error 0 亲，您没有权限登录"_s;
         QTest::newRow("empty body") << good << u""_s << broken;
         QTest::newRow("success without data") << good << u"{\"code\":200}"_s << broken;

@@ -165,7 +165,7 @@ private Q_SLOTS:
                 = DictionaryMapper::model<SchoolModel>(object("{\"is_local\": " + json + "}"));
             return DataModel::fromSchool(school).isLocal;
         };
-        for (const char *yes : {"1", R"("1")", "true", R"("true")"})
+        for (const char *yes : {"1", R"("1")", "true", R"("true")", R"("True")", R"("YES")"})
             QVERIFY2(isLocal(yes), yes);
         for (const char *no : {"0", R"("0")", "false", "null", R"("no")"})
             QVERIFY2(!isLocal(no), no);

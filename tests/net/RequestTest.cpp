@@ -1,6 +1,8 @@
+#include "net/LogMask.h"
 #include "net/NetClient.h"
 #include "support/PlatformProcess.h"
 
+#include <QJsonArray>
 #include <QTest>
 
 //! What a server receives, and at which address.
@@ -13,6 +15,7 @@ private Q_SLOTS:
     void choosesTheAddress_data();
     void choosesTheAddress();
     void everyCharacterArrivesUnchanged();
+    void secretsStayOutOfTheLog();
 
 private:
     TracedRequest received();
@@ -106,6 +109,29 @@ void RequestTest::everyCharacterArrivesUnchanged()
         QCOMPARE(request.headers.value(u"content-type"_qs),
             isPost ? u"application/x-www-form-urlencoded"_qs : QString());
     }
+}
+
+void RequestTest::secretsStayOutOfTheLog()
+{
+    HTTPParameters sent {{u"user_id"_qs, u"7"_qs}, {u"sign"_qs, QString()}};
+    QJsonObject answered {{u"user_id"_qs, 7}, {u"code"_qs, 200}};
+    for (const QString &name : {u"user_pwd"_qs, u"login_token"_qs, u"c_id"_qs, u"card_no"_qs}) {
+        sent[name] = u"secret"_qs;
+        answered[name] = 42;
+    }
+    sent[u"code"_qs] = u"secret"_qs;
+    const HTTPParameters shown = LogMask::parameters(sent);
+    const QJsonObject told = LogMask::answer(answered).toObject();
+    QCOMPARE(shown.keys(), sent.keys());
+    for (auto member = shown.begin(); member != shown.end(); ++member) {
+        const bool isOpen = member.key() == u"user_id" || member.key() == u"sign";
+        QCOMPARE(member.value(), isOpen ? sent[member.key()] : QVariant(u"***"_qs));
+    }
+    for (auto member = told.begin(); member != told.end(); ++member) {
+        const bool isOpen = member.key() == u"user_id" || member.key() == u"code";
+        QCOMPARE(member.value(), isOpen ? answered[member.key()] : QJsonValue(u"***"_qs));
+    }
+    QCOMPARE(LogMask::answer(QJsonArray {1}), QJsonValue(QJsonArray {1}));
 }
 
 QTEST_GUILESS_MAIN(RequestTest)

@@ -86,7 +86,7 @@ private Q_SLOTS:
         for (const Type mediaType : {Type::Image, Type::Video}) {
             std::optional<QList<PhotoAsset>> found;
             library.fetchAssets(mediaType, [&](const auto &assets) {
-                QVERIFY(QThread::currentThread() == qApp->thread());
+                QVERIFY(QThread::currentThread() == QCoreApplication::instance()->thread());
                 found = assets;
             });
             QVERIFY(!found);

@@ -168,6 +168,23 @@ private Q_SLOTS:
         QCOMPARE(third.presented.size(), 1);
     }
 
+    void aMessageWithoutAPageIsShownAndOpensNothing()
+    {
+        comeToTheForeground();
+        NotificationService service;
+        Client device(m_broker, freshStore());
+        TRY_COMPARE(device.registered.size(), 1);
+        const QString cid = device.registered[0][0].toString();
+        for (const QString &raw :
+            {uR"({"title":"放假","body":"周一"})"_s, uR"({"body":"周二","payload":""})"_s})
+            control(u"push"_s, {{u"to"_s, cid}, {u"raw"_s, raw}});
+        TRY_COMPARE(service.shown, (QStringList {u"放假|周一|default"_s, u"学校|周二|default"_s}));
+        Q_EMIT service.ActionInvoked(1, u"default"_s);
+        TRY_COMPARE(device.tapped.size(), 1);
+        QVERIFY(!device.tapped[0][0].toMap().contains(u"payload"_s));
+        QCOMPARE(device.presented.size(), 0);
+    }
+
     void aLostBrokerIsFoundAgain()
     {
         Client device(m_broker, freshStore());

@@ -4,10 +4,14 @@
 #include "services/scan/CodeScan.h"
 #include "services/scan/WCQRCodeScanningVC.h"
 #include "support/ManualMainQueue.h"
+#include "support/Patience.h"
 #include "ui/Shell.h"
 
+#include <QLoggingCategory>
 #include <QTest>
 #include <QTransform>
+
+#include <array>
 
 using namespace Qt::StringLiterals;
 using SampleCodes::Format;
@@ -35,6 +39,22 @@ public:
 
 constexpr QSize hd {1920, 1080};
 const QString ean = QStringLiteral("5901234123457");
+
+//! A QR code of no characters, which no writer makes: 21 modules a side, a row a number.
+QImage emptyCode()
+{
+    constexpr std::array rows {0x1fc57f, 0x104141, 0x17545d, 0x17415d, 0x174b5d, 0x104e41, 0x1fd57f,
+        0x001400, 0x1df5c4, 0x1496aa, 0x054aee, 0x09afbb, 0x1beeee, 0x001c46, 0x1fd111, 0x105c46,
+        0x175155, 0x174aaa, 0x1756ed, 0x105bba, 0x1fdaef};
+    constexpr int side = int(rows.size());
+    QImage modules(side, side, QImage::Format_RGB32);
+    for (int y = 0; y < side; ++y) {
+        for (int x = 0; x < side; ++x)
+            modules.setPixelColor(
+                x, y, rows[size_t(y)] >> (side - 1 - x) & 1 ? Qt::black : Qt::white);
+    }
+    return modules.scaled(QSize(side, side) * 12);
+}
 
 QImage turned(const QImage &picture, double angle)
 {
@@ -138,9 +158,32 @@ private Q_SLOTS:
         QCOMPARE(shell.navigator()->topViewController() != nullptr, opens);
         QCOMPARE(shell.alertView()->message(), alert);
         QCOMPARE(shell.alertView()->title(), alert.isEmpty() ? QString() : u"温馨提示"_s);
-        // Screens that are still open go when control returns to the event loop.
-        shell.navigator()->setRootViewController({});
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    void aCodeWithoutContentIsToldAndScanningGoesOn()
+    {
+        ManualMainQueue queue;
+        Shell shell(queue);
+        ScriptedCamera camera;
+        QString told;
+        WCQRCodeScanningVC scanner(
+            {.shell = &shell, .camera = &camera, .chooseFromAlbum = {}}, [] {});
+        scanner.scanQrSuccessBlock = [&told](const QString &code) { told = code; };
+        scanner.viewDidAppear();
+        const auto show = [&camera](const QImage &code) {
+            Q_EMIT camera.frameCaptured(
+                SampleCodes::frame(SampleCodes::sheet(hd, {code}), QVideoFrameFormat::Format_NV12));
+        };
+        show(emptyCode());
+        TRY_COMPARE(shell.toast()->text(), u"暂未识别出扫描的二维码"_s);
+        QVERIFY(scanner.isScanning() && !scanner.isClosed() && told.isNull());
+
+        // What it says is for the page, not for the log.
+        QLoggingCategory::setFilterRules(u"vant.services.debug=true"_s);
+        QTest::ignoreMessage(QtDebugMsg, "metadataObjects - - [\"***\"]");
+        show(qr(u"door 7"_s));
+        TRY_COMPARE(told, u"door 7"_s);
+        QVERIFY(scanner.isClosed());
     }
 };
 

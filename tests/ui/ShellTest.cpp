@@ -1,3 +1,4 @@
+#include "ui/NavigationController.h"
 #include "ui/UiHarness.h"
 
 using namespace Qt::StringLiterals;
@@ -32,6 +33,24 @@ private Q_SLOTS:
         m_home.reset();
         QCOMPARE(navigator->rootViewController(), nullptr);
         QCOMPARE(navigator->screens()->rowCount(), 0);
+    }
+
+    void screensThatNobodyOwnsGoWithTheNavigator()
+    {
+        ViewController own;
+        QPointer<ViewController> page = new ViewController;
+        QPointer<ViewController> picker = new ViewController;
+        QPointer<NavigationController> frame;
+        {
+            Navigator navigator;
+            navigator.registerScreen(u"Sample"_s, QUrl(u"qrc:/samples/SampleScreen.qml"_s));
+            frame = new NavigationController(&navigator, u"Sample"_s, &own);
+            frame->push(u"Sample"_s, page);
+            QVERIFY(
+                navigator.present(QString::fromLatin1(NavigationController::screenName), frame));
+            QVERIFY(navigator.present(u"Sample"_s, picker));
+        }
+        QVERIFY(!frame && !page && !picker);
     }
 
     void alertsWaitForEachOtherAndAreAnsweredOnce()

@@ -30,7 +30,7 @@ public:
     SwitchedReachability reachability;
     NotedUrlOpener urlOpener;
     FolderPhotoLibrary album;
-    BrowserWXApi wxApi {&urlOpener, nullptr, {}};
+    BrowserWXApi wxApi {&urlOpener, nullptr, &defaults, {}};
     Shell shell {session.mainQueue};
     NoPageServices services;
     PageHost pageHost;

@@ -26,6 +26,7 @@ Tappable {
     }
     contentItem: Text {
         text: button.text
+        textFormat: Text.PlainText
         font: button.font
         color: "#ffffff"
         horizontalAlignment: Text.AlignHCenter

@@ -24,7 +24,7 @@ constexpr std::array allSeries {
 
 double shapeOf(const QSize &pixels)
 {
-    const auto [shorter, longer] = std::minmax(pixels.width(), pixels.height());
+    const auto [shorter, longer] = std::minmax({pixels.width(), pixels.height()});
     return double(longer) / std::max(shorter, 1);
 }
 

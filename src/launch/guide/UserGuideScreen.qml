@@ -57,6 +57,7 @@ FocusScope {
                 Text {
                     width: parent.width
                     text: page.modelData.heading
+                    textFormat: Text.PlainText
                     font { pixelSize: Math.round(24 * Theme.fontScale); weight: Font.DemiBold }
                     color: Theme.text
                     horizontalAlignment: Text.AlignHCenter
@@ -67,6 +68,7 @@ FocusScope {
                 Text {
                     width: parent.width
                     text: page.modelData.text
+                    textFormat: Text.PlainText
                     font.pixelSize: Theme.bodyText
                     color: "#4a4f57"
                     horizontalAlignment: Text.AlignHCenter

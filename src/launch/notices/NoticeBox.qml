@@ -37,6 +37,7 @@ FocusScope {
             width: parent.width
             padding: 18
             text: view.title
+            textFormat: Text.PlainText
             font { pixelSize: Theme.titleText; weight: Font.Medium }
             color: Theme.text
             horizontalAlignment: Text.AlignHCenter

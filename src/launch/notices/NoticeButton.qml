@@ -18,6 +18,7 @@ Tappable {
     }
     contentItem: Text {
         text: button.text
+        textFormat: Text.PlainText
         font: button.font
         color: button.textColor
         horizontalAlignment: Text.AlignHCenter

@@ -53,6 +53,7 @@ FocusScope {
                 Text {
                     width: parent.width
                     text: screen.controller.title
+                    textFormat: Text.PlainText
                     font { pixelSize: Theme.bodyText; weight: Font.DemiBold }
                     color: Theme.text
                     horizontalAlignment: Text.AlignHCenter

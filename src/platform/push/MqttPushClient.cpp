@@ -127,7 +127,10 @@ void MqttPushClient::present(const PushMessage &message)
     const bool inForeground = QGuiApplication::applicationState() == Qt::ApplicationActive;
     if (!inForeground && (m_types & Badge))
         m_badge->setNumber(++m_unread);
-    if (inForeground || !(m_types & Alert))
+    // In the foreground the user is asked whether to open the page, and needs no notification; one
+    // that has no page is only ever seen as a notification.
+    const bool asksInside = inForeground && message.opensPage;
+    if (asksInside || !(m_types & Alert))
         Q_EMIT willPresentNotification(message.userInfo);
     else
         m_notifications->post(

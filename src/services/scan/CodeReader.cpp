@@ -1,5 +1,6 @@
 #include "services/scan/CodeReader.h"
 
+#include "platform/BoundedImage.h"
 #include "services/Logging.h"
 #include "services/scan/LumaPlane.h"
 
@@ -119,12 +120,11 @@ QString CodeReader::readPicture(const QImage &picture)
 QString CodeReader::readFile(const QString &filePath)
 {
     QImageReader reader(filePath);
-    reader.setDecideFormatFromContent(true);
-    reader.setAutoTransform(true);
-    const QSize size = reader.size();
-    if (std::max(size.width(), size.height()) > longestSide)
-        reader.setScaledSize(size.scaled(longestSide, longestSide, Qt::KeepAspectRatio));
-    const QImage picture = reader.read();
+    const QImage picture = BoundedImage::read(reader, [](const QSize &size) {
+        return std::max(size.width(), size.height()) > longestSide
+            ? size.scaled(longestSide, longestSide, Qt::KeepAspectRatio)
+            : size;
+    });
     if (picture.isNull())
         qCInfo(lcServices) << "the picture cannot be read:" << reader.errorString();
     return readPicture(picture);

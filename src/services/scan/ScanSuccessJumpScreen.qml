@@ -48,6 +48,7 @@ ScreenFrame {
                 width: parent.width
                 visible: screen.controller.jump_bar_code !== ""
                 text: qsTr("您扫描的条形码结果如下： ")
+                textFormat: Text.PlainText
                 font.pixelSize: Theme.bodyText
                 color: Theme.text
                 horizontalAlignment: Text.AlignHCenter

@@ -140,6 +140,7 @@ ScreenFrame {
             }
             width: parent.width - 2 * Theme.margin
             text: qsTr("将二维码/条码放入框内, 即可自动扫描")
+            textFormat: Text.PlainText
             font.pixelSize: Theme.captionText
             color: "#ffffff"
             horizontalAlignment: Text.AlignHCenter

@@ -1,6 +1,7 @@
 #include "services/scan/WCQRCodeScanningVC.h"
 
 #include "model/StringFormat.h"
+#include "net/LogMask.h"
 #include "platform/CaptureDevice.h"
 #include "services/Logging.h"
 #include "services/scan/ScanSuccessJumpVC.h"
@@ -139,8 +140,11 @@ void WCQRCodeScanningVC::didMeasureBrightness(double brightness)
 
 void WCQRCodeScanningVC::didOutputMetadataObjects(const QStringList &codes)
 {
+    QStringList shown = codes;
+    for (QString &code : shown)
+        code = LogMask::secret(code); // it may be what opens a door
     qCDebug(lcServices).noquote() << StringFormat::format(
-        u"metadataObjects - - %@"_s, QVariant(codes));
+        u"metadataObjects - - %@"_s, QVariant(shown));
     if (codes.isEmpty() || m_closed)
         return;
     const auto code

@@ -55,6 +55,7 @@ FocusScope {
                 topPadding: Theme.margin
                 bottomPadding: 12
                 text: qsTr("分享到")
+                textFormat: Text.PlainText
                 font.pixelSize: Theme.captionText
                 color: Theme.secondaryText
                 horizontalAlignment: Text.AlignHCenter
@@ -96,6 +97,7 @@ FocusScope {
                             Text {
                                 width: parent.width
                                 text: target.text
+                                textFormat: Text.PlainText
                                 font.pixelSize: Theme.captionText
                                 color: Qt.rgba(0.2, 0.2, 0.2, 1)
                                 horizontalAlignment: Text.AlignHCenter
@@ -122,6 +124,7 @@ FocusScope {
                 }
                 contentItem: Text {
                     text: closeButton.text
+                    textFormat: Text.PlainText
                     font: closeButton.font
                     color: Theme.text
                     horizontalAlignment: Text.AlignHCenter

@@ -46,6 +46,7 @@ Item {
                     id: length
                     anchors { right: parent.right; rightMargin: 4; verticalCenter: parent.verticalCenter }
                     text: cell.duration
+                    textFormat: Text.PlainText
                     font.pixelSize: Theme.captionText
                     color: "#ffffff"
                     Accessible.ignored: true
@@ -91,6 +92,7 @@ Item {
                     Text {
                         anchors.horizontalCenter: parent.horizontalCenter
                         text: cell.controller.picksVideos ? qsTr("录像") : qsTr("拍照")
+                        textFormat: Text.PlainText
                         font.pixelSize: Theme.captionText
                         color: Theme.text
                         Accessible.ignored: true

@@ -47,6 +47,7 @@ Item {
         Text {
             width: parent.width
             text: view.controller.picksVideos ? qsTr("相册里还没有视频") : qsTr("相册里还没有照片")
+            textFormat: Text.PlainText
             font.pixelSize: Theme.bodyText
             color: Theme.secondaryText
             horizontalAlignment: Text.AlignHCenter

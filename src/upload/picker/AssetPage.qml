@@ -62,6 +62,7 @@ Item {
         width: parent.width - 2 * Theme.margin
         visible: player.status === Loader.Error || (player.item?.failed ?? false)
         text: qsTr("无法播放该视频")
+        textFormat: Text.PlainText
         font.pixelSize: Theme.bodyText
         color: "#ffffff"
         horizontalAlignment: Text.AlignHCenter

@@ -56,6 +56,7 @@ Rectangle {
         anchors { top: parent.top; topMargin: 48; horizontalCenter: parent.horizontalCenter }
         visible: view.recording
         text: qsTr("%1 秒").arg(Math.floor(recorder.duration / 1000))
+        textFormat: Text.PlainText
         font.pixelSize: Theme.titleText
         color: "#ffffff"
         Accessible.role: Accessible.StaticText

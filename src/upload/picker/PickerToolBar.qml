@@ -41,6 +41,7 @@ Rectangle {
             verticalCenter: parent.verticalCenter
         }
         text: qsTr("已选 %1/%2").arg(bar.controller.selection.count).arg(bar.controller.selection.limit)
+        textFormat: Text.PlainText
         font.pixelSize: Theme.captionText
         color: bar.dark ? "#ffffff" : Theme.secondaryText
         elide: Text.ElideRight
@@ -72,6 +73,7 @@ Rectangle {
         }
         contentItem: Text {
             text: ok.text
+            textFormat: Text.PlainText
             font: ok.font
             color: bar.controller.settings.textColorOn(ok.fill)
             horizontalAlignment: Text.AlignHCenter

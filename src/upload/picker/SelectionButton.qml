@@ -36,6 +36,7 @@ T.CheckBox {
             anchors { fill: parent; margins: 3 }
             visible: control.number > 0
             text: control.number
+            textFormat: Text.PlainText
             font { pixelSize: 14; weight: Font.Medium }
             fontSizeMode: Text.Fit
             minimumPixelSize: 8

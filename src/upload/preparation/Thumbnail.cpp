@@ -1,5 +1,6 @@
 #include "upload/preparation/Thumbnail.h"
 
+#include "platform/BoundedImage.h"
 #include "upload/preparation/MediaCodecs.h"
 
 #include <QFile>
@@ -38,13 +39,10 @@ QImage readPhoto(QFile &file, int side, Qt::AspectRatioMode mode)
         return MediaCodecs::shared().decodeSmallHeif(file.readAll(), side).image;
     }
     QImageReader reader(&file);
-    reader.setDecideFormatFromContent(true);
-    reader.setAutoTransform(true);
     // In the size before it is turned, which the square does not mind. Twice as large as needed,
     // for the smooth reduction after it.
-    if (const QSize size = reader.size(); size.isValid())
-        reader.setScaledSize(reduced(size, 2 * side, mode));
-    return reader.read();
+    return BoundedImage::read(
+        reader, [side, mode](const QSize &size) { return reduced(size, 2 * side, mode); });
 }
 
 }

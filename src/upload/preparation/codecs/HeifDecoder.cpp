@@ -1,5 +1,7 @@
 #include "upload/preparation/codecs/HeifDecoder.h"
 
+#include "platform/BoundedImage.h"
+
 #include <libheif/heif.h>
 
 #include <QColorSpace>
@@ -38,8 +40,16 @@ QColorSpace colorSpaceOf(const heif_image_handle *handle)
     return QColorSpace::fromIccProfile(profile);
 }
 
+QSize sizeOf(const heif_image_handle *handle)
+{
+    return {heif_image_handle_get_width(handle), heif_image_handle_get_height(handle)};
+}
+
 HeifPhoto decodePixels(const heif_image_handle *handle)
 {
+    // The library cannot make it smaller on the way.
+    if (BoundedImage::pixelsOf(sizeOf(handle)) > BoundedImage::mostPixels)
+        return {{}, QStringLiteral("too large a picture")};
     const Options options(heif_decoding_options_alloc());
     options->convert_hdr_to_8bit = true;
     options->strict_decoding = true;
@@ -64,7 +74,8 @@ HeifPhoto decodePixels(const heif_image_handle *handle)
 
 int shorterSide(const heif_image_handle *handle)
 {
-    return qMin(heif_image_handle_get_width(handle), heif_image_handle_get_height(handle));
+    const QSize size = sizeOf(handle);
+    return qMin(size.width(), size.height());
 }
 
 // The smallest thumbnail that is large enough; null when there is none.
