@@ -75,6 +75,7 @@ private:
 
 private Q_SLOTS:
     void init()
+        QVERIFY2(!said.contains(u"s3cr3t"_s), qPrintable(said));
     {
         m_folder = std::make_unique<QTemporaryDir>();
         m_program = std::make_unique<QProcess>();
@@ -91,7 +92,13 @@ private Q_SLOTS:
         QTest::addColumn<QString>("problem"); //!< how the line goes on after the program's name
         const QString profile = u"--profile=@/profile"_s;
         QTest::newRow("push") << QStringList {u"--push"_s, u"[]"_s} << u"--push: "_s;
-        QTest::newRow("no URL") << QStringList {u"somewhere"_s} << u"not a URL: somewhere"_s;
+        QTest::newRow("no URL") << QStringList {u"somewhere"_s}
+                                << u"not a URL: there is no scheme"_s;
+        // A code that signs in is for nobody's journal.
+        QTest::newRow("bad URL") << QStringList {u"wx1://oauth?code=s3cr3t%"_s}
+                                 << u"not a URL: wx1:…\n"_s;
+        QTest::newRow("two URLs") << QStringList {u"wx1://oauth?code=s3cr3t"_s, u"x"_s}
+                                  << u"one URL at the most, not 2\n"_s;
         QTest::newRow("no file") << QStringList {profile, u"--config=@/none.toml"_s}
                                  << u"@/none.toml: "_s;
         QTest::newRow("key") << QStringList {profile, u"--config=@/school.toml"_s}
