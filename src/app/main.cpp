@@ -56,7 +56,8 @@ Configuration configurationFor(const CommandLine &line, SandboxProcess &sandbox)
 
 int main(int argc, char *argv[])
 {
-    // First of all, so that a wrong start says so without a display too.
+    ApplicationSetup::keepFilesPrivate();
+    // Before all else, so that a wrong start says so without a display too.
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments << QString::fromLocal8Bit(argv[i]);
@@ -69,6 +70,8 @@ int main(int argc, char *argv[])
         return 0;
     }
 
+    if (const QString problem = ApplicationSetup::engineProblem(); !problem.isNull())
+        return refuse(problem);
     if (!line.profile.isNull() && (line.profile.isEmpty() || !QDir().mkpath(line.profile)))
         return refuse(u"--profile: the folder \"%1\" cannot be made"_s.arg(line.profile));
     if (const auto file = fileConfiguration(line, {}); std::holds_alternative<QString>(file))

@@ -6,6 +6,8 @@
 
 #include <csignal>
 
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -71,11 +73,11 @@ private:
         const QString said = QString::fromUtf8(m_program->readAllStandardError());
         QVERIFY2(said.startsWith(u"vant-student: "_s + problem), qPrintable(said));
         QVERIFY2(said.count(u'\n') == 1 && said.endsWith(u'\n'), qPrintable(said));
+        QVERIFY2(!said.contains(u"s3cr3t"_s), qPrintable(said));
     }
 
 private Q_SLOTS:
     void init()
-        QVERIFY2(!said.contains(u"s3cr3t"_s), qPrintable(said));
     {
         m_folder = std::make_unique<QTemporaryDir>();
         m_program = std::make_unique<QProcess>();
@@ -116,6 +118,22 @@ private Q_SLOTS:
         write(u"tls.toml"_s, "[tls]\nextra_ca_file = \"" + path(u"none.pem"_s).toUtf8() + "\"\n");
         start(arguments.replaceInStrings(u"@"_s, m_folder->path()));
         verifyRefusal(problem.replace(u"@"_s, m_folder->path()));
+        // Made or not, it is nobody else's.
+        if (QFileInfo(path(u"profile"_s)).isDir())
+            QCOMPARE(QFile::permissions(path(u"profile"_s)) & QFile::Permissions(0x0077),
+                QFile::Permissions());
+    }
+
+    void refusesToRunAsRootUnasked()
+    {
+        if (::geteuid() != 0)
+            QSKIP("the test's user is not root");
+        QProcessEnvironment environment = m_program->processEnvironment();
+        environment.remove(u"QTWEBENGINE_DISABLE_SANDBOX"_s);
+        m_program->setProcessEnvironment(environment);
+        start({u"--profile"_s, path(u"profile"_s)});
+        verifyRefusal(u"the web engine does not keep pages apart from the system for root: "_s);
+        QVERIFY(!QFile::exists(path(u"profile"_s)));
     }
 
     void aSecondStartHandsOverAndThePlatformEndsWithTheFirst_data()

@@ -31,6 +31,7 @@ Life::Life(const TourOptions &options)
 
 int Life::run(int argc, char **argv)
 {
+    ApplicationSetup::keepFilesPrivate();
     ApplicationSetup::beforeApplication();
     QGuiApplication application(argc, argv);
     ApplicationSetup::afterApplication();
