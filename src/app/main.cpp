@@ -83,9 +83,16 @@ int main(int argc, char *argv[])
     const ProfilePaths paths(line.profile);
     if (!paths.qmlCache.isNull())
         qputenv("QML_DISK_CACHE_PATH", QFile::encodeName(paths.qmlCache));
-    RunningInstance instance(paths.instanceSocket);
-    if (instance.handOver(line.push, line.url))
+    RunningInstance instance(paths.data);
+    switch (instance.handOver(line.push, line.url)) {
+    case RunningInstance::Outcome::First:
+        break;
+    case RunningInstance::Outcome::HandedOver:
         return 0;
+    case RunningInstance::Outcome::InUse:
+        return refuse(
+            u"the profile \"%1\" is in use by a client that cannot be reached"_s.arg(paths.data));
+    }
 
     SandboxProcess sandbox;
     const auto configuration = configurationFor(line, sandbox);
@@ -99,8 +106,8 @@ int main(int argc, char *argv[])
     }
 
     StudentApplication student(deployment, paths, line.cameraFeed);
-    student.listenTo(&instance);
     student.start(line.push);
+    student.listenTo(&instance);
     if (!line.url.isEmpty())
         student.receiveUrl(line.url);
     return application.exec();

@@ -1,11 +1,13 @@
 #include "support/Patience.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 
 #include <csignal>
 
+#include <sys/file.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -136,6 +138,46 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(path(u"profile"_s)));
     }
 
+    void refusesAProfileThatAnotherUses()
+    {
+        QDir(m_folder->path()).mkdir(u"profile"_s);
+        write(u"profile/instance.lock"_s, {});
+        QFile lock(path(u"profile/instance.lock"_s));
+        QVERIFY(lock.open(QIODevice::ReadWrite) && ::flock(lock.handle(), LOCK_EX | LOCK_NB) == 0);
+        start({u"--profile"_s, path(u"profile"_s)});
+        verifyRefusal(u"the profile \"%1\" is in use"_s.arg(path(u"profile"_s)));
+    }
+
+    void aSecondStartWaitsForTheFirstOnesWindow()
+    {
+        // A platform that takes its time.
+        const QString platform = qEnvironmentVariable("VANT_SANDBOX");
+        write(u"slow"_s,
+            u"#!/bin/sh\nwhile [ ! -e '%1' ]; do sleep 0.05; done\nexec '%2' \"$@\"\n"_s
+                .arg(path(u"go"_s), platform)
+                .toUtf8());
+        QFile::setPermissions(path(u"slow"_s), QFile::ReadOwner | QFile::ExeOwner);
+        QProcessEnvironment environment = m_program->processEnvironment();
+        environment.insert(u"VANT_SANDBOX"_s, path(u"slow"_s));
+        m_program->setProcessEnvironment(environment);
+        m_program->setProcessChannelMode(QProcess::ForwardedChannels);
+        const QStringList arguments {u"--sandbox"_s, u"--profile"_s, path(u"profile"_s)};
+        start(arguments);
+        TRY_VERIFY(childOf(m_program->processId(), "slow") != 0);
+        QProcess second;
+        second.setProcessEnvironment(m_program->processEnvironment());
+        second.start(QStringLiteral(VANT_STUDENT), arguments);
+        QVERIFY(second.waitForFinished(patienceMs));
+        QCOMPARE(second.exitCode(), 0);
+        write(u"go"_s, {});
+        TRY_VERIFY(QFile::exists(path(u"profile/settings.ini"_s)));
+        // A third one would not find it, and would stay itself.
+        second.start(QStringLiteral(VANT_STUDENT), arguments);
+        QVERIFY(second.waitForFinished(patienceMs));
+        QCOMPARE(second.exitCode(), 0);
+        QCOMPARE(m_program->state(), QProcess::Running);
+    }
+
     void aSecondStartHandsOverAndThePlatformEndsWithTheFirst_data()
     {
         QTest::addColumn<int>("signal");
@@ -157,7 +199,10 @@ private Q_SLOTS:
         TRY_VERIFY(QFile::exists(path(u"profile/settings.ini"_s)));
 
         QProcess second;
-        second.setProcessEnvironment(m_program->processEnvironment());
+        // Whatever session it is started from.
+        QProcessEnvironment environment = m_program->processEnvironment();
+        environment.insert(u"XDG_RUNTIME_DIR"_s, path(u"elsewhere"_s));
+        second.setProcessEnvironment(environment);
         second.start(QStringLiteral(VANT_STUDENT), arguments + QStringList {u"wx1://oauth"_s});
         QVERIFY(second.waitForFinished(patienceMs));
         QVERIFY(second.exitStatus() == QProcess::NormalExit && second.exitCode() == 0);

@@ -58,10 +58,10 @@ int Life::live(Wire &wire, const DeploymentConfiguration &deployment)
     const QString profile = m_options.life->profile;
     const ProfilePaths paths(profile);
     StudentApplication student(deployment, paths, profile + u'/' + cameraFeed);
-    RunningInstance instance(paths.instanceSocket);
+    RunningInstance instance(paths.data);
     instance.handOver({}, {});
-    student.listenTo(&instance);
     student.start({});
+    student.listenTo(&instance);
     student.window()->resize(m_options.size);
     Driver driver(student.window(), &wire, m_options.life->profile);
     QTimer::singleShot(0, qGuiApp, [&] {
