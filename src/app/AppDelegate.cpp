@@ -23,6 +23,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto switchDelay = 250ms;
+constexpr auto keychainPatience = 10s;
 constexpr auto launchNotificationDelay = 2s;
 const QString tappedNotification = QStringLiteral("backGeTuiPushLoadNewWeb");
 
@@ -55,10 +56,9 @@ bool AppDelegate::didFinishLaunchingWithOptions(
         login->setIsFirstInstall(true);
         login->setIsLoginOut(true);
     }
-    if (login->isLogin() && hasToken()) {
+    if (login->isLogin() && hasStoredToken()) {
         m_environment.shell->navigator()->setRootViewController(u""_s);
-        m_environment.session->resume();
-        backGroundloginInWithRefresh(true, [] {});
+        loginWhenTokenIsReadable();
     } else {
         observeIsLogin(Token::Needed, Version::Marked);
     }
@@ -70,6 +70,24 @@ bool AppDelegate::didFinishLaunchingWithOptions(
     m_environment.launch->showUserGuide(m_environment.windowPixels());
     m_environment.launch->updateCheck()->checkAppUpdate();
     return true;
+}
+
+// A keychain that is late leads to the login screen; the token stays for the next launch.
+void AppDelegate::loginWhenTokenIsReadable()
+{
+    const auto once = [self = QPointer(this), isDone = std::make_shared<bool>(false)] {
+        if (!self || std::exchange(*isDone, true))
+            return;
+        if (self->m_environment.loginModel->isLogin() && self->hasToken()) {
+            self->m_environment.session->resume();
+            self->backGroundloginInWithRefresh(true, [] {});
+        } else {
+            self->observeIsLogin(Token::Needed, Version::Marked);
+        }
+    };
+    if (m_environment.loginModel->isTokenAwaited())
+        m_environment.mainQueue->after(keychainPatience, this, once);
+    m_environment.loginModel->whenTokenIsReadable(once);
 }
 
 void AppDelegate::registerServices()
@@ -86,7 +104,7 @@ void AppDelegate::registerPush()
 {
     PrivacyConsent *consent = m_environment.launch->consent();
     PushRegistration *push = m_environment.pushRegistration;
-    if (consent->isGiven() || (m_environment.loginModel->isLogin() && hasToken()))
+    if (consent->isGiven() || (m_environment.loginModel->isLogin() && hasStoredToken()))
         push->start();
     else
         connect(consent, &PrivacyConsent::given, push, &PushRegistration::start,
@@ -160,6 +178,11 @@ void AppDelegate::observeIsLogin(Token token, Version version, std::function<voi
 bool AppDelegate::hasToken() const
 {
     return !m_environment.loginModel->login_token().isEmpty();
+}
+
+bool AppDelegate::hasStoredToken() const
+{
+    return hasToken() || m_environment.loginModel->isTokenAwaited();
 }
 
 void AppDelegate::switchToHome(Version version)

@@ -102,12 +102,14 @@ private:
     enum class Token { Needed, NotNeeded };
     enum class Version { Marked, NotMarked };
 
+    void loginWhenTokenIsReadable();
     void observeIsLogin(Token token, Version version, std::function<void()> signedIn = {});
     void loginInBackground(
         bool refresh, SilentLogin::UserCheck check, std::function<void()> success);
     void switchToHome(Version version);
     void switchToLogin();
     bool hasToken() const;
+    bool hasStoredToken() const; //!< one that cannot be read yet, too
     void registerServices();
     void registerPush();
     void keepUntilSignedIn(const QVariant &userInfo);

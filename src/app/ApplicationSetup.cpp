@@ -8,27 +8,23 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdio>
-
 using namespace Qt::StringLiterals;
 
-namespace {
-
-// The engine refuses to start sandboxed as root, and only then it is allowed not to.
-void dropEngineSandboxForRoot()
+void ApplicationSetup::keepFilesPrivate()
 {
-    if (::geteuid() != 0 || qEnvironmentVariableIsSet("QTWEBENGINE_DISABLE_SANDBOX"))
-        return;
-    std::fputs("vant-student: running as root, the web engine's own sandbox is off\n", stderr);
-    qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
+    ::umask(S_IRWXG | S_IRWXO);
 }
 
+QString ApplicationSetup::engineProblem()
+{
+    if (::geteuid() != 0 || qEnvironmentVariableIsSet(withoutSandbox))
+        return {};
+    return u"the web engine does not keep pages apart from the system for root: start it as an "
+           "ordinary user, or, for a trial, with %1=1"_s.arg(QLatin1StringView(withoutSandbox));
 }
 
 void ApplicationSetup::beforeApplication()
 {
-    ::umask(S_IRWXG | S_IRWXO);
-    dropEngineSandboxForRoot();
     BoundedImage::limitToolkit();
     QtWebEngineQuick::initialize();
 }

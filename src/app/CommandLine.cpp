@@ -3,8 +3,22 @@
 #include <QCommandLineParser>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// What follows the scheme may be a code that signs in.
+QString problemWith(const QString &url)
+{
+    static const QRegularExpression scheme(u"^[A-Za-z][A-Za-z0-9+.-]*:"_s);
+    const auto found = scheme.match(url);
+    return found.hasMatch() ? u"not a URL: %1…"_s.arg(found.captured())
+                            : u"not a URL: there is no scheme"_s;
+}
+
+}
 
 std::variant<CommandLine, QString> CommandLine::parse(const QStringList &arguments)
 {
@@ -36,11 +50,11 @@ std::variant<CommandLine, QString> CommandLine::parse(const QStringList &argumen
     }
     const QStringList positional = parser.positionalArguments();
     if (positional.size() > 1)
-        return u"one URL at the most: %1"_s.arg(positional.join(u' '));
+        return u"one URL at the most, not %1"_s.arg(positional.size());
     if (!positional.isEmpty()) {
         line.url = QUrl(positional.first(), QUrl::StrictMode);
         if (!line.url.isValid() || line.url.scheme().isEmpty())
-            return u"not a URL: %1"_s.arg(positional.first());
+            return problemWith(positional.first());
     }
     return line;
 }

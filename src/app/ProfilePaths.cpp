@@ -1,6 +1,5 @@
 #include "app/ProfilePaths.h"
 
-#include <QCryptographicHash>
 #include <QDir>
 #include <QStandardPaths>
 
@@ -11,17 +10,6 @@ namespace {
 QString standard(QStandardPaths::StandardLocation location)
 {
     return QStandardPaths::writableLocation(location);
-}
-
-// A socket's path has room for about a hundred characters only.
-QString socketIn(const QString &profileName)
-{
-    const QByteArray digest
-        = QCryptographicHash::hash(profileName.toUtf8(), QCryptographicHash::Sha256);
-    QString folder = standard(QStandardPaths::RuntimeLocation);
-    if (folder.isEmpty())
-        folder = standard(QStandardPaths::TempLocation);
-    return folder + u"/vant-student-"_s + QString::fromLatin1(digest.toHex().left(16));
 }
 
 }
@@ -55,5 +43,4 @@ ProfilePaths::ProfilePaths(const QString &profile)
         videos = folder + u"/Videos"_s;
         downloads = folder + u"/Downloads"_s;
     }
-    instanceSocket = socketIn(name);
 }

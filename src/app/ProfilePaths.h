@@ -18,8 +18,7 @@ struct ProfilePaths
     QString qmlCache; //!< the interface, compiled by the toolkit; null: the toolkit's own place
     QString album; //!< saved pictures
     QString videos;
-    QString data; //!< below which files lie while they are uploaded
+    QString data; //!< the profile's own folder: its lock, and files while they are uploaded
     QString exports; //!< clips made ready for an upload
     QString downloads;
-    QString instanceSocket; //!< by which a second start finds the running instance
 };

@@ -3,6 +3,7 @@
 #include "app/RunningInstance.h"
 #include "login/LoginViewController.h"
 #include "login/LoginViewController2.h"
+#include "model/SecretSettings.h"
 #include "platform/FeedCaptureDevice.h"
 #include "platform/ServerAddress.h"
 #include "platform/SystemCaptureDevice.h"
@@ -53,11 +54,11 @@ StudentApplication::StudentApplication(const DeploymentConfiguration &configurat
     const ProfilePaths &paths, const QString &cameraFeed)
     : m_configuration(configuration)
     , m_paths(paths)
-    , m_defaults(paths.settings)
+    , m_keychain(paths.name, paths.keychainFallback)
+    , m_defaults(paths.settings, &m_keychain, secretSettings)
     , m_cookieStorage(paths.cookies)
     , m_reachability(ServerAddress::isLoopback(QUrl(configuration.hosts.rb)))
     , m_photoLibrary(paths.album, {paths.videos})
-    , m_keychain(paths.name, paths.keychainFallback)
     , m_badge(desktopEntry + u".desktop"_s)
     , m_desktopNotifications(configuration.app.displayName, desktopEntry)
     , m_pushClient({.broker = configuration.push.broker,

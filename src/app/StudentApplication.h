@@ -77,13 +77,13 @@ private:
     ProfilePaths m_paths;
     TimerMainQueue m_mainQueue;
     NotificationCenter m_notifications;
+    KeyChainStore m_keychain;
     UserDefaults m_defaults;
     HTTPCookieStorage m_cookieStorage;
     QNetworkAccessManager m_network;
     SystemReachability m_reachability;
     DesktopUrlOpener m_urlOpener;
     FolderPhotoLibrary m_photoLibrary;
-    KeyChainStore m_keychain;
     ApplicationBadge m_badge;
     DesktopNotifications m_desktopNotifications;
     MqttPushClient m_pushClient;

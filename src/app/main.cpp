@@ -56,7 +56,8 @@ Configuration configurationFor(const CommandLine &line, SandboxProcess &sandbox)
 
 int main(int argc, char *argv[])
 {
-    // First of all, so that a wrong start says so without a display too.
+    ApplicationSetup::keepFilesPrivate();
+    // Before all else, so that a wrong start says so without a display too.
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments << QString::fromLocal8Bit(argv[i]);
@@ -69,6 +70,8 @@ int main(int argc, char *argv[])
         return 0;
     }
 
+    if (const QString problem = ApplicationSetup::engineProblem(); !problem.isNull())
+        return refuse(problem);
     if (!line.profile.isNull() && (line.profile.isEmpty() || !QDir().mkpath(line.profile)))
         return refuse(u"--profile: the folder \"%1\" cannot be made"_s.arg(line.profile));
     if (const auto file = fileConfiguration(line, {}); std::holds_alternative<QString>(file))
@@ -80,9 +83,16 @@ int main(int argc, char *argv[])
     const ProfilePaths paths(line.profile);
     if (!paths.qmlCache.isNull())
         qputenv("QML_DISK_CACHE_PATH", QFile::encodeName(paths.qmlCache));
-    RunningInstance instance(paths.instanceSocket);
-    if (instance.handOver(line.push, line.url))
+    RunningInstance instance(paths.data);
+    switch (instance.handOver(line.push, line.url)) {
+    case RunningInstance::Outcome::First:
+        break;
+    case RunningInstance::Outcome::HandedOver:
         return 0;
+    case RunningInstance::Outcome::InUse:
+        return refuse(
+            u"the profile \"%1\" is in use by a client that cannot be reached"_s.arg(paths.data));
+    }
 
     SandboxProcess sandbox;
     const auto configuration = configurationFor(line, sandbox);
@@ -96,8 +106,8 @@ int main(int argc, char *argv[])
     }
 
     StudentApplication student(deployment, paths, line.cameraFeed);
-    student.listenTo(&instance);
     student.start(line.push);
+    student.listenTo(&instance);
     if (!line.url.isEmpty())
         student.receiveUrl(line.url);
     return application.exec();

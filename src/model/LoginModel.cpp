@@ -80,6 +80,16 @@ QString LoginModel::login_token() const
     return m_defaults->stringForKey(login_tokenKey);
 }
 
+bool LoginModel::isTokenAwaited() const
+{
+    return m_defaults->isAwaited(login_tokenKey);
+}
+
+void LoginModel::whenTokenIsReadable(std::function<void()> readable)
+{
+    m_defaults->whenReadable(std::move(readable));
+}
+
 void LoginModel::setLogin_token(const QString &value)
 {
     store(login_tokenKey, value);

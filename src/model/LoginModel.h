@@ -14,8 +14,8 @@
 //! application.
 //!
 //! Nothing persistent is held in memory: each getter reads the settings and each setter writes them
-//! through at once, so that a kill at any moment leaves the old or the new value. A missing string
-//! reads as null, a missing bool false.
+//! through at once, so that a kill at any moment leaves the old or the new value; a secret may have
+//! to wait for its key, see UserDefaults. A missing string reads as null, a missing bool false.
 class LoginModel : public QObject
 {
     Q_OBJECT
@@ -29,7 +29,12 @@ public:
     //! value too.
     void observeIsLogin(QObject *context, std::function<void(bool isLogin)> observer);
 
+    //! Null as long as isTokenAwaited().
     QString login_token() const;
+    //! A token is stored, but the keychain has not answered yet how to read it.
+    bool isTokenAwaited() const;
+    //! Calls back once when no token is awaited, at once when none is.
+    void whenTokenIsReadable(std::function<void()> readable);
     void setLogin_token(const QString &value);
     QString userName() const;
     void setUserName(const QString &value);

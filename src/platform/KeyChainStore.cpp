@@ -61,9 +61,31 @@ void KeyChainStore::load(const QString &key, Loaded loaded)
             data = job->binaryData();
         else if (m_fallback->contains(key))
             data = m_fallback->value(key).toByteArray();
+        if (data && job->error() == EntryNotFound)
+            moveToService(key, *data);
         loaded(data);
     });
     job->start();
+}
+
+void KeyChainStore::moveToService(const QString &key, const QByteArray &data)
+{
+    auto *job = new WritePasswordJob(itemName(key));
+    job->setKey(itemName(key));
+    job->setBinaryData(data);
+    connect(job, &Job::finished, this, [this, job, key] {
+        if (job->error() == NoError)
+            removeFromFile(key);
+    });
+    job->start();
+}
+
+void KeyChainStore::removeFromFile(const QString &key)
+{
+    if (!m_fallback->contains(key))
+        return;
+    m_fallback->remove(key);
+    m_fallback->sync();
 }
 
 void KeyChainStore::save(const QString &key, const QByteArray &data, Done done)
@@ -89,11 +111,8 @@ void KeyChainStore::deleteKeyData(const QString &key, Done done)
 {
     auto *job = new DeletePasswordJob(itemName(key));
     job->setKey(itemName(key));
-    connect(job, &Job::finished, this, [this, job, key, done = std::move(done)] {
-        if (serviceFailed(job)) {
-            m_fallback->remove(key);
-            m_fallback->sync();
-        }
+    connect(job, &Job::finished, this, [this, key, done = std::move(done)] {
+        removeFromFile(key);
         if (done)
             done(true);
     });

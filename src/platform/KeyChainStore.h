@@ -9,7 +9,7 @@
 class QSettings;
 
 //! Small secrets in the user's keyring. Where no keyring service runs, a file of mode 0600 takes
-//! its place.
+//! its place, until an item of it is loaded with a service there, which then has it.
 //!
 //! Service and account of an item are both its key; a profile of its own gives its items names of
 //! their own. All operations are asynchronous; completions arrive on the main thread.
@@ -37,6 +37,8 @@ public:
 
 private:
     QString itemName(const QString &key) const;
+    void moveToService(const QString &key, const QByteArray &data);
+    void removeFromFile(const QString &key);
 
     QString m_profileName;
     std::unique_ptr<QSettings> m_fallback;

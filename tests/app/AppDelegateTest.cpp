@@ -4,6 +4,8 @@
 #include "ui/NavigationController.h"
 #include "web/WebTestMain.h"
 
+#include <QSettings>
+
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -76,6 +78,40 @@ private Q_SLOTS:
         m_client->loginModel().setIsLoginOut(false);
         m_client->delegate.didFinishLaunchingWithOptions({});
         QVERIFY(!m_client->loginModel().isLoginOut());
+    }
+
+    void aSealedTokenIsAwaited_data()
+    {
+        QTest::addColumn<std::chrono::milliseconds>("patience");
+        QTest::addColumn<QString>("root");
+        QTest::newRow("in time") << 9999ms << homeRoot;
+        QTest::newRow("late") << 10'000ms << loginRoot;
+    }
+
+    void aSealedTokenIsAwaited()
+    {
+        QFETCH(const std::chrono::milliseconds, patience);
+        QFETCH(const QString, root);
+        QVERIFY(m_client->session.rememberLogin(u"student01"_s));
+        m_client->loginModel().setIsLogin(true);
+        const QString token = m_client->loginModel().login_token();
+        const QString settings = m_client->session.net.folder.filePath(u"settings.ini"_s);
+        TRY_VERIFY(QSettings(settings, QSettings::IniFormat).contains(u"loginTokenForST"_s));
+        m_client->session.net.reopenDefaults();
+        m_client->delegate.didFinishLaunchingWithOptions({});
+        QCOMPARE(m_client->root(), blankRoot);
+        QCOMPARE(m_client->session.net.manager.connectItems().size(), 1u);
+        m_client->mainQueue.advance(patience);
+        QCOMPARE(m_client->root(), root == homeRoot ? blankRoot : root);
+        QVERIFY(m_client->loginModel().isTokenAwaited());
+
+        TRY_COMPARE(m_client->loginModel().login_token(), token);
+        QVERIFY(silentLoginEnds());
+        m_client->mainQueue.advance(1h);
+        QCOMPARE(m_client->root(), root);
+        QVERIFY(m_client->loginModel().isLogin());
+        // Who is signed in has consented, whether the token can be read yet or not.
+        TRY_COMPARE(m_client->session.net.defaults.stringForKey(u"GTPushCid"_s), u"getCidFailed"_s);
     }
 
     void aLoginThatIsNotAcceptedLeadsToTheLoginScreen_data()

@@ -1,10 +1,14 @@
 #include "support/Patience.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 
 #include <csignal>
+
+#include <sys/file.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -71,6 +75,7 @@ private:
         const QString said = QString::fromUtf8(m_program->readAllStandardError());
         QVERIFY2(said.startsWith(u"vant-student: "_s + problem), qPrintable(said));
         QVERIFY2(said.count(u'\n') == 1 && said.endsWith(u'\n'), qPrintable(said));
+        QVERIFY2(!said.contains(u"s3cr3t"_s), qPrintable(said));
     }
 
 private Q_SLOTS:
@@ -91,7 +96,13 @@ private Q_SLOTS:
         QTest::addColumn<QString>("problem"); //!< how the line goes on after the program's name
         const QString profile = u"--profile=@/profile"_s;
         QTest::newRow("push") << QStringList {u"--push"_s, u"[]"_s} << u"--push: "_s;
-        QTest::newRow("no URL") << QStringList {u"somewhere"_s} << u"not a URL: somewhere"_s;
+        QTest::newRow("no URL") << QStringList {u"somewhere"_s}
+                                << u"not a URL: there is no scheme"_s;
+        // A code that signs in is for nobody's journal.
+        QTest::newRow("bad URL") << QStringList {u"wx1://oauth?code=s3cr3t%"_s}
+                                 << u"not a URL: wx1:…\n"_s;
+        QTest::newRow("two URLs") << QStringList {u"wx1://oauth?code=s3cr3t"_s, u"x"_s}
+                                  << u"one URL at the most, not 2\n"_s;
         QTest::newRow("no file") << QStringList {profile, u"--config=@/none.toml"_s}
                                  << u"@/none.toml: "_s;
         QTest::newRow("key") << QStringList {profile, u"--config=@/school.toml"_s}
@@ -109,6 +120,62 @@ private Q_SLOTS:
         write(u"tls.toml"_s, "[tls]\nextra_ca_file = \"" + path(u"none.pem"_s).toUtf8() + "\"\n");
         start(arguments.replaceInStrings(u"@"_s, m_folder->path()));
         verifyRefusal(problem.replace(u"@"_s, m_folder->path()));
+        // Made or not, it is nobody else's.
+        if (QFileInfo(path(u"profile"_s)).isDir())
+            QCOMPARE(QFile::permissions(path(u"profile"_s)) & QFile::Permissions(0x0077),
+                QFile::Permissions());
+    }
+
+    void refusesToRunAsRootUnasked()
+    {
+        if (::geteuid() != 0)
+            QSKIP("the test's user is not root");
+        QProcessEnvironment environment = m_program->processEnvironment();
+        environment.remove(u"QTWEBENGINE_DISABLE_SANDBOX"_s);
+        m_program->setProcessEnvironment(environment);
+        start({u"--profile"_s, path(u"profile"_s)});
+        verifyRefusal(u"the web engine does not keep pages apart from the system for root: "_s);
+        QVERIFY(!QFile::exists(path(u"profile"_s)));
+    }
+
+    void refusesAProfileThatAnotherUses()
+    {
+        QDir(m_folder->path()).mkdir(u"profile"_s);
+        write(u"profile/instance.lock"_s, {});
+        QFile lock(path(u"profile/instance.lock"_s));
+        QVERIFY(lock.open(QIODevice::ReadWrite) && ::flock(lock.handle(), LOCK_EX | LOCK_NB) == 0);
+        start({u"--profile"_s, path(u"profile"_s)});
+        verifyRefusal(u"the profile \"%1\" is in use"_s.arg(path(u"profile"_s)));
+    }
+
+    void aSecondStartWaitsForTheFirstOnesWindow()
+    {
+        // A platform that takes its time.
+        const QString platform = qEnvironmentVariable("VANT_SANDBOX");
+        write(u"slow"_s,
+            u"#!/bin/sh\nwhile [ ! -e '%1' ]; do sleep 0.05; done\nexec '%2' \"$@\"\n"_s
+                .arg(path(u"go"_s), platform)
+                .toUtf8());
+        QFile::setPermissions(path(u"slow"_s), QFile::ReadOwner | QFile::ExeOwner);
+        QProcessEnvironment environment = m_program->processEnvironment();
+        environment.insert(u"VANT_SANDBOX"_s, path(u"slow"_s));
+        m_program->setProcessEnvironment(environment);
+        m_program->setProcessChannelMode(QProcess::ForwardedChannels);
+        const QStringList arguments {u"--sandbox"_s, u"--profile"_s, path(u"profile"_s)};
+        start(arguments);
+        TRY_VERIFY(childOf(m_program->processId(), "slow") != 0);
+        QProcess second;
+        second.setProcessEnvironment(m_program->processEnvironment());
+        second.start(QStringLiteral(VANT_STUDENT), arguments);
+        QVERIFY(second.waitForFinished(patienceMs));
+        QCOMPARE(second.exitCode(), 0);
+        write(u"go"_s, {});
+        TRY_VERIFY(QFile::exists(path(u"profile/settings.ini"_s)));
+        // A third one would not find it, and would stay itself.
+        second.start(QStringLiteral(VANT_STUDENT), arguments);
+        QVERIFY(second.waitForFinished(patienceMs));
+        QCOMPARE(second.exitCode(), 0);
+        QCOMPARE(m_program->state(), QProcess::Running);
     }
 
     void aSecondStartHandsOverAndThePlatformEndsWithTheFirst_data()
@@ -132,7 +199,10 @@ private Q_SLOTS:
         TRY_VERIFY(QFile::exists(path(u"profile/settings.ini"_s)));
 
         QProcess second;
-        second.setProcessEnvironment(m_program->processEnvironment());
+        // Whatever session it is started from.
+        QProcessEnvironment environment = m_program->processEnvironment();
+        environment.insert(u"XDG_RUNTIME_DIR"_s, path(u"elsewhere"_s));
+        second.setProcessEnvironment(environment);
         second.start(QStringLiteral(VANT_STUDENT), arguments + QStringList {u"wx1://oauth"_s});
         QVERIFY(second.waitForFinished(patienceMs));
         QVERIFY(second.exitStatus() == QProcess::NormalExit && second.exitCode() == 0);

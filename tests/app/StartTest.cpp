@@ -1,4 +1,5 @@
 #include "app/ConfigurationFile.h"
+#include "app/ProfileLock.h"
 #include "app/ProfilePaths.h"
 #include "app/RunningInstance.h"
 #include "support/Patience.h"
@@ -8,8 +9,13 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
+#include <csignal>
+#include <cstdlib>
+
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/un.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -19,10 +25,53 @@ namespace {
 // What an address of a local socket has room for.
 constexpr qsizetype longestSocketPath = 107;
 
+//! A process of another user that does something with a socket.
+class Stranger
+{
+public:
+    using Act = bool (*)(int descriptor, const sockaddr *address, socklen_t size);
+
+    Stranger(Act act, const QString &socketPath)
+    {
+        sockaddr_un address {};
+        address.sun_family = AF_UNIX;
+        qstrncpy(address.sun_path, socketPath.toUtf8().constData(), sizeof address.sun_path);
+        m_pid = ::fork();
+        if (m_pid != 0)
+            return;
+        // Nothing but system calls from here on.
+        ::alarm(unsigned(patienceMs / 1000));
+        const bool succeeds = ::setuid(anotherUser) == 0
+            && act(::socket(AF_UNIX, SOCK_STREAM, 0), reinterpret_cast<sockaddr *>(&address),
+                sizeof address);
+        ::_exit(succeeds ? EXIT_SUCCESS : EXIT_FAILURE);
+    }
+    ~Stranger()
+    {
+        if (!m_hasEnded)
+            ::kill(m_pid, SIGKILL);
+        hasEnded(0);
+    }
+
+    bool hasEnded(int options = WNOHANG)
+    {
+        m_hasEnded = m_hasEnded || ::waitpid(m_pid, &m_status, options) == m_pid;
+        return m_hasEnded;
+    }
+    bool succeeded() const { return WIFEXITED(m_status) && WEXITSTATUS(m_status) == EXIT_SUCCESS; }
+
+private:
+    static constexpr uid_t anotherUser = 65534;
+
+    pid_t m_pid;
+    int m_status = 0;
+    bool m_hasEnded = false;
+};
+
 QStringList statePaths(const ProfilePaths &paths)
 {
-    return {paths.settings, paths.cookies, paths.keychainFallback, paths.web, paths.cache,
-        paths.album, paths.downloads};
+    return {paths.data + u"/instance.lock"_s, paths.settings, paths.cookies, paths.keychainFallback,
+        paths.web, paths.cache, paths.album, paths.downloads};
 }
 
 }
@@ -41,18 +90,27 @@ private:
     QList<QUrl> m_urls;
     int m_activations = 0;
 
-    QString socketPath() const { return m_folder->filePath(u"socket"_s); }
+    using Outcome = RunningInstance::Outcome;
+
+    QString socketPath() const { return m_folder->filePath(u"instance"_s); }
+    QString lockPath() const { return m_folder->filePath(u"instance.lock"_s); }
+
+    static Outcome handOver(
+        const QString &folder, const QUrl &url = {}, const std::optional<QVariantMap> &push = {})
+    {
+        return RunningInstance(folder).handOver(push, url);
+    }
 
     void startFirst()
     {
         m_first.reset();
-        m_first = std::make_unique<RunningInstance>(socketPath());
+        m_first = std::make_unique<RunningInstance>(m_folder->path());
         connect(m_first.get(), &RunningInstance::pushReceived, this,
             [this](const QVariantMap &userInfo) { m_pushes << userInfo; });
         connect(m_first.get(), &RunningInstance::urlReceived, this,
             [this](const QUrl &url) { m_urls << url; });
         connect(m_first.get(), &RunningInstance::activated, this, [this] { ++m_activations; });
-        QVERIFY(!m_first->handOver({}, {}));
+        QCOMPARE(m_first->handOver({}, {}), Outcome::First);
         m_first->answer();
     }
 
@@ -71,8 +129,9 @@ private Q_SLOTS:
         const QVariantMap push {
             {u"payload"_s, u"https://p/?a=\n\"学\""_s}, {u"aps"_s, QVariantMap {{u"badge"_s, 1}}}};
         const QUrl url = QUrl::fromEncoded("wx1://oauth?code=a%26b%20c&state=%E5%AD%A6#f");
-        QVERIFY(RunningInstance(socketPath()).handOver(push, url));
-        QVERIFY(RunningInstance(socketPath()).handOver(QVariantMap(), {}));
+        QCOMPARE(handOver(m_folder->path(), url, push), Outcome::HandedOver);
+        QCOMPARE(handOver(m_folder->path(), {}, QVariantMap()), Outcome::HandedOver);
+
         TRY_COMPARE(m_activations, 2);
         QCOMPARE(m_pushes, (QList<QVariantMap> {push, {}}));
         QCOMPARE(m_urls, QList {url});
@@ -81,10 +140,10 @@ private Q_SLOTS:
     void whatComesBeforeItAnswersWaits()
     {
         RunningInstance early(m_folder->filePath(u"early"_s));
-        QVERIFY(!early.handOver({}, {}));
+        QCOMPARE(early.handOver({}, {}), Outcome::First);
         QSignalSpy urls(&early, &RunningInstance::urlReceived);
         const QUrl url(u"wx1://oauth"_s);
-        QVERIFY(RunningInstance(m_folder->filePath(u"early"_s)).handOver({}, url));
+        QCOMPARE(handOver(m_folder->filePath(u"early"_s), url), Outcome::HandedOver);
         // As while the start waits for something else.
         QTest::qWait(0);
         early.answer();
@@ -101,14 +160,81 @@ private Q_SLOTS:
         const int left = ::socket(AF_UNIX, SOCK_STREAM, 0);
         QCOMPARE(::bind(left, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
         ::close(left);
-        QVERIFY(QFile::exists(socketPath()));
+        QVERIFY(QFile::exists(m_folder->path()));
 
         startFirst();
-        QVERIFY(RunningInstance(socketPath()).handOver({}, QUrl(u"wx1://a"_s)));
+        QCOMPARE(handOver(m_folder->path(), QUrl(u"wx1://a"_s)), Outcome::HandedOver);
         TRY_COMPARE(m_urls.size(), 1);
         const auto others
             = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
-        QCOMPARE(QFile::permissions(socketPath()) & others, QFile::Permissions());
+        for (const QString &path : {socketPath(), lockPath()})
+            QCOMPARE(QFile::permissions(path) & others, QFile::Permissions());
+    }
+
+    void isFoundWhereTheProfilesFolderHasNoPlaceForASocket_data()
+    {
+        QTest::addColumn<QString>("folder");
+        QTest::addColumn<int>("mode");
+        QTest::newRow("long path") << QString(longestSocketPath, u'x') << S_IRWXU;
+        QTest::newRow("others may write") << u"open"_s << (S_IRWXU | S_IRWXG);
+    }
+
+    void isFoundWhereTheProfilesFolderHasNoPlaceForASocket()
+    {
+        QFETCH(QString, folder);
+        QFETCH(int, mode);
+        folder = m_folder->filePath(folder);
+        QCOMPARE(::mkdir(folder.toUtf8().constData(), 0700), 0);
+        QCOMPARE(::chmod(folder.toUtf8().constData(), mode_t(mode)), 0);
+        RunningInstance first(folder);
+        QCOMPARE(first.handOver({}, {}), Outcome::First);
+        QCOMPARE(QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot),
+            QStringList {u"instance.lock"_s});
+        QSignalSpy urls(&first, &RunningInstance::urlReceived);
+        QCOMPARE(handOver(folder, QUrl(u"wx1://a"_s)), Outcome::HandedOver);
+        first.answer();
+        TRY_COMPARE(urls.size(), 1);
+    }
+
+    void nothingGoesToOrComesFromAnotherUser()
+    {
+        if (::geteuid() != 0)
+            QSKIP("only root can be somebody else");
+        QCOMPARE(::chmod(m_folder->path().toUtf8().constData(), 0777), 0);
+        // What comes is not heard.
+        QCOMPARE(::chmod(socketPath().toUtf8().constData(), 0777), 0);
+        QTest::ignoreMessage(QtWarningMsg, "another user's process was turned away");
+        Stranger caller(
+            [](int descriptor, const sockaddr *address, socklen_t size) {
+                const QByteArrayView message("{\"url\": \"wx1://evil\"}\n");
+                return ::connect(descriptor, address, size) == 0
+                    && ::write(descriptor, message.data(), size_t(message.size()))
+                    == message.size();
+            },
+            socketPath());
+        TRY_VERIFY(caller.hasEnded());
+        QVERIFY(caller.succeeded());
+        QCOMPARE(handOver(m_folder->path(), QUrl(u"wx1://good"_s)), Outcome::HandedOver);
+        TRY_COMPARE(m_urls, QList {QUrl(u"wx1://good"_s)});
+
+        // What goes to one who pretends stays here.
+        const QString other = m_folder->filePath(u"other"_s);
+        ProfileLock lock(other + u"/instance.lock"_s);
+        QVERIFY(lock.tryLock());
+        const QString trap = m_folder->filePath(u"trap"_s);
+        Stranger listener(
+            [](int descriptor, const sockaddr *address, socklen_t size) {
+                if (::bind(descriptor, address, size) != 0 || ::listen(descriptor, 5) != 0)
+                    return false;
+                char byte = 0;
+                return ::read(::accept(descriptor, nullptr, nullptr), &byte, 1) == 0;
+            },
+            trap);
+        TRY_VERIFY(QFile::exists(trap));
+        lock.leaveNote(trap);
+        QCOMPARE(handOver(other, QUrl(u"wx1://oauth?code=1"_s)), Outcome::InUse);
+        TRY_VERIFY(listener.hasEnded());
+        QVERIFY2(listener.succeeded(), "it heard something");
     }
 
     void takesItsMessagesAndNoGarbage_data()
@@ -136,7 +262,7 @@ private Q_SLOTS:
         }
         socket.disconnectFromServer();
         TRY_COMPARE(m_urls.size(), taken ? 1 : 0);
-        QVERIFY(RunningInstance(socketPath()).handOver({}, QUrl(u"wx1://good"_s)));
+        QCOMPARE(handOver(m_folder->path(), QUrl(u"wx1://good"_s)), Outcome::HandedOver);
         TRY_VERIFY(m_urls.contains(QUrl(u"wx1://good"_s)));
         QCOMPARE(m_urls.size(), taken ? 2 : 1);
         QCOMPARE(m_pushes, {});
@@ -165,11 +291,10 @@ private Q_SLOTS:
         for (const QString &path : statePaths(paths))
             QVERIFY2(path.startsWith(folder + u'/'), qPrintable(path));
         QVERIFY(QFileInfo(folder).isDir() && !paths.name.isEmpty());
-        QVERIFY(paths.instanceSocket.size() <= longestSocketPath);
-        QStringList all = statePaths(ordinary) + QStringList {ordinary.instanceSocket};
+        QStringList all = statePaths(ordinary);
         for (const QString &path : std::as_const(all))
             QVERIFY2(path.startsWith(m_home.path() + u'/'), qPrintable(path));
-        all += statePaths(paths) + QStringList {paths.instanceSocket};
+        all += statePaths(paths);
         QCOMPARE(all.removeDuplicates(), 0);
     }
 
@@ -178,7 +303,7 @@ private Q_SLOTS:
         const ProfilePaths plain(m_home.filePath(u"a"_s));
         QVERIFY(QFile::link(m_home.filePath(u"a"_s), m_home.filePath(u"link"_s)));
         for (const QString &spelling : {u"a/"_s, u"./b/../a"_s, u"link"_s})
-            QCOMPARE(ProfilePaths(m_home.filePath(spelling)).instanceSocket, plain.instanceSocket);
+            QCOMPARE(ProfilePaths(m_home.filePath(spelling)).data, plain.data);
     }
 
     void saysWhereItIsWrong_data()

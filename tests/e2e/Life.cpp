@@ -31,6 +31,7 @@ Life::Life(const TourOptions &options)
 
 int Life::run(int argc, char **argv)
 {
+    ApplicationSetup::keepFilesPrivate();
     ApplicationSetup::beforeApplication();
     QGuiApplication application(argc, argv);
     ApplicationSetup::afterApplication();
@@ -57,10 +58,10 @@ int Life::live(Wire &wire, const DeploymentConfiguration &deployment)
     const QString profile = m_options.life->profile;
     const ProfilePaths paths(profile);
     StudentApplication student(deployment, paths, profile + u'/' + cameraFeed);
-    RunningInstance instance(paths.instanceSocket);
+    RunningInstance instance(paths.data);
     instance.handOver({}, {});
-    student.listenTo(&instance);
     student.start({});
+    student.listenTo(&instance);
     student.window()->resize(m_options.size);
     Driver driver(student.window(), &wire, m_options.life->profile);
     QTimer::singleShot(0, qGuiApp, [&] {

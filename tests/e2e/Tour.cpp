@@ -1,5 +1,6 @@
 #include "e2e/Tour.h"
 
+#include "app/ApplicationSetup.h"
 #include "app/SandboxProcess.h"
 #include "e2e/Desktop.h"
 #include "e2e/Steps.h"
@@ -94,6 +95,10 @@ Tour::Tour(const TourOptions &options)
 
 int Tour::run()
 {
+    if (!ApplicationSetup::engineProblem().isNull()) {
+        std::fputs("vant-tour: running as root, without the web engine's own sandbox\n", stderr);
+        qputenv(ApplicationSetup::withoutSandbox, "1");
+    }
     QDir().mkpath(m_options.out);
     removePicturesOfAnEarlierTour(QDir(m_options.out));
     QTemporaryDir profile(m_options.out + u"/profile-XXXXXX"_s);

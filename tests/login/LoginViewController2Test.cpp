@@ -125,6 +125,31 @@ private Q_SLOTS:
             m_harness->shell.navigator()->registerScreen(screen, QUrl(u"qrc:/x"_s));
     }
 
+    void whatALoginLeavesOnDiskOpensNoSession()
+    {
+        start();
+        fill(u"student01"_s, u"vant1234"_s);
+        m_login->login();
+        TRY_VERIFY(m_harness->loginModel.isLogin());
+        QByteArrayList secrets {"vant1234", m_harness->loginModel.login_token().toUtf8()};
+        for (const QNetworkCookie &cookie : m_harness->session.net.cookies->cookies()) {
+            if (cookie.name() == "mo" || cookie.name() == "tmo")
+                secrets << cookie.value();
+        }
+        const QString path = m_harness->session.net.folder.filePath(u"settings.ini"_s);
+        for (const QString &key :
+            {u"loginTokenForST"_s, u"passwordForST"_s, u"vantCookies"_s, u"MiPushUsingCookie"_s}) {
+            QVERIFY2(m_harness->defaults.objectForKey(key).isValid(), qPrintable(key));
+            TRY_VERIFY(QSettings(path, QSettings::IniFormat).contains(key));
+        }
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray left = file.readAll();
+        QVERIFY(left.contains("student01") && secrets.size() == 4);
+        for (const QByteArray &secret : std::as_const(secrets))
+            QVERIFY2(!secret.isEmpty() && !left.contains(secret), secret);
+    }
+
     void oneLoginAtATimeAndItsErrorHalfASecondLater()
     {
         start();

@@ -1,5 +1,6 @@
 #include "net/NetClient.h"
 
+#include "model/SecretSettings.h"
 #include "model/StringFormat.h"
 #include "support/Patience.h"
 
@@ -15,10 +16,10 @@ char *toString(const Answer &answer)
 }
 
 NetClient::NetClient(const DeploymentConfiguration::Hosts &hosts)
-    : defaults(folder.filePath(u"settings.ini"_qs))
+    : keychain(u"net-test"_qs, folder.filePath(u"keychain.ini"_qs))
+    , defaults(folder.filePath(u"settings.ini"_qs), &keychain, secretSettings)
     , loginModel(&defaults)
     , cookies(new HTTPCookieStorage(folder.filePath(u"cookies.json"_qs)))
-    , keychain(u"net-test"_qs, folder.filePath(u"keychain.ini"_qs))
     , student(&keychain, u"student"_qs)
     , patriarch(&keychain, u"patriarch"_qs)
     , manager(&network, &loginModel, &defaults, hosts)
@@ -28,6 +29,13 @@ NetClient::NetClient(const DeploymentConfiguration::Hosts &hosts)
     // The items of tests have no place in the keyring of whoever runs them.
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
     QLoggingCategory::setFilterRules(u"vant.platform.info=false"_qs);
+}
+
+void NetClient::reopenDefaults()
+{
+    // In its place, for all that work with it.
+    std::destroy_at(&defaults);
+    std::construct_at(&defaults, folder.filePath(u"settings.ini"_qs), &keychain, secretSettings);
 }
 
 Answer NetClient::await(const Call &call)

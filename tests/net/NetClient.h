@@ -39,12 +39,15 @@ public:
     //! Sets the chosen school's own server; null strings take an address away.
     void setLocal(const QString &url, const QString &urlQe);
 
+    //! Opens the settings anew, as a restart finds them: their secrets are awaited.
+    void reopenDefaults();
+
     QTemporaryDir folder;
+    KeyChainStore keychain;
     UserDefaults defaults;
     LoginModel loginModel;
     QNetworkAccessManager network;
     HTTPCookieStorage *cookies; //!< the network's
-    KeyChainStore keychain;
     DeviceIdentifier student;
     DeviceIdentifier patriarch;
     BaseRequestManager manager;

@@ -54,6 +54,9 @@ private Q_SLOTS:
         }
         KeyChainStore store(u"/home/c/profile"_s, file);
         QCOMPARE(load(store), Data("of the file"));
+        TRY_VERIFY(!QSettings(file, QSettings::IniFormat).contains(key));
+        KeyChainStore withoutTheFile(u"/home/c/profile"_s, m_file);
+        QCOMPARE(load(withoutTheFile), Data("of the file"));
     }
 
     // The last one of the keychain: the service does not come back.

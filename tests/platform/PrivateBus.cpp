@@ -6,6 +6,8 @@
 #include <QDBusConnectionInterface>
 #include <QFile>
 
+#include <csignal>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -65,5 +67,17 @@ PrivateBus::~PrivateBus()
 
 void PrivateBus::endKeyring()
 {
+    resumeKeyring();
     end(m_keyring);
+}
+
+void PrivateBus::pauseKeyring()
+{
+    ::kill(pid_t(m_keyring.processId()), SIGSTOP);
+}
+
+void PrivateBus::resumeKeyring()
+{
+    if (m_keyring.state() == QProcess::Running)
+        ::kill(pid_t(m_keyring.processId()), SIGCONT);
 }

@@ -13,6 +13,9 @@ public:
     ~PrivateBus();
 
     void endKeyring();
+    //! From now on the keyring answers nobody, until it goes on.
+    void pauseKeyring();
+    void resumeKeyring();
 
 private:
     QTemporaryDir m_folder;
