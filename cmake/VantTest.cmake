@@ -8,7 +8,14 @@ function(vant_test name)
     vant_warnings(${name})
     add_dependencies(${name} vant-sandbox)
     add_test(NAME ${name} COMMAND ${name})
+    set(environment ${VANT_TEST_ENVIRONMENT}
+        "QT_QPA_PLATFORM=offscreen"
+        "QT_QUICK_BACKEND=software"
+        "VANT_SANDBOX=$<TARGET_FILE:vant-sandbox>"
+        "QTWEBENGINE_DISABLE_SANDBOX=1"
+        "QTWEBENGINE_CHROMIUM_FLAGS=--disable-quic --no-first-run --disable-background-networking --disable-component-update --disable-sync")
+    math(EXPR timeout "120 * ${VANT_TEST_PATIENCE}")
     set_tests_properties(${name} PROPERTIES
-        TIMEOUT 120
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_QUICK_BACKEND=software;VANT_SANDBOX=$<TARGET_FILE:vant-sandbox>;QTWEBENGINE_DISABLE_SANDBOX=1;QTWEBENGINE_CHROMIUM_FLAGS=--disable-quic --no-first-run --disable-background-networking --disable-component-update --disable-sync")
+        TIMEOUT ${timeout}
+        ENVIRONMENT "${environment}")
 endfunction()

@@ -8,7 +8,7 @@
 namespace {
 
 constexpr qint64 bytesInPixel = 4;
-constexpr qint64 bytesInMegabyte = 1024 * 1024;
+constexpr qint64 bytesInMegabyte = 1'048'576;
 
 bool isWithin(const QSize &inFile, const QSize &inMemory)
 {

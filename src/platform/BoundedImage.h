@@ -14,7 +14,7 @@ namespace BoundedImage {
 //! In memory.
 constexpr qint64 mostPixels = 100'000'000;
 //! In a file, of which a smaller picture is made.
-constexpr qint64 mostPixelsInFile = 256 * 1024 * 1024;
+constexpr qint64 mostPixelsInFile = 268'435'456;
 
 constexpr qint64 pixelsOf(const QSize &size)
 {

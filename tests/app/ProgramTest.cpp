@@ -1,8 +1,14 @@
+#include "login/AskedSchool.h"
+#include "platform/BrowserWXApi.h"
+#include "platform/UserDefaults.h"
+#include "support/NotedUrlOpener.h"
 #include "support/Patience.h"
+#include "support/PlatformProcess.h"
 
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <csignal>
@@ -211,6 +217,46 @@ private Q_SLOTS:
         ::kill(pid_t(client), signal);
         QVERIFY(m_program->waitForFinished(patienceMs));
         TRY_VERIFY(!lives(platform));
+    }
+
+    // The client was closed while the user was in the browser.
+    void aWeChatAnswerMayStartTheClient()
+    {
+        PlatformProcess platform;
+        QVERIFY(QDir(m_folder->path()).mkdir(u"profile"_s));
+        QUrl answer;
+        {
+            UserDefaults settings(path(u"profile/settings.ini"_s));
+            NotedUrlOpener browser;
+            BrowserWXApi wxApi(
+                &browser, nullptr, &settings, platform.address() + u"wechat/authorise"_s);
+            wxApi.registerApp(DeploymentConfiguration().wechat.appId, {});
+            QVERIFY(wxApi.sendAuthReq(u"snsapi_userinfo"_s, u"123"_s));
+            AskedSchool {u"厦门实验小学"_s, u"school01"_s, {}, {}, false, {}, {}}.keep(&settings);
+            const QString page = browser.opened.constFirst().toString(QUrl::FullyEncoded);
+            const QString content
+                = QString::fromUtf8(platform.control(page.mid(platform.address().size())));
+            const QRegularExpression link(u"id=\"btn-agree\" href=\"([^\"]*)\""_s);
+            answer = QUrl(link.match(content).captured(1).replace(u"&amp;"_s, u"&"_s));
+        }
+        QVERIFY(answer.isValid() && !answer.isEmpty());
+        write(u"school.toml"_s, platform.control(u"deployment.toml"_s));
+        platform.takeRequests();
+        m_program->setProcessChannelMode(QProcess::ForwardedChannels);
+        start({u"--config"_s, path(u"school.toml"_s), u"--profile"_s, path(u"profile"_s),
+            answer.toString(QUrl::FullyEncoded)});
+        QString signedInAt;
+        const auto hasSignedIn = [&] {
+            for (const TracedRequest &request : platform.takeRequests()) {
+                if (request.value(u"start"_s) == u"login4AppWeixin")
+                    signedInAt = request.path;
+            }
+            return !signedInAt.isNull();
+        };
+        TRY_VERIFY(hasSignedIn());
+        QCOMPARE(signedInAt, u"/school01/do"_s);
+        ::kill(pid_t(m_program->processId()), SIGTERM);
+        QVERIFY(m_program->waitForFinished(patienceMs));
     }
 };
 
