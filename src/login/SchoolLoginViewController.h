@@ -57,7 +57,8 @@ protected:
 private:
     void xhLaunchAdShowFinish();
     void wechatAuthCodeCallback(const QVariant &object);
-    QString missingBeforeAccount() override;
+    QString missingBeforeAccount() const override;
+    void useSchool() override;
 
     QPointer<AuthLoginViewController> m_binding;
     QString m_message;
