@@ -5,6 +5,7 @@
 #include "login/LoginViewController2.h"
 #include "platform/FeedCaptureDevice.h"
 #include "platform/SystemCaptureDevice.h"
+#include "platform/WindowOrientation.h"
 #include "ui/FontChooser.h"
 #include "ui/NavigationController.h"
 #include "upload/picker/ImagePickerController.h"
@@ -15,7 +16,6 @@
 #include <QGuiApplication>
 #include <QHostAddress>
 #include <QNetworkDiskCache>
-#include <QQuickWindow>
 #include <QScreen>
 
 #include <unistd.h>
@@ -153,6 +153,7 @@ StudentApplication::StudentApplication(const DeploymentConfiguration &configurat
               .launch = &m_launch,
               .windowPixels = [this] { return windowPixels(); },
           },
+              .requestGeometryUpdate = [this](auto orientation) { return turnWindow(orientation); },
           {[this] { return makeLogin(); }, [this] { return makeHome(); }})
     , m_inputPause(&m_mainQueue)
 {
@@ -215,6 +216,11 @@ QSize StudentApplication::windowPixels() const
 }
 
 // Who signs in shall find the web engine running, and who types shall not wait for it to start.
+QString StudentApplication::turnWindow(Qt::ScreenOrientation orientation)
+{
+    return m_window ? WindowOrientation::request(m_window, orientation) : QString();
+}
+
 void StudentApplication::prepareHomeInPause()
 {
     connect(

@@ -34,8 +34,9 @@
 
 #include <QNetworkAccessManager>
 #include <QQmlApplicationEngine>
+#include <QPointer>
 
-class QQuickWindow;
+#include <QQuickWindow>
 class RunningInstance;
 class WebPageProfile;
 
@@ -68,6 +69,7 @@ private:
     void chooseFromAlbum(const ScanEnvironment::AlbumAnswer &answer);
     QSize windowPixels() const;
     void registerScreens();
+    QString turnWindow(Qt::ScreenOrientation orientation);
     void prepareHomeInPause();
     void activate();
 
@@ -115,5 +117,5 @@ private:
 
     // The last member: views go before what they show.
     QQmlApplicationEngine m_engine;
-    QQuickWindow *m_window = nullptr;
+    QPointer<QQuickWindow> m_window;
 };

@@ -1,8 +1,12 @@
 #include "app/DelegateClient.h"
+#include "platform/WindowOrientation.h"
 #include "support/Patience.h"
 #include "support/PlatformProcess.h"
 #include "ui/NavigationController.h"
 #include "web/WebTestMain.h"
+
+#include <QLoggingCategory>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -214,6 +218,20 @@ private Q_SLOTS:
         // From now on the home container hears of them itself.
         m_client->pushRegistration.didReceiveNotification(notification);
         QCOMPARE(m_client->delegate.takePushDictionary(), std::nullopt);
+    }
+
+    void theWindowSystemIsAskedToFollowTheLandscapePage()
+    {
+        QLoggingCategory::setFilterRules(u"vant.app.debug=true"_s);
+        m_client->delegate.setLandscapeScreen(true);
+        m_client->orientationRefusal = u"never"_s;
+        QTest::ignoreMessage(QtDebugMsg, "强制竖屏错误:never");
+        m_client->delegate.setLandscapeScreen(false);
+        QCOMPARE(
+            m_client->orientations, (QList {Qt::LandscapeOrientation, Qt::PortraitOrientation}));
+        QWindow window;
+        QVERIFY(WindowOrientation::request(&window, Qt::LandscapeOrientation).isNull());
+        QCOMPARE(window.contentOrientation(), Qt::LandscapeOrientation);
     }
 };
 
