@@ -66,6 +66,7 @@ STHomeViewController::~STHomeViewController() = default;
 
 void STHomeViewController::viewDidLoad()
 {
+    services()->initLocation();
     observeNotifications();
     m_environment.ssoCookies->configCookies();
     BridgeHandlers::registerAll(&m_bridge, this);
