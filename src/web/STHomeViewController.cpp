@@ -101,11 +101,6 @@ void STHomeViewController::viewDidAppear()
         m_webView.load(QUrl(urlStr));
 }
 
-SafeArea *STHomeViewController::safeArea() const
-{
-    return m_environment.shell->safeArea();
-}
-
 QColor STHomeViewController::statusBarColor() const
 {
     return colorWithHexString(statusColor);

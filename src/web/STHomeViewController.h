@@ -1,6 +1,5 @@
 #pragma once
 
-#include "ui/SafeArea.h"
 #include "ui/ViewController.h"
 #include "web/BridgeTrust.h"
 #include "web/HomeEnvironment.h"
@@ -23,7 +22,6 @@ class STHomeViewController : public ViewController
     QML_ELEMENT
     QML_UNCREATABLE("Made by the application delegate.")
     Q_PROPERTY(WebView *webView READ webView CONSTANT)
-    Q_PROPERTY(SafeArea *safeArea READ safeArea CONSTANT)
     Q_PROPERTY(QColor statusBarColor READ statusBarColor NOTIFY statusBarColorChanged)
     Q_PROPERTY(bool errorViewVisible READ errorViewVisible NOTIFY errorViewVisibleChanged)
 
@@ -36,7 +34,6 @@ public:
 
     WebView *webView() { return &m_webView; }
     PageServices *services() const { return m_environment.services; }
-    SafeArea *safeArea() const;
     QColor statusBarColor() const;
     bool errorViewVisible() const { return m_errorViewVisible; }
 
