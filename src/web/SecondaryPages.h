@@ -2,11 +2,15 @@
 
 #include "web/OMOutLinkLandscapeViewController.h"
 
+#include <QPointer>
+
 class HTTPCookieStorage;
 class Navigator;
 
-//! Opens pages beside the home container, over what is shown. Owned by the application; what it is
-//! given must outlive it. The profile of a class of pages is made for the first of them.
+//! Opens pages beside the home container, over what is shown: one at a time for the portal, and
+//! one for the shell's own screens; while it is there, nothing comes of further wishes. Owned by
+//! the application; what it is given must outlive it. The profile of a class of pages is made for
+//! the first of them.
 class SecondaryPages
 {
 public:
@@ -24,6 +28,7 @@ private:
     using Profile = std::unique_ptr<WebPageProfile>;
     using MakeProfile = Profile (*)(const QString &folder, HTTPCookieStorage *storage);
 
+    bool isThere(const QPointer<ViewController> &page) const;
     WebPageProfile *made(Profile &profile, MakeProfile make, const QString &name);
 
     Navigator *m_navigator;
@@ -32,6 +37,8 @@ private:
     PageHost *m_host;
     MainQueue *m_mainQueue;
     OMOutLinkLandscapeViewController::SetLandscapeScreen m_setLandscapeScreen;
+    QPointer<ViewController> m_pageOfPortal;
+    QPointer<ViewController> m_pageOfShell;
     Profile m_miniProgram;
     Profile m_landscape;
     Profile m_outLink;
