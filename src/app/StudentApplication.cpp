@@ -89,7 +89,8 @@ StudentApplication::StudentApplication(const DeploymentConfiguration &configurat
     , m_pushRegistration(
           &m_pushClient, configuration.push, &m_loginModel, &m_defaults, &m_notifications)
     , m_shell(m_mainQueue)
-    , m_pageHost(&m_shell, paths.downloads)
+    , m_linkHandOver(&m_urlOpener, &m_mainQueue, configuration.customerServiceAccount)
+    , m_pageHost(&m_shell, &m_mainQueue, &m_linkHandOver, paths.downloads)
     , m_linkCodeSheet(&m_shell)
     , m_shareSDK(&m_urlOpener, &m_photoLibrary, &m_linkCodeSheet, configuration.qq.shareUrl)
     , m_secondaryPages(m_shell.navigator(), &m_cookieStorage, paths.web, &m_pageHost, &m_mainQueue,
@@ -152,8 +153,8 @@ StudentApplication::StudentApplication(const DeploymentConfiguration &configurat
               .badge = &m_badge,
               .launch = &m_launch,
               .windowPixels = [this] { return windowPixels(); },
-          },
               .requestGeometryUpdate = [this](auto orientation) { return turnWindow(orientation); },
+          },
           {[this] { return makeLogin(); }, [this] { return makeHome(); }})
     , m_inputPause(&m_mainQueue)
 {
@@ -215,12 +216,12 @@ QSize StudentApplication::windowPixels() const
     return (isPhone ? screen->size() : windowSize) * screen->devicePixelRatio();
 }
 
-// Who signs in shall find the web engine running, and who types shall not wait for it to start.
 QString StudentApplication::turnWindow(Qt::ScreenOrientation orientation)
 {
     return m_window ? WindowOrientation::request(m_window, orientation) : QString();
 }
 
+// Who signs in shall find the web engine running, and who types shall not wait for it to start.
 void StudentApplication::prepareHomeInPause()
 {
     connect(
@@ -251,7 +252,6 @@ std::unique_ptr<STHomeViewController> StudentApplication::makeHome()
         .mainQueue = &m_mainQueue,
         .reachability = &m_reachability,
         .network = &m_network,
-        .urlOpener = &m_urlOpener,
         .photoLibrary = &m_photoLibrary,
         .wxApi = &m_wxApi,
         .services = &m_pageServices,

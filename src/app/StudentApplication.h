@@ -29,14 +29,15 @@
 #include "session/LoginResult.h"
 #include "ui/Shell.h"
 #include "upload/SlicingUpload.h"
+#include "web/LinkHandOver.h"
 #include "web/PageHost.h"
 #include "web/SecondaryPages.h"
 
 #include <QNetworkAccessManager>
-#include <QQmlApplicationEngine>
 #include <QPointer>
-
+#include <QQmlApplicationEngine>
 #include <QQuickWindow>
+
 class RunningInstance;
 class WebPageProfile;
 
@@ -68,8 +69,8 @@ private:
     WebPageProfile *homeProfile();
     void chooseFromAlbum(const ScanEnvironment::AlbumAnswer &answer);
     QSize windowPixels() const;
-    void registerScreens();
     QString turnWindow(Qt::ScreenOrientation orientation);
+    void registerScreens();
     void prepareHomeInPause();
     void activate();
 
@@ -104,6 +105,7 @@ private:
     SilentLogin m_silentLogin;
     PushRegistration m_pushRegistration;
     Shell m_shell;
+    LinkHandOver m_linkHandOver;
     PageHost m_pageHost;
     LinkCodeSheet m_linkCodeSheet;
     DesktopShareSDK m_shareSDK;

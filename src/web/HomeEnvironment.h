@@ -16,7 +16,6 @@ class Shell;
 class SlicingUpload;
 class SsoCookies;
 class STHomeViewControllerDelegate;
-class UrlOpener;
 class UserDefaults;
 class WebPageProfile;
 class WXApi;
@@ -36,7 +35,6 @@ struct HomeEnvironment
     MainQueue *mainQueue;
     NetworkReachabilityManager *reachability;
     QNetworkAccessManager *network;
-    UrlOpener *urlOpener;
     PhotoLibrary *photoLibrary;
     WXApi *wxApi;
     PageServices *services;

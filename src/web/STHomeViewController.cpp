@@ -7,7 +7,6 @@
 #include "platform/MainQueue.h"
 #include "platform/NetworkReachabilityManager.h"
 #include "platform/NotificationCenter.h"
-#include "platform/UrlOpener.h"
 #include "platform/WXApi.h"
 #include "session/SsoCookies.h"
 #include "ui/HexColor.h"
@@ -18,7 +17,6 @@
 #include "web/BridgeResult.h"
 #include "web/CookieHeader.h"
 #include "web/EngineNavigation.h"
-#include "web/NavigationPolicy.h"
 #include "web/PageServices.h"
 #include "web/PageScripts.h"
 #include "web/STHomeViewControllerDelegate.h"
@@ -49,9 +47,6 @@ STHomeViewController::STHomeViewController(const HomeEnvironment &environment)
     , m_pushPages(&m_webView, environment.shell->alertView(), environment.loginModel)
     , m_imageSaver(environment.network, environment.photoLibrary, environment.shell->toast())
 {
-    m_webView.setPolicy([this](const QUrl &url, bool isMainFrame, bool isNewWindow) {
-        return decidePolicy(url, isMainFrame, isNewWindow);
-    });
     WebCookieStore *cookies = environment.profile->cookies();
     connect(&m_webView, &WebView::loadEnded, cookies, &WebCookieStore::endLoad);
     connect(&m_webView, &WebView::documentGone, &m_bridge, &WebViewJavascriptBridge::documentGone);
@@ -66,12 +61,12 @@ STHomeViewController::~STHomeViewController() = default;
 
 void STHomeViewController::viewDidLoad()
 {
-    services()->initLocation();
     observeNotifications();
     m_environment.ssoCookies->configCookies();
     BridgeHandlers::registerAll(&m_bridge, this);
     configWebView();
     configNSTimer();
+    services()->initLocation();
     // Every login loads the portal again, with fresh cookies; the present one does so too.
     m_environment.loginModel->observeIsLogin(this, [this](bool isLogin) {
         if (isLogin)
@@ -232,23 +227,6 @@ void STHomeViewController::getAppInfo(const WebViewJavascriptBridge::Respond &re
     m_environment.deviceIdentifier->whenReady([this, respond](const QString &uuid) {
         respond(bridgeResult(AppInfo::text(*m_environment.loginModel, uuid)));
     });
-}
-
-bool STHomeViewController::decidePolicy(const QUrl &url, bool isMainFrame, bool isNewWindow)
-{
-    const auto policy = NavigationPolicy::decide(url,
-        isNewWindow ? NavigationPolicy::TargetFrame::None : NavigationPolicy::TargetFrame::Some,
-        m_environment.configuration.customerServiceAccount);
-    for (const QUrl &link : policy.openInSystem) {
-        if (m_environment.urlOpener->canOpenURL(link)) {
-            m_environment.urlOpener->openURL(link);
-            break;
-        }
-    }
-    if (policy.loadInThisView && EngineNavigation::isLoadable(url))
-        m_webView.load(url);
-    Q_UNUSED(isMainFrame)
-    return EngineNavigation::mayFollow(url);
 }
 
 void STHomeViewController::didFinishNavigation()

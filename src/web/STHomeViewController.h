@@ -73,7 +73,6 @@ private:
     void configNSTimer();
     void stopNSTimer();
     void loadPortal();
-    bool decidePolicy(const QUrl &url, bool isMainFrame, bool isNewWindow);
     //! Calls a function of the page as long as this object lives.
     PageServices::Answer toPage(const QString &function);
     void wechatAuthCodeCallback(const QVariant &answer);

@@ -14,8 +14,6 @@ WebPageViewController::WebPageViewController(WebPageProfile *profile, PageHost *
               : nullptr)
     , m_webView(profile->engineProfile(), m_bridge.get(), host)
 {
-    m_webView.setPolicy(
-        [](const QUrl &url, bool, bool) { return EngineNavigation::mayFollow(url); });
     connect(
         &m_webView, &WebView::didFinishNavigation, this, [this] { setErrorViewVisible(false); });
     connect(&m_webView, &WebView::didFailNavigation, this, [this] { setErrorViewVisible(true); });

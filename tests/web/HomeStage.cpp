@@ -9,7 +9,7 @@ HomeStage::HomeStage(
     const DeploymentConfiguration::Hosts &hosts, STHomeViewControllerDelegate *delegate)
     : session(hosts)
     , album(session.net.folder.filePath(u"album"_s))
-    , pageHost(&shell, session.net.folder.path())
+    , pageHost(&shell, &mainQueue, &linkHandOver, session.net.folder.path())
     , delegate(delegate)
     , slicingUpload({
           .network = &session.net.network,
@@ -43,7 +43,6 @@ HomeEnvironment HomeStage::environment()
         .mainQueue = &mainQueue,
         .reachability = &reachability,
         .network = &session.net.network,
-        .urlOpener = &urlOpener,
         .photoLibrary = &album,
         .wxApi = &wxApi,
         .services = &services,
