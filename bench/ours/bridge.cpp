@@ -5,6 +5,7 @@
 #include "platform/TimerMainQueue.h"
 #include "ui/Shell.h"
 #include "web/HomePageProfile.h"
+#include "web/LinkHandOver.h"
 #include "web/PageHost.h"
 #include "web/WebPageProfile.h"
 #include "web/WebView.h"
@@ -35,7 +36,8 @@ int main(int argc, char **argv)
     HTTPCookieStorage cookies(folder.filePath(u"cookies.json"_s));
     TimerMainQueue mainQueue;
     Shell shell(mainQueue);
-    PageHost host(&shell, folder.path());
+    LinkHandOver links(nullptr, &mainQueue, {}); // pages here have no links
+    PageHost host(&shell, &mainQueue, &links, folder.path());
     const auto profile = makeHomePageProfile(folder.filePath(u"web"_s), &cookies);
     WebViewJavascriptBridge bridge([](const QString &) { return true; });
     bridge.registerHandler(

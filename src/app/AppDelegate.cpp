@@ -4,6 +4,7 @@
 #include "launch/LaunchStage.h"
 #include "login/SchoolLoginViewController.h"
 #include "model/LoginModel.h"
+#include "model/StringFormat.h"
 #include "platform/ApplicationBadge.h"
 #include "platform/LocationManager.h"
 #include "platform/MainQueue.h"
@@ -286,7 +287,12 @@ void AppDelegate::bindGeTuiAgain()
 void AppDelegate::setLandscapeScreen(bool landscape)
 {
     m_landscapeScreen = landscape;
-    Q_EMIT supportedInterfaceOrientationsChanged();
+    const QString error = m_environment.requestGeometryUpdate(
+        supportedInterfaceOrientations() == LandscapeRight ? Qt::LandscapeOrientation
+                                                           : Qt::PortraitOrientation);
+    if (!error.isNull())
+        qCDebug(lcApp).noquote() << StringFormat::format(
+            u"强制%@错误:%@"_s, landscape ? u"横屏"_s : u"竖屏"_s, error);
 }
 
 AppDelegate::InterfaceOrientation AppDelegate::supportedInterfaceOrientations() const

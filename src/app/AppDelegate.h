@@ -39,6 +39,8 @@ struct AppDelegateEnvironment
     ApplicationBadge *badge;
     LaunchStage *launch;
     std::function<QSize()> windowPixels; //!< the window's size in pixels
+    //! Asks the window system to show the window this way; null, or why it does not.
+    std::function<QString(Qt::ScreenOrientation orientation)> requestGeometryUpdate;
 };
 
 //! Decides at launch and ever after whether the window shows the login flow or the home container.
@@ -94,9 +96,6 @@ public:
     //! The last tapped notification that came before there was a home container, or while nobody
     //! was signed in: the same user's next login opens it.
     std::optional<QVariantMap> pushDictionary;
-
-Q_SIGNALS:
-    void supportedInterfaceOrientationsChanged();
 
 private:
     enum class Token { Needed, NotNeeded };

@@ -7,6 +7,7 @@
 #include "platform/FeedCaptureDevice.h"
 #include "platform/ServerAddress.h"
 #include "platform/SystemCaptureDevice.h"
+#include "platform/WindowOrientation.h"
 #include "ui/FontChooser.h"
 #include "ui/NavigationController.h"
 #include "upload/picker/ImagePickerController.h"
@@ -14,7 +15,6 @@
 
 #include <QGuiApplication>
 #include <QNetworkDiskCache>
-#include <QQuickWindow>
 #include <QScreen>
 
 #include <unistd.h>
@@ -83,7 +83,8 @@ StudentApplication::StudentApplication(const DeploymentConfiguration &configurat
     , m_pushRegistration(&m_pushClient, configuration.push, &m_loginModel, &m_defaults,
           &m_notifications, &m_session)
     , m_shell(m_mainQueue)
-    , m_pageHost(&m_shell, paths.downloads)
+    , m_linkHandOver(&m_urlOpener, &m_mainQueue, configuration.customerServiceAccount)
+    , m_pageHost(&m_shell, &m_mainQueue, &m_linkHandOver, paths.downloads)
     , m_pageProfiles(paths.web, &m_cookieStorage, &m_defaults, &m_mainQueue)
     , m_linkCodeSheet(&m_shell)
     , m_shareSDK(&m_urlOpener, &m_photoLibrary, &m_linkCodeSheet, configuration.qq.shareUrl)
@@ -143,6 +144,7 @@ StudentApplication::StudentApplication(const DeploymentConfiguration &configurat
               .badge = &m_badge,
               .launch = &m_launch,
               .windowPixels = [this] { return windowPixels(); },
+              .requestGeometryUpdate = [this](auto orientation) { return turnWindow(orientation); },
           },
           {[this] { return makeLogin(); }, [this] { return makeHome(); }})
     , m_inputPause(&m_mainQueue)
@@ -206,6 +208,11 @@ QSize StudentApplication::windowPixels() const
     return (isPhone ? screen->size() : windowSize) * screen->devicePixelRatio();
 }
 
+QString StudentApplication::turnWindow(Qt::ScreenOrientation orientation)
+{
+    return m_window ? WindowOrientation::request(m_window, orientation) : QString();
+}
+
 // Who signs in shall find the web engine running, and who types shall not wait for it to start.
 void StudentApplication::prepareHomeInPause()
 {
@@ -237,7 +244,6 @@ std::unique_ptr<STHomeViewController> StudentApplication::makeHome()
         .mainQueue = &m_mainQueue,
         .reachability = &m_reachability,
         .network = &m_network,
-        .urlOpener = &m_urlOpener,
         .photoLibrary = &m_photoLibrary,
         .wxApi = &m_wxApi,
         .services = &m_pageServices,

@@ -29,15 +29,17 @@
 #include "session/LoginResult.h"
 #include "ui/Shell.h"
 #include "upload/SlicingUpload.h"
+#include "web/LinkHandOver.h"
 #include "web/PageHost.h"
 #include "web/PageProfiles.h"
 #include "web/SecondaryPages.h"
 
 #include <QNetworkAccessManager>
+#include <QPointer>
 #include <QQmlApplicationEngine>
+#include <QQuickWindow>
 #include <QScopeGuard>
 
-class QQuickWindow;
 class RunningInstance;
 
 //! The client: makes one of everything, gives each what it uses, and takes it all down in the right
@@ -67,6 +69,7 @@ private:
     std::unique_ptr<STHomeViewController> makeHome();
     void chooseFromAlbum(const ScanEnvironment::AlbumAnswer &answer);
     QSize windowPixels() const;
+    QString turnWindow(Qt::ScreenOrientation orientation);
     void registerScreens();
     void forgetFormerUser();
     void prepareHomeInPause();
@@ -104,6 +107,7 @@ private:
     SilentLogin m_silentLogin;
     PushRegistration m_pushRegistration;
     Shell m_shell;
+    LinkHandOver m_linkHandOver;
     PageHost m_pageHost;
     PageProfiles m_pageProfiles;
     LinkCodeSheet m_linkCodeSheet;
@@ -119,5 +123,5 @@ private:
     QScopeGuard<std::function<void()>> m_screens {[this] { m_shell.navigator()->end(); }};
     // Views go before what they show.
     QQmlApplicationEngine m_engine;
-    QQuickWindow *m_window = nullptr;
+    QPointer<QQuickWindow> m_window;
 };

@@ -10,7 +10,6 @@ StudentPageServices::StudentPageServices(const ScanEnvironment &scan,
     , m_share(scan.shell, shareSDK, network)
     , m_pages(pages)
 {
-    m_location.initLocation();
     connect(&m_location, &LocationForPages::onGetBDLocation, this,
         [this](const QString &text) { m_onGetBDLocation(text); });
 }
@@ -18,6 +17,11 @@ StudentPageServices::StudentPageServices(const ScanEnvironment &scan,
 void StudentPageServices::scanQrCode(Answer onQrResult)
 {
     m_codeScan.scanQrCode(std::move(onQrResult));
+}
+
+void StudentPageServices::initLocation()
+{
+    m_location.initLocation();
 }
 
 void StudentPageServices::getLocation(Answer onGetBDLocation)

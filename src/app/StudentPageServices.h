@@ -18,6 +18,7 @@ public:
         ShareSDK *shareSDK, QNetworkAccessManager *network, SecondaryPages *pages);
 
     void scanQrCode(Answer onQrResult) override;
+    void initLocation() override;
     void getLocation(Answer onGetBDLocation) override;
     void action(const QUrl &imageUrl) override;
     void linkShareAction(const QString &url, const QString &title, const QString &content,

@@ -18,6 +18,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString applicationId = QStringLiteral("vant_moqe_st");
+constexpr int cancelButton = 0; // of the optional dialog
 const QString downloadPage = QStringLiteral("pages/official/h5/download.jsp");
 
 // As such numbers are read: what stands before anything else, 0 where there is none.
@@ -83,7 +84,7 @@ void UpdateCheck::present(const Update &update)
     } else {
         alert.buttons = {u"取消"_s, u"确定"_s};
         alert.tag = OptionalTag;
-        alert.cancellable = true;
+        alert.backButton = cancelButton;
     }
     m_environment.shell->alertView()->show(
         alert, [self = QPointer(this), tag = alert.tag](int buttonIndex) {

@@ -129,6 +129,7 @@ void LoginFormViewController::login()
         return showError(u"没有网络连接..."_s);
     if (const QString missing = missingBeforeAccount(); !missing.isEmpty())
         return showError(missing);
+    useSchool();
     if (tested(account()).isEmpty())
         return showError(u"请输入您的账号"_s);
     if (tested(password()).isEmpty())

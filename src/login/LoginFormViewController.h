@@ -68,7 +68,9 @@ protected:
 
     //! What the screen asks for before it asks for an account: the text to show where that is
     //! missing, empty where nothing is.
-    virtual QString missingBeforeAccount() { return {}; }
+    virtual QString missingBeforeAccount() const { return {}; }
+    //! Nothing of that is missing: the request layer turns to the chosen school.
+    virtual void useSchool() { }
     //! The part of an account or a password that the check for an empty one looks at.
     virtual QString tested(const QString &typed) const { return typed; }
     //! The login is stored; the fields still stand as typed.

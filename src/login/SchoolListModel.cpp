@@ -16,9 +16,10 @@ SchoolListModel::~SchoolListModel()
 
 void SchoolListModel::setSchools(const QList<DataModel> &schools)
 {
+    const auto sort = ++m_newestSort;
     inBackground(
         this, [schools] { return std::make_shared<const SchoolDirectory>(schools); },
-        [this, sort = ++m_newestSort](std::shared_ptr<const SchoolDirectory> directory) {
+        [this, sort](std::shared_ptr<const SchoolDirectory> directory) {
             if (sort != m_newestSort)
                 return;
             show(std::move(directory), std::nullopt);

@@ -81,12 +81,14 @@ QString SchoolLoginViewController::schoolText() const
     return isSchoolChosen() ? m_school : noSchool;
 }
 
-QString SchoolLoginViewController::missingBeforeAccount()
+QString SchoolLoginViewController::missingBeforeAccount() const
 {
-    if (m_siteCode.isEmpty())
-        return u"请选择学校"_s;
+    return m_siteCode.isEmpty() ? u"请选择学校"_s : QString();
+}
+
+void SchoolLoginViewController::useSchool()
+{
     loginViewModel().setOrganization(m_siteCode);
-    return {};
 }
 
 void SchoolLoginViewController::loginCompleted()

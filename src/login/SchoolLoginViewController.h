@@ -62,7 +62,8 @@ private:
     void wechatAuthCodeCallback(const QVariant &object);
     AskedSchool chosenSchool();
     bool isShown() const;
-    QString missingBeforeAccount() override;
+    QString missingBeforeAccount() const override;
+    void useSchool() override;
 
     QPointer<AuthLoginViewController> m_binding;
     QString m_message;

@@ -49,8 +49,9 @@ QString SchoolLogo::address(const QString &h5_logo)
 void SchoolLogo::request(const QString &siteId)
 {
     show(placeholder);
+    const quint64 request = ++m_newestRequest;
     CommandObserver observer;
-    observer.next = [self = QPointer(this), request = ++m_newestRequest](const QJsonValue &answer) {
+    observer.next = [self = QPointer(this), request](const QJsonValue &answer) {
         if (self)
             self->load(address(answer[u"h5_logo"].toString()), request);
     };

@@ -21,7 +21,8 @@ struct Alert
     std::optional<QString> input {};
     //! The caller's own mark.
     int tag = 0;
-    //! The back key and a touch outside answer it too; FullScreen always is.
-    bool cancellable = false;
+    //! The button that the back key presses; none: the user has to touch one. FullScreen: always
+    //! cancelled.
+    std::optional<int> backButton {};
     Style style = Style::Dialog;
 };

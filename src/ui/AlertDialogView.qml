@@ -11,10 +11,7 @@ FocusScope {
     Accessible.role: Accessible.Dialog
     Accessible.name: alertView.title + "\n" + alertView.message
 
-    ModalScrim {
-        anchors.fill: parent
-        onTapped: view.alertView.cancel()
-    }
+    ModalScrim { anchors.fill: parent }
 
     Rectangle {
         id: box

@@ -1,28 +1,42 @@
 #include "ui/AlertView.h"
 
+#include <algorithm>
+
 AlertView::AlertView(QObject *parent)
     : QObject(parent)
 {
 }
 
-void AlertView::show(const Alert &alert, Answer answer)
+int AlertView::show(const Alert &alert, Answer answer)
 {
-    ask(alert, [answer = std::move(answer)](int buttonIndex, const QString &) {
+    return ask(alert, [answer = std::move(answer)](int buttonIndex, const QString &) {
         if (answer)
             answer(buttonIndex);
     });
 }
 
-void AlertView::ask(const Alert &alert, InputAnswer answer)
+int AlertView::ask(const Alert &alert, InputAnswer answer)
 {
-    Pending pending {alert, std::move(answer)};
-    if (alert.style == Alert::Style::FullScreen)
-        pending.alert.cancellable = true;
-    else if (alert.buttons.isEmpty())
+    Pending pending {++m_lastNumber, alert, std::move(answer)};
+    if (alert.style == Alert::Style::Dialog && alert.buttons.isEmpty())
         pending.alert.buttons = {QStringLiteral("确定")};
     m_queue.enqueue(std::move(pending));
     if (m_queue.size() == 1)
         Q_EMIT changed();
+    return m_lastNumber;
+}
+
+void AlertView::withdraw(int number)
+{
+    const auto it = std::find_if(m_queue.begin(), m_queue.end(),
+        [number](const Pending &pending) { return pending.number == number; });
+    if (it == m_queue.end())
+        return;
+    if (it == m_queue.begin())
+        return finish(cancelled);
+    const Pending withdrawn = *it;
+    m_queue.erase(it);
+    withdrawn.answer(cancelled, {});
 }
 
 void AlertView::setInput(const QString &input)
@@ -39,9 +53,9 @@ void AlertView::press(int buttonIndex)
 
 bool AlertView::cancel()
 {
-    if (!isVisible() || !isCancellable())
+    if (!isVisible() || (!isFullScreen() && !current().backButton))
         return false;
-    finish(cancelled);
+    finish(isFullScreen() ? cancelled : *current().backButton);
     return true;
 }
 

@@ -9,8 +9,8 @@
 #include <functional>
 
 //! The alerts of the process: shown one at a time in the order they were asked for, each answered
-//! exactly once. Those still waiting when the program ends stay unanswered. One for the process,
-//! owned by Shell.
+//! exactly once. A touch beside an alert answers nothing. Those still waiting when the program ends
+//! stay unanswered. One for the process, owned by Shell.
 class AlertView : public QObject
 {
     Q_OBJECT
@@ -23,7 +23,6 @@ class AlertView : public QObject
     Q_PROPERTY(bool hasInput READ hasInput NOTIFY changed)
     Q_PROPERTY(QString input READ input WRITE setInput NOTIFY changed)
     Q_PROPERTY(int tag READ tag NOTIFY changed)
-    Q_PROPERTY(bool cancellable READ isCancellable NOTIFY changed)
     Q_PROPERTY(bool fullScreen READ isFullScreen NOTIFY changed)
 
 public:
@@ -34,15 +33,19 @@ public:
 
     explicit AlertView(QObject *parent = nullptr);
 
-    void show(const Alert &alert, Answer answer = {});
+    //! The number by which the alert can be withdrawn.
+    int show(const Alert &alert, Answer answer = {});
     //! The same for an alert with an input.
-    void ask(const Alert &alert, InputAnswer answer);
+    int ask(const Alert &alert, InputAnswer answer);
+    //! Answers an alert with cancelled, be it shown or still waiting. Nothing when it has been
+    //! answered.
+    void withdraw(int number);
 
     //! For the view: answers the alert that is shown, hides it, shows the next one. An index that
     //! is no button's is refused.
     Q_INVOKABLE void press(int buttonIndex);
-    //! Answers with cancelled where the alert may be cancelled; false when it may not or none is
-    //! shown.
+    //! The back key, and the button that closes a FullScreen alert. False when the alert leaves
+    //! them no answer, or none is shown.
     Q_INVOKABLE bool cancel();
 
     bool isVisible() const { return !m_queue.isEmpty(); }
@@ -54,7 +57,6 @@ public:
     //! For the view: what the user has typed so far.
     void setInput(const QString &input);
     int tag() const { return current().tag; }
-    bool isCancellable() const { return current().cancellable; }
     bool isFullScreen() const { return current().style == Alert::Style::FullScreen; }
 
 Q_SIGNALS:
@@ -64,6 +66,7 @@ Q_SIGNALS:
 private:
     struct Pending
     {
+        int number;
         Alert alert;
         InputAnswer answer;
     };
@@ -72,4 +75,5 @@ private:
     void finish(int buttonIndex);
 
     QQueue<Pending> m_queue;
+    int m_lastNumber = 0;
 };

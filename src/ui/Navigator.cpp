@@ -141,6 +141,13 @@ void Navigator::dismiss(ViewController *controller)
     last->disappear(last->isOverlay() ? Animation::Off : animation());
 }
 
+bool Navigator::isPresenting(const ViewController *controller) const
+{
+    const auto modals = presentModals();
+    return std::any_of(modals.begin(), modals.end(),
+        [controller](const auto *modal) { return modal->controller() == controller; });
+}
+
 ViewController *Navigator::topViewController() const
 {
     const auto modals = presentModals();

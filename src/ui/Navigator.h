@@ -46,6 +46,8 @@ public:
     //! Closes the modal of this controller, or the one whose navigation controller holds it, and
     //! all above it.
     void dismiss(ViewController *controller);
+    //! Whether this controller's modal is there, and not on its way out.
+    bool isPresenting(const ViewController *controller) const;
     //! The topmost screen that is not on its way out, the root when there is no modal.
     ViewController *topViewController() const;
 

@@ -68,7 +68,8 @@ void Toast::presentForAWhile(const QString &text, Kind kind)
         return;
     m_isCovered = true;
     present(text, kind, -1);
-    m_queue.after(visibleTime, this, [this, generation = ++m_generation] {
+    const auto generation = ++m_generation;
+    m_queue.after(visibleTime, this, [this, generation] {
         if (generation != m_generation)
             return;
         m_isCovered = false;

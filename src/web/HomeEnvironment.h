@@ -17,7 +17,6 @@ class Shell;
 class SlicingUpload;
 class SsoCookies;
 class STHomeViewControllerDelegate;
-class UrlOpener;
 class UserDefaults;
 class UserSession;
 class WXApi;
@@ -38,7 +37,6 @@ struct HomeEnvironment
     MainQueue *mainQueue;
     NetworkReachabilityManager *reachability;
     QNetworkAccessManager *network;
-    UrlOpener *urlOpener;
     PhotoLibrary *photoLibrary;
     WXApi *wxApi;
     PageServices *services;

@@ -3,31 +3,17 @@ import Vant.Ui
 import Vant.Web
 
 // The portal under a strip in the colour that the page chose.
-Rectangle {
+ScreenFrame {
     id: root
 
     required property STHomeViewController controller
 
     color: "#f7f7f7"
-
-    Rectangle {
-        id: statusBar
-        anchors { top: parent.top; left: parent.left; right: parent.right }
-        height: root.controller.safeArea.top
-        color: root.controller.statusBarColor
-    }
+    statusBarColor: controller.statusBarColor
 
     WebPage {
         id: page
-        anchors {
-            top: statusBar.bottom
-            left: parent.left
-            right: parent.right
-            bottom: parent.bottom
-            leftMargin: root.controller.safeArea.left
-            rightMargin: root.controller.safeArea.right
-            bottomMargin: root.controller.safeArea.bottom
-        }
+        anchors.fill: parent
         webView: root.controller.webView
         onLongPressed: position => root.controller.longPressed(position)
     }

@@ -4,6 +4,8 @@
 #include "web/PageAddress.h"
 #include "web/WebViewJavascriptBridge.h"
 
+#include <QInputMethod>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -68,9 +70,22 @@ QUrl OMOutLinkLandscapeViewController::address() const
     return PageAddress::withFourteenEscaped(urlStr);
 }
 
+void OMOutLinkLandscapeViewController::load()
+{
+    m_loadedSize = m_size;
+    WebPageViewController::load();
+}
+
+// Window systems make room for a keyboard by a lower window.
+bool OMOutLinkLandscapeViewController::isForKeyboard(QSizeF size) const
+{
+    return size.width() == m_size.width() && size.height() < m_size.height()
+        && QInputMethod::queryFocusObject(Qt::ImEnabled, {}).toBool();
+}
+
 void OMOutLinkLandscapeViewController::viewWillTransitionToSize(QSizeF size)
 {
-    if (size == m_size)
+    if (size == m_size || isForKeyboard(size))
         return;
     const bool wasTurned = isTurned();
     m_size = size;
@@ -79,7 +94,8 @@ void OMOutLinkLandscapeViewController::viewWillTransitionToSize(QSizeF size)
     if (!m_loaded)
         return;
     m_mainQueue->after(sizeSettles, this, [this, size] {
-        if (size == m_size && !m_leaving)
+        // When the keyboard goes, the size is what it was.
+        if (size == m_size && size != m_loadedSize && !m_leaving)
             load();
     });
 }

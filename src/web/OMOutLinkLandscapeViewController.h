@@ -31,7 +31,8 @@ public:
 
     //! Whether the content lies on the side, a quarter turn to the right.
     bool isTurned() const { return m_size.height() > m_size.width(); }
-    //! The screen's size is another one. The page is loaded again as soon as it stays.
+    //! The screen's size is another one. The page is loaded again as soon as it stays, unless a
+    //! keyboard has taken what is missing.
     Q_INVOKABLE void viewWillTransitionToSize(QSizeF size);
     //! Back to portrait, and away.
     Q_INVOKABLE void backLastVC();
@@ -41,11 +42,14 @@ Q_SIGNALS:
 
 private:
     QUrl address() const override;
+    void load() override;
+    bool isForKeyboard(QSizeF size) const;
     void forceLandscape(bool landscape);
 
     MainQueue *m_mainQueue;
     SetLandscapeScreen m_setLandscapeScreen;
-    QSizeF m_size;
+    QSizeF m_size; // without a keyboard
+    QSizeF m_loadedSize; // when the page was last loaded
     bool m_loaded = false;
     bool m_landscape = false;
     bool m_leaving = false;

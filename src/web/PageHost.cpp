@@ -5,42 +5,18 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-const QString accept = QStringLiteral("确定");
-const QString refuse = QStringLiteral("取消");
-
-}
-
-PageHost::PageHost(Shell *shell, const QString &downloadDirectory)
+PageHost::PageHost(
+    Shell *shell, MainQueue *mainQueue, LinkHandOver *links, const QString &downloadDirectory)
     : m_shell(shell)
+    , m_mainQueue(mainQueue)
+    , m_links(links)
     , m_downloadDirectory(downloadDirectory)
 {
 }
 
-int PageHost::showAlert(const QString &message)
+AlertView *PageHost::alertView() const
 {
-    return show({.message = message, .buttons = {accept}});
-}
-
-int PageHost::showConfirm(const QString &message)
-{
-    return show({.message = message, .buttons = {refuse, accept}});
-}
-
-int PageHost::showPrompt(const QString &message, const QString &defaultText)
-{
-    return show({.message = message, .buttons = {refuse, accept}, .input = defaultText});
-}
-
-int PageHost::show(const Alert &alert)
-{
-    const int id = ++m_lastDialog;
-    const int accepting = int(alert.buttons.size()) - 1;
-    m_shell->alertView()->ask(alert, [this, id, accepting](int button, const QString &input) {
-        Q_EMIT dialogAnswered(id, button == accepting, input);
-    });
-    return id;
+    return m_shell->alertView();
 }
 
 void PageHost::close(ViewController *page)

@@ -16,6 +16,8 @@ public:
 
     //! Answered with the string that was read; not at all when nothing was.
     virtual void scanQrCode(Answer onQrResult) = 0;
+    //! The user has signed in: positions may be asked for from now on.
+    virtual void initLocation() = 0;
     //! Answered once, with a JSON text.
     virtual void getLocation(Answer onGetBDLocation) = 0;
     virtual void action(const QUrl &imageUrl) = 0;

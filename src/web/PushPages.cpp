@@ -12,6 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int cancelButton = 0;
 constexpr int confirmButton = 1;
 
 // Empty: the notification opens nothing.
@@ -59,8 +60,12 @@ void PushPages::loadNewWeb(const QVariant &userInfo)
     alert.message
         = StringFormat::format(u"%@收到一条消息，是否点击查看？"_s, isTeacher ? u"您"_s : u"你"_s);
     alert.buttons = QStringList {u"取消"_s, u"确定"_s};
-    m_alertView->show(alert, [self = QPointer(this), session = m_session->number()](int button) {
-        if (self && button == confirmButton && session == self->m_session->number())
+    alert.backButton = cancelButton;
+    const int question = m_alertView->show(alert, [self = QPointer(this)](int button) {
+        if (self && button == confirmButton)
             self->m_webView->load(self->m_url);
     });
+    // It is the user's.
+    connect(m_session, &UserSession::ending, this,
+        [this, question] { m_alertView->withdraw(question); });
 }

@@ -7,7 +7,6 @@
 #include "platform/MainQueue.h"
 #include "platform/NetworkReachabilityManager.h"
 #include "platform/NotificationCenter.h"
-#include "platform/UrlOpener.h"
 #include "platform/WXApi.h"
 #include "session/SsoCookies.h"
 #include "session/UserSession.h"
@@ -19,7 +18,6 @@
 #include "web/BridgeResult.h"
 #include "web/CookieHeader.h"
 #include "web/EngineNavigation.h"
-#include "web/NavigationPolicy.h"
 #include "web/PageServices.h"
 #include "web/PageProfiles.h"
 #include "web/PageScripts.h"
@@ -53,9 +51,6 @@ STHomeViewController::STHomeViewController(const HomeEnvironment &environment)
           &m_webView, environment.shell->alertView(), environment.loginModel, environment.session)
     , m_imageSaver(environment.network, environment.photoLibrary, environment.shell->toast())
 {
-    m_webView.setPolicy([this](const QUrl &url, bool isMainFrame, bool isNewWindow) {
-        return decidePolicy(url, isMainFrame, isNewWindow);
-    });
     connect(&m_webView, &WebView::loadEnded, this, [this] { m_profile->cookies()->endLoad(); });
     connect(&m_webView, &WebView::profileChanged, this, [this] { m_formerProfile.reset(); });
     connect(&m_webView, &WebView::documentGone, &m_bridge, &WebViewJavascriptBridge::documentGone);
@@ -78,6 +73,7 @@ void STHomeViewController::viewDidLoad()
     BridgeHandlers::registerAll(&m_bridge, this);
     configWebView();
     configNSTimer();
+    services()->initLocation();
     // Every login loads the portal again, with fresh cookies; the present one does so too.
     m_environment.loginModel->observeIsLogin(this, [this](bool isLogin) {
         if (!isLogin)
@@ -109,11 +105,6 @@ void STHomeViewController::viewDidAppear()
     const QString urlStr = m_environment.delegate->takeUrlStr();
     if (!urlStr.isNull())
         m_webView.load(QUrl(urlStr));
-}
-
-SafeArea *STHomeViewController::safeArea() const
-{
-    return m_environment.shell->safeArea();
 }
 
 QColor STHomeViewController::statusBarColor() const
@@ -261,23 +252,6 @@ void STHomeViewController::getAppInfo(const WebViewJavascriptBridge::Respond &re
     m_environment.deviceIdentifier->whenReady([this, respond](const QString &uuid) {
         respond(bridgeResult(AppInfo::text(*m_environment.loginModel, uuid)));
     });
-}
-
-bool STHomeViewController::decidePolicy(const QUrl &url, bool isMainFrame, bool isNewWindow)
-{
-    const auto policy = NavigationPolicy::decide(url,
-        isNewWindow ? NavigationPolicy::TargetFrame::None : NavigationPolicy::TargetFrame::Some,
-        m_environment.configuration.customerServiceAccount);
-    for (const QUrl &link : policy.openInSystem) {
-        if (m_environment.urlOpener->canOpenURL(link)) {
-            m_environment.urlOpener->openURL(link);
-            break;
-        }
-    }
-    if (policy.loadInThisView && EngineNavigation::isLoadable(url))
-        m_webView.load(url);
-    Q_UNUSED(isMainFrame)
-    return EngineNavigation::mayFollow(url);
 }
 
 void STHomeViewController::didFinishNavigation()

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "ui/SafeArea.h"
 #include "ui/ViewController.h"
 #include "web/BridgeTrust.h"
 #include "web/HomeEnvironment.h"
@@ -24,7 +23,6 @@ class STHomeViewController : public ViewController
     QML_ELEMENT
     QML_UNCREATABLE("Made by the application delegate.")
     Q_PROPERTY(WebView *webView READ webView CONSTANT)
-    Q_PROPERTY(SafeArea *safeArea READ safeArea CONSTANT)
     Q_PROPERTY(QColor statusBarColor READ statusBarColor NOTIFY statusBarColorChanged)
     Q_PROPERTY(bool errorViewVisible READ errorViewVisible NOTIFY errorViewVisibleChanged)
 
@@ -37,7 +35,6 @@ public:
 
     WebView *webView() { return &m_webView; }
     PageServices *services() const { return m_environment.services; }
-    SafeArea *safeArea() const;
     QColor statusBarColor() const;
     bool errorViewVisible() const { return m_errorViewVisible; }
 
@@ -77,7 +74,6 @@ private:
     void configNSTimer();
     void stopNSTimer();
     void loadPortal();
-    bool decidePolicy(const QUrl &url, bool isMainFrame, bool isNewWindow);
     //! Calls a function of the page as long as this object lives.
     PageServices::Answer toPage(const QString &function);
     void wechatAuthCodeCallback(const QVariant &answer);

@@ -2,6 +2,7 @@
 
 #include "ui/NavigationController.h"
 #include "ui/Navigator.h"
+#include "web/Logging.h"
 #include "web/OLMiniProgramStyleViewController.h"
 #include "web/OMOutLinkViewController.h"
 #include "web/PageProfiles.h"
@@ -21,29 +22,47 @@ SecondaryPages::SecondaryPages(Navigator *navigator, PageProfiles *profiles, Pag
         navigator->registerScreen(screen, QUrl(views + screen + u".qml"_s));
 }
 
+// The page may be on its way out, with the user back on the screen that opens the next.
+bool SecondaryPages::isThere(const QPointer<ViewController> &page) const
+{
+    if (!page || !m_navigator->isPresenting(page))
+        return false;
+    qCDebug(lcWeb) << "a page was not opened: one is there already";
+    return true;
+}
+
 void SecondaryPages::jump2Outlink(const QString &url, const QString &title, const QString &color)
 {
+    if (isThere(m_pageOfPortal))
+        return;
     auto *page = new OLMiniProgramStyleViewController(m_profiles->miniProgram(), m_host);
     page->urlStr = url;
     page->naviColor = color;
     page->setTitle(title);
+    m_pageOfPortal = page;
     m_navigator->present(u"MiniProgramScreen"_s, page);
 }
 
 void SecondaryPages::jump2OutlinkLandscape(const QString &url)
 {
+    if (isThere(m_pageOfPortal))
+        return;
     auto *page = new OMOutLinkLandscapeViewController(
         m_profiles->landscape(), m_host, m_mainQueue, m_setLandscapeScreen);
     page->urlStr = url;
+    m_pageOfPortal = page;
     m_navigator->present(u"LandscapeScreen"_s, page);
 }
 
 void SecondaryPages::openOutLinkPage(const QString &url, const QString &title)
 {
+    if (isThere(m_pageOfShell))
+        return;
     auto *page = new OMOutLinkViewController(m_profiles->outLink(), m_host);
     page->urlStr = url;
     page->setTitle(title);
     auto *bar = new NavigationController(m_navigator, u"OutLinkScreen"_s, page);
     page->setParent(bar);
+    m_pageOfShell = bar;
     m_navigator->present(QString::fromLatin1(NavigationController::screenName), bar);
 }

@@ -23,12 +23,10 @@ Item {
     }
 
     Connections {
-        target: root.webView.host
+        target: root.webView.dialogs
 
-        function onDialogAnswered(id, accepted, input) {
+        function onAnswered(id, accepted, input) {
             const request = dialogs.pending[id]
-            if (!request)
-                return // another view's
             delete dialogs.pending[id]
             accepted ? request.dialogAccept(input) : request.dialogReject()
         }
@@ -59,16 +57,8 @@ Item {
 
         function onDownloadRequested(download) {
             // The profile serves every view of its class of pages.
-            if (download.view !== holder.item)
-                return
-            const host = root.webView.host
-            download.downloadDirectory = host.downloadDirectory
-            download.accept()
-            download.isFinishedChanged.connect(() => {
-                if (download.isFinished)
-                    host.downloadEnded(download.downloadFileName,
-                                       download.state === WebEngineDownloadRequest.DownloadCompleted)
-            })
+            if (download.view === holder.item)
+                root.webView.downloadRequested(download)
         }
     }
 
@@ -99,10 +89,12 @@ Item {
 
             onUrlChanged: root.webView.engineUrlChanged(url)
             onNavigationRequested: request => {
-                if (!root.webView.decidePolicy(request.url, request.isMainFrame, false))
+                root.webView.navigationRequested(request.url, request.isMainFrame)
+                if (!root.webView.mayFollow(request.url))
                     request.reject()
             }
-            onNewWindowRequested: request => root.webView.decidePolicy(request.requestedUrl, true, true)
+            onNewWindowRequested: request =>
+                root.webView.newWindowRequested(request.requestedUrl, request.userInitiated)
             onLoadingChanged: info => {
                 switch (info.status) {
                 case WebEngineView.LoadStartedStatus:
@@ -131,20 +123,27 @@ Item {
             }
             onJavaScriptDialogRequested: request => {
                 request.accepted = true
-                const host = root.webView.host
+                const shown = root.webView.dialogs
+                const origin = request.securityOrigin
+                let id = 0
                 switch (request.type) {
                 case JavaScriptDialogRequest.DialogTypeAlert:
-                    dialogs.pending[host.showAlert(request.message)] = request
+                    id = shown.showAlert(origin, request.message)
                     break
                 case JavaScriptDialogRequest.DialogTypeConfirm:
-                    dialogs.pending[host.showConfirm(request.message)] = request
+                    id = shown.showConfirm(origin, request.message)
                     break
                 case JavaScriptDialogRequest.DialogTypePrompt:
-                    dialogs.pending[host.showPrompt(request.message, request.defaultText)] = request
+                    id = shown.showPrompt(origin, request.message, request.defaultText)
                     break
                 default:
                     request.dialogAccept() // a page cannot keep the user from leaving it
+                    return
                 }
+                if (id === 0)
+                    request.dialogReject()
+                else
+                    dialogs.pending[id] = request
             }
             onContextMenuRequested: request => request.accepted = true
             onFullScreenRequested: request => request.accept()

@@ -15,8 +15,6 @@ WebPageViewController::WebPageViewController(
               : nullptr)
     , m_webView(m_profile->engineProfile(), m_bridge.get(), host)
 {
-    m_webView.setPolicy(
-        [](const QUrl &url, bool, bool) { return EngineNavigation::mayFollow(url); });
     connect(
         &m_webView, &WebView::didFinishNavigation, this, [this] { setErrorViewVisible(false); });
     connect(&m_webView, &WebView::didFailNavigation, this, [this] { setErrorViewVisible(true); });

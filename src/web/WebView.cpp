@@ -1,7 +1,10 @@
 #include "web/WebView.h"
 
 #include "platform/ServerTrust.h"
+#include "web/EngineNavigation.h"
+#include "web/LinkHandOver.h"
 #include "web/Logging.h"
+#include "web/PageHost.h"
 
 #include <QQuickWebEngineProfile>
 #include <QWebEngineCertificateError>
@@ -23,6 +26,8 @@ WebView::WebView(QQuickWebEngineProfile *profile, QObject *bridge, PageHost *hos
     : m_profile(profile)
     , m_bridge(bridge)
     , m_host(host)
+    , m_dialogs(host->alertView(), host->mainQueue())
+    , m_downloads(host)
 {
 }
 
@@ -34,11 +39,14 @@ void WebView::load(const QUrl &url)
 void WebView::loadHtml(const QString &html)
 {
     m_hasPage = false;
+    m_downloads.withdraw();
     schedule([this, html] { Q_EMIT htmlRequested(html); });
 }
 
 void WebView::schedule(std::function<void()> load)
 {
+    // The engine keeps the page for as long as its dialog is open.
+    m_dialogs.documentGone();
     const bool scheduled = bool(m_pendingLoad);
     m_pendingLoad = std::move(load);
     m_loadStarted = false;
@@ -64,14 +72,15 @@ void WebView::makePendingLoad()
 void WebView::reload()
 {
     if (m_needsNewView)
-        load(m_url);
-    else
-        Q_EMIT reloadRequested();
+        return load(m_url);
+    m_dialogs.documentGone();
+    Q_EMIT reloadRequested();
 }
 
 void WebView::startAfresh()
 {
     m_hasPage = false;
+    m_downloads.withdraw();
     // A view that has just been made takes no text.
     load(QUrl(u"about:blank"_s));
     m_needsNewView = m_viewExists;
@@ -130,13 +139,41 @@ void WebView::endEvaluations()
         done({});
 }
 
-bool WebView::decidePolicy(const QUrl &url, bool isMainFrame, bool isNewWindow)
+void WebView::navigationRequested(const QUrl &url, bool isMainFrame)
 {
-    return !m_policy || m_policy(url, isMainFrame, isNewWindow);
+    using Target = NavigationPolicy::Target;
+    applyPolicy(url, isMainFrame ? Target::MainFrame : Target::Subframe);
+}
+
+bool WebView::mayFollow(const QUrl &url) const
+{
+    return EngineNavigation::mayFollow(url);
+}
+
+void WebView::newWindowRequested(const QUrl &url, bool userInitiated)
+{
+    using Target = NavigationPolicy::Target;
+    applyPolicy(url, userInitiated ? Target::NewWindow : Target::UnaskedWindow);
+}
+
+void WebView::applyPolicy(const QUrl &url, NavigationPolicy::Target target)
+{
+    LinkHandOver *links = m_host->links();
+    const auto policy = NavigationPolicy::decide(url, target, links->customerServiceAccount());
+    links->openFirst(policy.openInSystem);
+    if (policy.loadInThisView && EngineNavigation::isLoadable(url))
+        load(url);
+}
+
+void WebView::downloadRequested(QWebEngineDownloadRequest *request)
+{
+    m_downloads.start(request, m_url);
 }
 
 void WebView::engineUrlChanged(const QUrl &url)
 {
+    if (std::exchange(m_documentAwaited, false))
+        m_dialogs.documentGone();
     if (m_url == url)
         return;
     m_url = url;
@@ -146,11 +183,13 @@ void WebView::engineUrlChanged(const QUrl &url)
 void WebView::loadStarted()
 {
     m_loadStarted = true;
+    m_documentAwaited = true;
 }
 
 // An end that is reported after a newer load was asked for belongs to the one before.
 bool WebView::endLoad()
 {
+    m_documentAwaited = false;
     if (!std::exchange(m_loadStarted, false))
         return false;
     m_loadAwaited = false;
@@ -194,6 +233,7 @@ void WebView::renderProcessTerminated(int exitCode)
     // A renderer that leaves in order has nothing to show for it.
     qCWarning(lcWeb) << "the page's process has ended, exit code" << exitCode;
     endLoad();
+    m_dialogs.documentGone();
     Q_EMIT documentGone();
     endEvaluations();
     m_needsNewView = true;
@@ -207,7 +247,9 @@ bool WebView::trustsCertificate(const QVariant &error) const
 {
     // The type has no empty value, which a conversion would need.
     const auto *certificateError = certificateErrorIn(error);
+    // Added authorities mend that nobody knows the signer, and nothing else.
     return certificateError
+        && certificateError->type() == QWebEngineCertificateError::CertificateAuthorityInvalid
         && ServerTrust::isTrusted(
             certificateError->certificateChain(), certificateError->url().host());
 }

@@ -1,5 +1,9 @@
 #pragma once
 
+#include "web/NavigationPolicy.h"
+#include "web/PageDialogs.h"
+#include "web/PageDownloads.h"
+
 #include <QHash>
 #include <QObject>
 #include <QUrl>
@@ -10,6 +14,7 @@
 
 class PageHost;
 class QQuickWebEngineProfile;
+class QWebEngineDownloadRequest;
 
 //! A web view as the controllers see it; WebPage.qml carries out what is asked here and reports
 //! what happens.
@@ -23,15 +28,13 @@ class WebView : public QObject
     QML_ELEMENT
     QML_UNCREATABLE("Made by the controller of a screen.")
     Q_MOC_INCLUDE(<QQuickWebEngineProfile>)
-    Q_MOC_INCLUDE("web/PageHost.h")
+    Q_MOC_INCLUDE(<QWebEngineDownloadRequest>)
     Q_PROPERTY(QQuickWebEngineProfile *profile READ profile NOTIFY profileChanged)
     Q_PROPERTY(QObject *bridge READ bridge CONSTANT)
-    Q_PROPERTY(PageHost *host READ host CONSTANT)
+    Q_PROPERTY(PageDialogs *dialogs READ dialogs CONSTANT)
     Q_PROPERTY(QUrl url READ url NOTIFY urlChanged)
 
 public:
-    //! Whether the engine may follow a navigation itself.
-    using Policy = std::function<bool(const QUrl &url, bool isMainFrame, bool isNewWindow)>;
     using Evaluated = std::function<void(const QVariant &result)>;
 
     //! \a bridge is published to the page as "shell"; null: the pages of this view have none.
@@ -39,8 +42,7 @@ public:
 
     QQuickWebEngineProfile *profile() const { return m_profile; }
     QObject *bridge() const { return m_bridge; }
-    PageHost *host() const { return m_host; }
-    void setPolicy(Policy policy) { m_policy = std::move(policy); }
+    PageDialogs *dialogs() { return &m_dialogs; }
 
     //! What the view shows or loads; empty before the first load.
     QUrl url() const { return m_url; }
@@ -65,7 +67,13 @@ public:
     // Reports of the view.
     Q_INVOKABLE void viewCreated();
     Q_INVOKABLE void scriptFinished(int id, const QVariant &result);
-    Q_INVOKABLE bool decidePolicy(const QUrl &url, bool isMainFrame, bool isNewWindow);
+    //! A frame of the page is about to go to the address; links for other programs go to them.
+    Q_INVOKABLE void navigationRequested(const QUrl &url, bool isMainFrame);
+    //! Whether the engine may follow that navigation itself.
+    Q_INVOKABLE bool mayFollow(const QUrl &url) const;
+    //! A window of its own is asked for; \a userInitiated: by a touch.
+    Q_INVOKABLE void newWindowRequested(const QUrl &url, bool userInitiated);
+    Q_INVOKABLE void downloadRequested(QWebEngineDownloadRequest *request);
     Q_INVOKABLE void engineUrlChanged(const QUrl &url);
     Q_INVOKABLE void loadStarted();
     Q_INVOKABLE void loadSucceeded();
@@ -103,16 +111,19 @@ private:
     void makePendingLoad();
     bool endLoad();
     void endEvaluations();
+    void applyPolicy(const QUrl &url, NavigationPolicy::Target target);
 
     QQuickWebEngineProfile *m_profile;
     QObject *m_bridge;
     PageHost *m_host;
-    Policy m_policy;
+    PageDialogs m_dialogs;
+    PageDownloads m_downloads;
     QUrl m_url;
     bool m_viewExists = false;
     std::function<void()> m_pendingLoad; // the last one asked for in this turn
     bool m_loadStarted = false; // of the load asked for last
     bool m_loadAwaited = false; // one was asked for and has not ended
+    bool m_documentAwaited = false; // a load has started, and the page is still the one before
     bool m_hasPage = false;
     bool m_needsNewView = false; // the one there is dead, or has a history that must go
     bool m_profileIsNew = false;

@@ -1,10 +1,13 @@
 #include "app/DelegateClient.h"
+#include "platform/WindowOrientation.h"
 #include "support/Patience.h"
 #include "support/PlatformProcess.h"
 #include "ui/NavigationController.h"
 #include "web/WebTestMain.h"
 
+#include <QLoggingCategory>
 #include <QSettings>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -284,6 +287,20 @@ private Q_SLOTS:
         QVERIFY(
             !m_client->loginModel().isLogin() && m_client->session.savedCookieNames().isEmpty());
         QVERIFY(!m_client->shell.toast()->isVisible());
+    }
+
+    void theWindowSystemIsAskedToFollowTheLandscapePage()
+    {
+        QLoggingCategory::setFilterRules(u"vant.app.debug=true"_s);
+        m_client->delegate.setLandscapeScreen(true);
+        m_client->orientationRefusal = u"never"_s;
+        QTest::ignoreMessage(QtDebugMsg, "强制竖屏错误:never");
+        m_client->delegate.setLandscapeScreen(false);
+        QCOMPARE(
+            m_client->orientations, (QList {Qt::LandscapeOrientation, Qt::PortraitOrientation}));
+        QWindow window;
+        QVERIFY(WindowOrientation::request(&window, Qt::LandscapeOrientation).isNull());
+        QCOMPARE(window.contentOrientation(), Qt::LandscapeOrientation);
     }
 };
 

@@ -43,6 +43,7 @@ DelegateClient::DelegateClient(const DeploymentConfiguration &configuration)
               .badge = &badge,
               .launch = &launch,
               .windowPixels = [] { return QSize(390, 844); },
+              .requestGeometryUpdate = std::bind_front(&DelegateClient::turn, this),
           },
           {[this] { return makeLogin(); },
               [this] { return std::make_unique<STHomeViewController>(stage.environment()); }})
@@ -50,6 +51,12 @@ DelegateClient::DelegateClient(const DeploymentConfiguration &configuration)
     // Without a window no view is made; the names must be known all the same.
     for (const auto &name : {u"LoginScreen"_s, u"HomeScreen"_s})
         shell.navigator()->registerScreen(name, QUrl(u"qrc:/none.qml"_s));
+}
+
+QString DelegateClient::turn(Qt::ScreenOrientation orientation)
+{
+    orientations << orientation;
+    return orientationRefusal;
 }
 
 std::unique_ptr<SchoolLoginViewController> DelegateClient::makeLogin()

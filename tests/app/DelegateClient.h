@@ -35,8 +35,12 @@ public:
     MqttPushClient pushClient;
     PushRegistration pushRegistration;
     LaunchStage launch;
+    //! What the window system is asked for, and what it says.
+    QList<Qt::ScreenOrientation> orientations;
+    QString orientationRefusal;
     AppDelegate delegate;
 
 private:
+    QString turn(Qt::ScreenOrientation orientation);
     std::unique_ptr<SchoolLoginViewController> makeLogin();
 };

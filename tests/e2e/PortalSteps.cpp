@@ -58,7 +58,10 @@ void errorView(Driver &driver)
 
 void answer(Driver &driver, const QString &question, const QString &button, const QString &result)
 {
+    // No script runs while the page asks.
+    const QString host = driver.page().read(u"location.host"_s).toString();
     driver.page().tap(question);
+    driver.see(host, QAccessible::Heading);
     driver.see(button, QAccessible::Button);
     driver.photograph();
     driver.tap(button, QAccessible::Button);
@@ -78,7 +81,10 @@ void pageDialogs(Driver &driver)
 void download(Driver &driver)
 {
     const QString name = u"校园海报.png"_s;
-    driver.seeToast(u"已下载：%1"_s.arg(name), [&] { driver.page().tap(u"#link-download"_s); });
+    const QString confirm = u"确定"_s;
+    driver.page().tap(u"#link-download"_s);
+    driver.see(u"下载文件"_s, QAccessible::Heading);
+    driver.seeToast(u"已下载：%1"_s.arg(name), [&] { driver.tap(confirm, QAccessible::Button); });
     const QFileInfo file(driver.profile() + u"/Downloads/"_s + name);
     driver.check(file.size() > 0, u"%1 is kept"_s.arg(file.filePath()));
     backToPortal(driver);

@@ -250,6 +250,7 @@ private Q_SLOTS:
         QCOMPARE(bench.alert->buttons(),
             tag == 101 ? QStringList {u"确定"_s} : (QStringList {u"取消"_s, u"确定"_s}));
         QCOMPARE(bench.alert->cancel(), tag == 102);
+        QVERIFY2(bench.opener.opened.isEmpty(), "going back is no consent");
     }
 
     void actsOnTheButton_data()

@@ -1,16 +1,22 @@
 #include "services/LocationForPages.h"
 #include "services/PushRegistration.h"
+#include "services/share/ShareForPages.h"
 
 #include "model/LoginModel.h"
 #include "platform/NotificationCenter.h"
 #include "platform/PushClient.h"
 #include "session/UserSession.h"
+#include "support/ManualMainQueue.h"
 #include "support/Patience.h"
+#include "ui/Shell.h"
 
 #include <QJsonDocument>
 #include <QLoggingCategory>
+#include <QNetworkAccessManager>
 #include <QRegularExpression>
 #include <QSignalSpy>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
@@ -35,7 +41,7 @@ const QString outcomeKey = QStringLiteral("GTPushCid");
 
 }
 
-//! What pages are told of places and of notifications.
+//! What pages are told of places and of notifications, and the pictures they share.
 class PagesTest : public QObject
 {
     Q_OBJECT
@@ -152,6 +158,48 @@ private Q_SLOTS:
             m_posted.clear();
         }
         QVERIFY(!UserDefaults(m_file).objectForKey(u"PushWaiting"_s).isValid());
+    }
+
+    void aSharedPictureIsLoadedNoLongerThanItsPanelStandsAndNotAnySize_data()
+    {
+        QTest::addColumn<QByteArray>("size");
+        QTest::addColumn<std::function<void(ShareForPages &, Navigator *)>>("end");
+        using Share = ShareForPages &;
+        const auto row = [](const char *name, const char *size, auto end) {
+            QTest::newRow(name) << QByteArray(size) << std::function<void(Share, Navigator *)>(end);
+        };
+        row("newer picture", "9", [](Share share, Navigator *) { share.action({}); });
+        row("newer link", "9", [](Share share, Navigator *) {
+            share.linkShareAction(u"https://h.example/"_s, u"t"_s, {}, {});
+        });
+        row("closed", "9", [](Share, Navigator *navigator) {
+            qobject_cast<OMShareView *>(navigator->topViewController())->left();
+        });
+        row("too large", "20971521", [](Share, Navigator *) {});
+    }
+
+    void aSharedPictureIsLoadedNoLongerThanItsPanelStandsAndNotAnySize()
+    {
+        QFETCH(const QByteArray, size);
+        QFETCH(const std::function<void(ShareForPages &, Navigator *)>, end);
+        // The picture never comes to its end.
+        QTcpServer server;
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        ManualMainQueue queue;
+        Shell shell(queue);
+        QNetworkAccessManager network;
+        ShareForPages share(&shell, nullptr, &network);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"the picture to share"_s));
+        share.action(QUrl(u"http://127.0.0.1:%1/p.png"_s.arg(server.serverPort())));
+        TRY_VERIFY(server.hasPendingConnections());
+        const std::unique_ptr<QTcpSocket> socket(server.nextPendingConnection());
+        QByteArray request;
+        TRY_VERIFY((request += socket->readAll()).endsWith("\r\n\r\n"));
+        socket->write("HTTP/1.1 200 OK\r\nContent-Length: " + size + "\r\n\r\n");
+        socket->flush();
+        end(share, shell.navigator());
+        TRY_COMPARE(socket->state(), QAbstractSocket::UnconnectedState);
+        QVERIFY(shell.navigator()->screens()->count() <= 1);
     }
 
 private:

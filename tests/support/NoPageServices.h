@@ -7,6 +7,7 @@ class NoPageServices : public PageServices
 {
 public:
     void scanQrCode(Answer) override { }
+    void initLocation() override { ++locationInits; }
     void getLocation(Answer) override { }
     void action(const QUrl &) override { }
     void linkShareAction(
@@ -15,4 +16,6 @@ public:
     }
     void jump2Outlink(const QString &, const QString &, const QString &) override { }
     void jump2OutlinkLandscape(const QString &) override { }
+
+    int locationInits = 0;
 };

@@ -57,21 +57,49 @@ private Q_SLOTS:
     {
         AlertView view;
         QStringList answers;
-        const auto ask = [&](const QString &title, const QStringList &buttons, bool cancellable) {
-            view.show({.title = title, .buttons = buttons, .cancellable = cancellable},
+        const auto ask = [&](const QString &title, const QStringList &buttons) {
+            return view.show({.title = title, .buttons = buttons},
                 [&, title](int index) { answers << title + QString::number(index); });
         };
-        ask(u"版本更新"_s, {u"取消"_s, u"确定"_s}, false);
-        ask(u"提醒"_s, {}, true);
+        ask(u"版本更新"_s, {u"取消"_s, u"确定"_s});
+        const int waiting = ask(u"等待"_s, {});
+        const int next = ask(u"提醒"_s, {});
         view.press(2);
         view.press(-1);
-        QVERIFY2(!view.cancel() && answers.isEmpty(), "a forced alert wants one of its buttons");
+        QCOMPARE(answers, QStringList());
+        view.withdraw(waiting);
+        view.withdraw(waiting);
+        QCOMPARE(view.title(), u"版本更新"_s);
         view.press(1);
         QCOMPARE(view.buttons(), QStringList {u"确定"_s});
-        QVERIFY(view.cancel());
+        view.withdraw(next);
+        QVERIFY(!view.isVisible());
         view.press(0);
-        QVERIFY(!view.cancel() && !view.isVisible());
-        QCOMPARE(answers, (QStringList {u"版本更新1"_s, u"提醒-1"_s}));
+        QCOMPARE(answers, (QStringList {u"等待-1"_s, u"版本更新1"_s, u"提醒-1"_s}));
+    }
+
+    void theBackKeyAnswersAnAlertAndATouchBesideItNever()
+    {
+        AlertView *alert = m_ui->shell.alertView();
+        QList<int> answers;
+        const auto ask = [&](std::optional<int> backButton) {
+            alert->show({.buttons = {u"取消"_s, u"确定"_s}, .backButton = backButton},
+                [&answers](int index) { answers << index; });
+        };
+        for (const auto &backButton : {std::optional<int>(), std::optional(0), std::optional(1)})
+            ask(backButton);
+        const auto tryToLeave = [this] {
+            QTest::mouseClick(&m_ui->view, Qt::LeftButton, {}, {5, 5});
+            QTest::keyClick(&m_ui->view, Qt::Key_Escape);
+        };
+        tryToLeave();
+        QCOMPARE(answers, QList<int>());
+        alert->press(1);
+        QTest::mouseClick(&m_ui->view, Qt::LeftButton, {}, {5, 5});
+        QCOMPARE(answers, QList {1});
+        tryToLeave();
+        tryToLeave();
+        QCOMPARE(answers, (QList {1, 0, 1}));
     }
 
     void backAnswersWhatIsTopmost()
@@ -81,7 +109,7 @@ private Q_SLOTS:
         const auto note = [&](const QString &name) {
             return [&answered, name](int index) { answered << name + QString::number(index); };
         };
-        shell.alertView()->show({.title = u"题"_s, .cancellable = true}, note(u"alert"_s));
+        shell.alertView()->show({.title = u"题"_s, .backButton = 0}, note(u"alert"_s));
         shell.actionSheet()->show({}, {}, {u"甲"_s}, {}, note(u"older sheet"_s));
         shell.actionSheet()->show({}, {}, {u"甲"_s}, {}, note(u"sheet"_s));
         shell.progressHUD()->show({});
@@ -91,7 +119,7 @@ private Q_SLOTS:
         QVERIFY(shell.back() && shell.back());
         QVERIFY(!shell.back());
         shell.actionSheet()->choose(0);
-        QCOMPARE(answered, (QStringList {u"older sheet-1"_s, u"sheet-1"_s, u"alert-1"_s}));
+        QCOMPARE(answered, (QStringList {u"older sheet-1"_s, u"sheet-1"_s, u"alert0"_s}));
     }
 
     void inputReachesTheScreenOnlyWhenNothingBlocksIt_data()

@@ -8,7 +8,7 @@ HomeStage::HomeStage(
     const DeploymentConfiguration::Hosts &hosts, STHomeViewControllerDelegate *delegate)
     : session(hosts)
     , album(session.net.folder.filePath(u"album"_s))
-    , pageHost(&shell, session.net.folder.path())
+    , pageHost(&shell, &mainQueue, &linkHandOver, session.net.folder.path())
     , profiles(session.net.folder.filePath(u"web"_s), session.net.cookies, &session.net.defaults,
           &session.mainQueue)
     , delegate(delegate)
@@ -45,7 +45,6 @@ HomeEnvironment HomeStage::environment()
         .mainQueue = &mainQueue,
         .reachability = &reachability,
         .network = &session.net.network,
-        .urlOpener = &urlOpener,
         .photoLibrary = &album,
         .wxApi = &wxApi,
         .services = &services,

@@ -10,6 +10,7 @@
 #include "ui/Shell.h"
 #include "upload/SlicingUpload.h"
 #include "web/HomeEnvironment.h"
+#include "web/LinkHandOver.h"
 #include "web/PageHost.h"
 #include "web/PageProfiles.h"
 
@@ -33,6 +34,7 @@ public:
     BrowserWXApi wxApi {&urlOpener, nullptr, &defaults, {}};
     Shell shell {session.mainQueue};
     NoPageServices services;
+    LinkHandOver linkHandOver {&urlOpener, &mainQueue, QStringLiteral("4711")};
     PageHost pageHost;
     PageProfiles profiles;
     STHomeViewControllerDelegate *delegate;

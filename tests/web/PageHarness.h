@@ -2,7 +2,9 @@
 
 #include "platform/HTTPCookieStorage.h"
 #include "support/ManualMainQueue.h"
+#include "support/NotedUrlOpener.h"
 #include "ui/Shell.h"
+#include "web/LinkHandOver.h"
 #include "web/PageHost.h"
 #include "web/WebPageProfile.h"
 #include "web/WebView.h"
@@ -31,7 +33,9 @@ public:
     HTTPCookieStorage cookies;
     ManualMainQueue mainQueue;
     Shell shell {mainQueue};
-    PageHost pageHost {&shell, folder.path()};
+    NotedUrlOpener urlOpener;
+    LinkHandOver linkHandOver {&urlOpener, &mainQueue, QStringLiteral("4711")};
+    PageHost pageHost {&shell, &mainQueue, &linkHandOver, folder.filePath(QStringLiteral("kept"))};
     WebPageProfile profile;
     WebViewJavascriptBridge bridge;
     WebView webView;

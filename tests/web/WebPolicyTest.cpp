@@ -7,7 +7,9 @@
 
 using namespace Qt::StringLiterals;
 
-//! The pure decisions of the home container.
+using Target = NavigationPolicy::Target;
+
+//! The pure decisions about pages.
 class WebPolicyTest : public QObject
 {
     Q_OBJECT
@@ -16,36 +18,40 @@ private Q_SLOTS:
     void linksGoWhereTheyBelong_data()
     {
         QTest::addColumn<QString>("url");
-        QTest::addColumn<bool>("hasFrame");
+        QTest::addColumn<Target>("target");
         QTest::addColumn<QString>("opened"); // with a blank between them
         QTest::addColumn<bool>("loadedHere");
         QTest::addColumn<bool>("followed"); // by the engine itself
         const QString chat = u"mqq://im/chat?chat_type=wpa&uin=4711&version=1&src_type=web"_s;
-        const auto row = [](const char *name, const QString &url, bool hasFrame,
+        const QString call = u"telprompt:+86%2010 tel:+86%2010"_s;
+        const auto row = [](const char *name, const QString &url, Target target,
                              const QString &opened, bool loadedHere, bool followed) {
-            QTest::newRow(name) << url << hasFrame << opened << loadedHere << followed;
+            QTest::newRow(name) << url << target << opened << loadedHere << followed;
         };
-        row("page", u"https://h.example/MQQ"_s, true, {}, false, true);
-        row("new window", u"https://h.example/a"_s, false, {}, true, true);
-        row("chat in the query", u"https://h.example/?next=mqqapi"_s, true, chat, false, true);
-        row("chat in a new window", u"https://h.example/mqq"_s, false, chat, false, true);
-        row("chat before telephone", u"tel:123?mqq"_s, true, chat, false, false);
-        row("telephone", u"tel:+86%2010"_s, false, u"telprompt:+86%2010 tel:+86%2010"_s, false,
-            false);
-        row("another program", u"weixin://dl"_s, true, {}, false, false);
-        row("a file", u"file:///etc/passwd"_s, true, {}, false, false);
-        row("the bridge", u"https://__bridge_loaded__"_s, true, {}, false, false);
-        row("the older bridge", u"wvjbscheme://__BRIDGE_LOADED__"_s, true, {}, false, false);
+        using enum Target;
+        row("page", u"https://h.example/MQQ"_s, MainFrame, {}, false, true);
+        row("new window", u"https://h.example/a"_s, NewWindow, {}, true, true);
+        row("unasked window", u"https://h.example/a"_s, UnaskedWindow, {}, true, true);
+        row("chat in the query", u"https://h.example/?next=mqqapi"_s, MainFrame, chat, false, true);
+        row("chat in a new window", u"https://h.example/mqq"_s, NewWindow, chat, false, true);
+        row("chat in a frame", u"https://h.example/mqq"_s, Subframe, {}, false, true);
+        row("chat before telephone", u"tel:123?mqq"_s, MainFrame, chat, false, false);
+        row("telephone", u"tel:+86%2010"_s, MainFrame, call, false, false);
+        row("telephone, touched", u"tel:+86%2010"_s, NewWindow, call, false, false);
+        row("telephone in a frame", u"tel:+86%2010"_s, Subframe, {}, false, false);
+        row("telephone, unasked", u"tel:+86%2010"_s, UnaskedWindow, {}, false, false);
+        row("another program", u"weixin://dl"_s, MainFrame, {}, false, false);
+        row("a file", u"file:///etc/passwd"_s, MainFrame, {}, false, false);
+        row("the bridge", u"https://__bridge_loaded__"_s, MainFrame, {}, false, false);
+        row("the older bridge", u"wvjbscheme://__BRIDGE_LOADED__"_s, MainFrame, {}, false, false);
     }
 
     void linksGoWhereTheyBelong()
     {
         QFETCH(const QString, url);
-        QFETCH(const bool, hasFrame);
+        QFETCH(const Target, target);
         QFETCH(const bool, loadedHere);
-        using Frame = NavigationPolicy::TargetFrame;
-        const auto policy
-            = NavigationPolicy::decide(QUrl(url), hasFrame ? Frame::Some : Frame::None, u"4711"_s);
+        const auto policy = NavigationPolicy::decide(QUrl(url), target, u"4711"_s);
         QStringList links;
         for (const QUrl &link : policy.openInSystem)
             links << link.toString(QUrl::FullyEncoded);

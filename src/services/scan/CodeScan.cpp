@@ -87,7 +87,7 @@ void CodeScan::present(std::unique_ptr<WCQRCodeScanningVC> scanner)
 void CodeScan::alert(const QString &message)
 {
     m_environment.shell->alertView()->show(
-        {.title = u"温馨提示"_s, .message = message, .buttons = {u"确定"_s}});
+        {.title = u"温馨提示"_s, .message = message, .buttons = {u"确定"_s}, .backButton = 0});
 }
 
 void CodeScan::playSound()

@@ -13,7 +13,6 @@ void ScanSuccessJumpVC::backPressed()
 
 void ScanSuccessJumpVC::refreshPressed()
 {
-    while (m_navigation && m_navigation->contains(this)
-        && m_navigation->topViewController() != comeFromVC)
-        m_navigation->pop();
+    if (m_navigation)
+        m_navigation->popToRoot();
 }

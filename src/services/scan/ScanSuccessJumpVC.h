@@ -20,8 +20,7 @@ public:
 
     explicit ScanSuccessJumpVC(NavigationController *navigation);
 
-    //! Set before the screen is pushed: one of the two texts, and the scanner it comes from.
-    QPointer<ViewController> comeFromVC;
+    //! One of the two is set before the screen is pushed.
     QString jump_URL;
     QString jump_bar_code;
 

@@ -194,7 +194,6 @@ void WCQRCodeScanningVC::showResult(const QString &code)
     if (!m_navigation)
         return;
     auto *result = new ScanSuccessJumpVC(m_navigation);
-    result->comeFromVC = this;
     if (code.startsWith(u"http"))
         result->jump_URL = code;
     else

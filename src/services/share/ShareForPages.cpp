@@ -13,30 +13,13 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto downloadTimeout = 30s;
+constexpr qint64 largestPicture = 20 * 1024 * 1024;
 
 // A page must not reach the device's own files this way.
 bool mayBeLoaded(const QUrl &url)
 {
     const QString scheme = url.scheme();
     return scheme == u"http" || scheme == u"https" || scheme == u"data";
-}
-
-//! Where the picture will be once it has come.
-std::shared_ptr<const QByteArray> load(QNetworkAccessManager *network, const QUrl &url)
-{
-    auto image = std::make_shared<QByteArray>();
-    if (!mayBeLoaded(url))
-        return image;
-    HTTPSessionManager session(network);
-    session.setCachePolicy(HTTPSessionManager::CachePolicy::ReturnCacheDataElseLoad);
-    session.setTimeoutInterval(downloadTimeout);
-    session.GET(
-        url.toString(QUrl::FullyEncoded), {},
-        [image](const HTTPResponse &response) { *image = response.body; },
-        [](const HTTPResponse &, const HTTPError &error) {
-            qCWarning(lcServices) << "the picture to share did not come:" << error.description;
-        });
-    return image;
 }
 
 }
@@ -50,8 +33,9 @@ ShareForPages::ShareForPages(Shell *shell, ShareSDK *sdk, QNetworkAccessManager 
 
 void ShareForPages::action(const QUrl &imageUrl)
 {
+    auto image = std::make_shared<QByteArray>();
     showPanel(OMShareView::Download::Offered, imageUrl,
-        [this, imageUrl, image = load(m_network, imageUrl)](ShareSDK::Platform platform) {
+        [this, imageUrl, image](ShareSDK::Platform platform) {
             OMShareSDKTool::shareAcitonWithImage(*m_sdk, *image, imageUrl.toString(),
                 u"分享的title"_s, {}, {}, platform, ShareContent::Type::Image,
                 [self = QPointer(this)](ShareSDK::State state, const QString &message) {
@@ -59,6 +43,24 @@ void ShareForPages::action(const QUrl &imageUrl)
                         self->showResult(state, message);
                 });
         });
+    if (mayBeLoaded(imageUrl))
+        load(imageUrl, image);
+}
+
+void ShareForPages::load(const QUrl &url, const std::shared_ptr<QByteArray> &image)
+{
+    HTTPSessionManager session(m_network);
+    session.setCachePolicy(HTTPSessionManager::CachePolicy::ReturnCacheDataElseLoad);
+    session.setTimeoutInterval(downloadTimeout);
+    session.setMaximumBodySize(largestPicture);
+    HTTPTask *download = session.GET(
+        url.toString(QUrl::FullyEncoded), {},
+        [image](const HTTPResponse &response) { *image = response.body; },
+        [](const HTTPResponse &, const HTTPError &error) {
+            qCWarning(lcServices) << "the picture to share did not come:" << error.description;
+        });
+    // Chosen or not, it is of no more use.
+    connect(m_panel, &QObject::destroyed, download, &HTTPTask::cancel);
 }
 
 void ShareForPages::linkShareAction(

@@ -5,6 +5,8 @@
 
 #include <QPointer>
 
+#include <memory>
+
 class QNetworkAccessManager;
 
 //! Shares what a page names: asks for the target with the share panel and tells the outcome. Owned
@@ -16,8 +18,8 @@ class ShareForPages : public QObject
 public:
     ShareForPages(Shell *shell, ShareSDK *sdk, QNetworkAccessManager *network);
 
-    //! A picture. It is loaded meanwhile; one that has not come when a target is chosen is shared
-    //! as none.
+    //! A picture. It is loaded while the panel is there; one that has not come when a target is
+    //! chosen, or has more than 20 MiB, is shared as none.
     void action(const QUrl &imageUrl);
     void linkShareAction(
         const QString &url, const QString &title, const QString &content, const QString &imageUrl);
@@ -27,6 +29,9 @@ private:
 
     //! In the place of an earlier one.
     void showPanel(OMShareView::Download download, const QUrl &imageUrl, Share share);
+    //! Puts the picture where it is looked for when a target is chosen, as long as the panel
+    //! stands.
+    void load(const QUrl &url, const std::shared_ptr<QByteArray> &image);
     void showResult(ShareSDK::State state, const QString &message);
 
     Shell *m_shell;

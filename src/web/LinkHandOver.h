@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QUrl>
+
+class MainQueue;
+class UrlOpener;
+
+//! Hands links of pages to the other programs of the device, one a second at most, so that a page
+//! that follows them in a loop starts one program. Shared by the views of all pages; owned by the
+//! application.
+class LinkHandOver : public QObject
+{
+    Q_OBJECT
+
+public:
+    LinkHandOver(UrlOpener *urlOpener, MainQueue *mainQueue, const QString &customerServiceAccount);
+
+    //! Of the chat that links with "mqq" open.
+    QString customerServiceAccount() const { return m_customerServiceAccount; }
+
+    //! Opens the first address that a program is registered for. Nothing within a second of the
+    //! last one.
+    void openFirst(const QList<QUrl> &addresses);
+
+private:
+    UrlOpener *m_urlOpener;
+    MainQueue *m_mainQueue;
+    QString m_customerServiceAccount;
+    bool m_resting = false;
+};

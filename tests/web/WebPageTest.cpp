@@ -1,0 +1,437 @@
+#include "platform/ServerTrust.h"
+#include "support/PageServer.h"
+#include "support/Patience.h"
+#include "web/OMOutLinkLandscapeViewController.h"
+#include "web/OMOutLinkViewController.h"
+#include "web/PageHarness.h"
+#include "web/SecondaryPageProfiles.h"
+#include "web/SecondaryPages.h"
+#include "web/WebTestMain.h"
+
+#include <QDir>
+#include <QInputMethod>
+#include <QQuickWebEngineProfile>
+#include <QSignalSpy>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+//! What pages may do to the window and the device around them.
+class WebPageTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    PageServer m_server;
+    PageServer m_foreign {"127.0.0.2"};
+
+    QString page(const QByteArray &content, const QByteArray &path = "/page.html")
+    {
+        m_server.setPage(path, "<!doctype html><meta charset=utf-8>" + content);
+        return m_server.url(path);
+    }
+
+    QString host() const { return u"127.0.0.1:%1"_s.arg(m_server.port()); }
+
+    //! Shows a screen of the pages beside the home container.
+    static void show(QQuickView &window, ViewController &controller, const QString &screen)
+    {
+        window.engine()->addImportPath(u"qrc:/qt/qml"_s);
+        window.setInitialProperties({{u"controller"_s, QVariant::fromValue(&controller)}});
+        window.setResizeMode(QQuickView::SizeRootObjectToView);
+        window.setSource(QUrl(u"qrc:/qt/qml/Vant/Web/%1.qml"_s.arg(screen)));
+        window.show();
+        window.requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(&window, patienceMs));
+        controller.viewDidLoad();
+    }
+
+    //! Everything below the folder for downloads, what is hidden included.
+    static QStringList kept(const PageHarness &harness)
+    {
+        const QDir folder(harness.pageHost.downloadDirectory());
+        return folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+
+private Q_SLOTS:
+    void onlyTouchesAndTheMainFrameStartProgramsAndOneASecond()
+    {
+        const QByteArray frame = "<script>"
+                                 "location.href = 'tel:1';"
+                                 "setTimeout(() => window.open('tel:2'), 100);"
+                                 "setTimeout(() => { const a = document.createElement('a');"
+                                 "  a.href = 'tel:3'; a.target = '_blank'; document.body.append(a);"
+                                 "  a.click() }, 200);"
+                                 "setTimeout(() => parent.postMessage('done', '*'), 300)"
+                                 "</script>";
+        page(frame, "/frame.html");
+        m_foreign.setPage("/frame.html", frame);
+        PageHarness harness;
+        harness.urlOpener.schemes << u"tel"_s;
+        QVERIFY(harness.load(page("<a id=call href=tel:4>x</a>"
+                                  "<a href=tel:5 target=_blank style='position: absolute; left: 0;"
+                                  "  top: 0; width: 100px; height: 100px'>y</a>"
+                                  "<iframe src=/frame.html></iframe><iframe src='"
+            + m_foreign.url("/frame.html").toUtf8()
+            + "'></iframe>"
+              "<script>let done = 0; onmessage = () => ++done; let calls = 0;"
+              "function callOften() {"
+              "  const timer = setInterval(() => { document.getElementById('call').click();"
+              "    if (++calls === 20) clearInterval(timer) }, 5) }"
+              "</script>")));
+        TRY_COMPARE(harness.evaluate(u"done"_s).toInt(), 2);
+        harness.evaluate(u"callOften()"_s);
+        TRY_COMPARE(harness.evaluate(u"calls"_s).toInt(), 20);
+        QList<QUrl> opened {QUrl(u"tel:4"_s)};
+        TRY_COMPARE(harness.urlOpener.opened, opened);
+        harness.mainQueue.advance(1s);
+        QTest::mouseClick(&harness.window, Qt::LeftButton, {}, {50, 50});
+        opened << QUrl(u"tel:5"_s);
+        TRY_COMPARE(harness.urlOpener.opened, opened);
+    }
+
+    void linksOfPagesBesideTheHomeContainerWorkToo()
+    {
+        page("<title>other</title>", "/other.html");
+        PageHarness harness;
+        harness.urlOpener.schemes << u"tel"_s;
+        const auto profile
+            = SecondaryPageProfiles::outLink(harness.folder.filePath(u"out"_s), &harness.cookies);
+        OMOutLinkViewController controller(profile.get(), &harness.pageHost);
+        controller.urlStr = page("<title>first</title><a id=call href=tel:1>x</a>"
+                                 "<a id=blank href=/other.html target=_blank>y</a>");
+        QQuickView window;
+        window.resize(390, 844);
+        show(window, controller, u"OutLinkScreen"_s);
+        QVERIFY(waitForTitle(*controller.webView(), u"first"_s));
+        evaluateIn(*controller.webView(), u"document.getElementById('call').click()"_s);
+        TRY_COMPARE(harness.urlOpener.opened, QList {QUrl(u"tel:1"_s)});
+        evaluateIn(*controller.webView(), u"document.getElementById('blank').click()"_s);
+        QVERIFY(waitForTitle(*controller.webView(), u"other"_s));
+    }
+
+    void onePageIsOpenedAtATime()
+    {
+        PageHarness harness;
+        Navigator *navigator = harness.shell.navigator();
+        SecondaryPages pages(navigator, &harness.cookies, harness.folder.path(), &harness.pageHost,
+            &harness.mainQueue, [](bool) {});
+        for (int i = 0; i < 30; ++i)
+            pages.jump2Outlink(u"http://127.0.0.1/"_s, QString::number(i), {});
+        pages.jump2OutlinkLandscape(u"http://127.0.0.1/"_s);
+        QCOMPARE(navigator->screens()->count(), 1);
+        QCOMPARE(navigator->topViewController()->title(), u"0"_s);
+        navigator->dismiss(navigator->topViewController());
+        pages.jump2OutlinkLandscape(u"http://127.0.0.1/"_s);
+        pages.jump2Outlink(u"http://127.0.0.1/"_s, u"late"_s, {});
+        QCOMPARE(navigator->screens()->count(), 1);
+        // An agreement may be read whatever the portal has opened.
+        for (int i = 0; i < 2; ++i)
+            pages.openOutLinkPage(u"http://127.0.0.1/"_s, {});
+        QCOMPARE(navigator->screens()->count(), 2);
+    }
+
+    void addedAuthoritiesVouchForTheirServersByNameOnly()
+    {
+        PageServer secret("127.0.0.1", PageServer::Tls::SelfSigned);
+        secret.setPage("/", "<title>secret</title>");
+        PageHarness harness;
+        QFile pem(harness.folder.filePath(u"ca.pem"_s));
+        QVERIFY(pem.open(QIODevice::WriteOnly) && pem.write(secret.certificate()) > 0);
+        pem.close();
+        QCOMPARE(ServerTrust::addAuthorities(pem.fileName()), QString());
+        QVERIFY(harness.load(secret.url("/")));
+        QVERIFY(waitForTitle(harness.webView, u"secret"_s));
+        QSignalSpy failed(&harness.webView, &WebView::didFailNavigation);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"a page could not be loaded"_s));
+        harness.webView.load(QUrl(secret.url("/").replace(u"127.0.0.1"_s, u"localhost"_s)));
+        TRY_COMPARE(failed.size(), 1);
+        QCOMPARE(secret.requestsFor("/").size(), 1);
+    }
+
+    void aDialogGoesWithItsDocument_data()
+    {
+        QTest::addColumn<std::function<void(PageHarness &)>>("leave");
+        const auto row = [](const char *name, std::function<void(PageHarness &)> leave) {
+            QTest::newRow(name) << leave;
+        };
+        row("another page", [this](PageHarness &harness) {
+            harness.webView.load(QUrl(page("<title>other</title>", "/other.html")));
+        });
+        row("reload", [](PageHarness &harness) { harness.webView.reload(); });
+        row("dead process", [](PageHarness &harness) {
+            QTest::ignoreMessage(
+                QtWarningMsg, QRegularExpression(u"the page's process has ended"_s));
+            ::kill(pid_t(harness.rendererPid()), SIGKILL);
+        });
+    }
+
+    void aDialogGoesWithItsDocument()
+    {
+        QFETCH(const std::function<void(PageHarness &)>, leave);
+        PageHarness harness;
+        AlertView *alert = harness.shell.alertView();
+        QVERIFY(harness.load(page("<title>first</title><script>if (!localStorage.asked)"
+                                  "  setTimeout(() => alert(localStorage.asked = 1), 100);"
+                                  "else document.title = 'other'</script>")));
+        TRY_VERIFY(alert->isVisible());
+        leave(harness);
+        TRY_VERIFY(!alert->isVisible());
+        QVERIFY(waitForTitle(harness.webView, u"other"_s));
+    }
+
+    void aDialogNamesTheHostThatAsks_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("title");
+        m_foreign.setPage("/frame.html", "<script>alert(1)</script>");
+        QTest::newRow("page") << "<script>alert(1)</script>"_ba << host();
+        QTest::newRow("foreign frame") << "<iframe src='" + m_foreign.url("/frame.html").toUtf8()
+                + "'></iframe>" << u"127.0.0.2:%1"_s.arg(m_foreign.port());
+        QTest::newRow("frame without a host")
+            << "<iframe src='data:text/html,<script>alert(1)</script>'></iframe>"_ba << u"网页"_s;
+    }
+
+    void aDialogNamesTheHostThatAsks()
+    {
+        QFETCH(const QByteArray, content);
+        PageHarness harness;
+        harness.webView.load(QUrl(page(content)));
+        TRY_VERIFY(harness.shell.alertView()->isVisible());
+        QTEST(harness.shell.alertView()->title(), "title");
+    }
+
+    void whoHasSeenThreeDialogsInARowMayRefuseTheRest()
+    {
+        const QStringList plain {u"取消"_s, u"确定"_s};
+        const QStringList refusable = QStringList {u"不再显示"_s} + plain;
+        PageHarness harness;
+        AlertView *alert = harness.shell.alertView();
+        const auto nextButtons = [alert] {
+            return QTest::qWaitFor([alert] { return alert->isVisible(); }, patienceMs)
+                ? alert->buttons()
+                : QStringList();
+        };
+        const QString url = page("<script>const answers = [];"
+                                 "onclick = () => { for (let i = 0; i < 5; ++i)"
+                                 "  answers.push(Number(confirm(i))) };</script>");
+        QVERIFY(harness.load(url));
+        const auto ask = [&harness] {
+            harness.webView.evaluateJavaScript(u"document.documentElement.click()"_s);
+        };
+        const auto answers = [&harness] { return harness.evaluate(u"answers.join('')"_s); };
+
+        // The back key is a no, and time ends a row.
+        ask();
+        for (const auto &buttons : {plain, plain, refusable, plain, plain}) {
+            QCOMPARE(nextButtons(), buttons);
+            if (buttons == refusable)
+                alert->press(2);
+            else
+                QVERIFY(alert->cancel());
+            if (buttons == refusable)
+                harness.mainQueue.advance(3s);
+        }
+        QCOMPARE(answers(), u"00100"_s);
+
+        QVERIFY(harness.load(url));
+        for (int i = 0; i < 2; ++i) {
+            ask();
+            for (int dialog = 0; i == 0 && dialog < 3; ++dialog) {
+                QCOMPARE(nextButtons(), dialog < 2 ? plain : refusable);
+                alert->press(dialog < 2 ? 1 : 0);
+            }
+        }
+        QCOMPARE(answers(), u"1100000000"_s);
+
+        QVERIFY(harness.load(url));
+        ask();
+        QCOMPARE(nextButtons(), plain);
+    }
+
+    void downloadsAreTheUsersToAllow_data()
+    {
+        QTest::addColumn<QByteArray>("link");
+        QTest::addColumn<QString>("question");
+        QTest::addColumn<QByteArray>("content");
+        m_server.setPage("/file.bin", QByteArray(2'300'000, 'x'), "application/octet-stream");
+        QTest::newRow("file") << "a.href = '/file.bin'"_ba
+                              << u"来自 %1：\n作业.bin，2 MB"_s.arg(host())
+                              << QByteArray(2'300'000, 'x');
+        QTest::newRow("what the page made")
+            << "a.href = URL.createObjectURL(new Blob(['made']))"_ba
+            << u"来自 %1：\n作业.bin，4 bytes"_s.arg(host()) << "made"_ba;
+        QTest::newRow("what the address holds")
+            << "a.href = 'data:application/x-y,held'"_ba << u"来自 %1：\n作业.bin"_s.arg(host())
+            << "held"_ba;
+    }
+
+    void downloadsAreTheUsersToAllow()
+    {
+        QFETCH(const QByteArray, link);
+        QFETCH(const QString, question);
+        QFETCH(const QByteArray, content);
+        PageHarness harness;
+        AlertView *alert = harness.shell.alertView();
+        QVERIFY(
+            harness.load(page("<a id=a download='作业.bin'>x</a><script>" + link + "</script>")));
+        const auto ask = [&] {
+            harness.webView.evaluateJavaScript(u"a.click()"_s);
+            return QTest::qWaitFor([alert] { return alert->isVisible(); }, patienceMs);
+        };
+        QVERIFY(ask());
+        QCOMPARE(alert->title(), u"下载文件"_s);
+        QCOMPARE(alert->message(), question);
+        alert->press(0);
+        TRY_COMPARE(kept(harness), QStringList());
+
+        harness.mainQueue.advance(3s);
+        for (const auto &name : {u"作业.bin"_s, u"作业 (1).bin"_s}) {
+            QVERIFY(ask());
+            alert->press(1);
+            TRY_COMPARE(harness.shell.toast()->text(), u"已下载：%1"_s.arg(name));
+            QFile file(harness.pageHost.downloadDirectory() + u'/' + name);
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            QCOMPARE(file.readAll(), content);
+        }
+        TRY_COMPARE(kept(harness).size(), 2);
+    }
+
+    void aPageHasThreeDownloadsAtOnceAndOneRefusalEndsThemAll()
+    {
+        m_server.setPage("/file.bin", "x", "application/octet-stream");
+        PageHarness harness;
+        AlertView *alert = harness.shell.alertView();
+        QVERIFY(harness.load(page("<a id=a download>x</a><script>let n = 0;"
+                                  "function ask(times) { for (; times; --times) {"
+                                  "  a.href = '/file.bin?' + ++n; a.click() } }"
+                                  "</script>")));
+        // Hears of each after the view, which was there first.
+        QSignalSpy asked(harness.profile.engineProfile(),
+            SIGNAL(downloadRequested(QQuickWebEngineDownloadRequest *)));
+        const auto ask = [&](int times) {
+            asked.clear();
+            harness.webView.evaluateJavaScript(u"ask(%1)"_s.arg(times));
+            return QTest::qWaitFor([&] { return asked.size() == times; }, patienceMs);
+        };
+        QVERIFY(ask(5));
+        TRY_COMPARE(kept(harness).size(), 3);
+        for (int i = 0; i < 3; ++i) {
+            QVERIFY(alert->isVisible());
+            alert->press(1);
+        }
+        QVERIFY(!alert->isVisible());
+        TRY_COMPARE(
+            kept(harness), (QStringList {u"file (1).bin"_s, u"file (2).bin"_s, u"file.bin"_s}));
+
+        QVERIFY(ask(2));
+        QVERIFY(alert->isVisible());
+        alert->press(0);
+        QVERIFY(!alert->isVisible());
+        QVERIFY(ask(1));
+        QVERIFY(!alert->isVisible());
+        harness.mainQueue.advance(3s);
+        QVERIFY(ask(1));
+        QVERIFY(alert->isVisible());
+    }
+
+    void downloadsThatBreakOffSayFailed()
+    {
+        PageHarness harness;
+        QVERIFY(harness.load(page("<a id=a href=/none.bin download>x</a>")));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"a file was not downloaded"_s));
+        harness.webView.evaluateJavaScript(u"a.click()"_s);
+        TRY_COMPARE(harness.shell.toast()->text(), u"下载失败"_s);
+        QVERIFY(!harness.shell.alertView()->isVisible());
+        TRY_COMPARE(kept(harness), QStringList());
+    }
+
+    void whatBreaksOffIsTriedAgainWithoutAnotherQuestion()
+    {
+        QTcpServer server;
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        QList<QTcpSocket *> sockets;
+        bool hangsUp = false;
+        connect(&server, &QTcpServer::newConnection, &server, [&] {
+            QTcpSocket *socket = server.nextPendingConnection();
+            sockets << socket;
+            connect(socket, &QTcpSocket::readyRead, socket, [socket, &hangsUp] {
+                if (!socket->readAll().endsWith("\r\n\r\n"))
+                    return;
+                socket->write("HTTP/1.1 200 OK\r\nContent-Type: application/x-y\r\n"
+                              "Content-Length: 9000000\r\n\r\npart");
+                if (hangsUp)
+                    socket->disconnectFromHost();
+            });
+        });
+        PageHarness harness;
+        AlertView *alert = harness.shell.alertView();
+        QVERIFY(harness.load(page("<a id=a download>x</a>")));
+        harness.webView.evaluateJavaScript(
+            u"a.href = 'http://127.0.0.1:%1/file.bin'; a.click()"_s.arg(server.serverPort()));
+        TRY_VERIFY(alert->isVisible());
+        alert->press(1);
+        QSignalSpy alerts(alert, &AlertView::changed);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"a file was not downloaded"_s));
+        hangsUp = true;
+        for (QTcpSocket *socket : std::as_const(sockets))
+            socket->disconnectFromHost();
+        TRY_COMPARE(harness.shell.toast()->text(), u"下载失败"_s);
+        QVERIFY(sockets.size() > 2);
+        QCOMPARE(alerts.size(), 0);
+        TRY_COMPARE(kept(harness), QStringList());
+    }
+
+    void theLandscapePageLoadsAgainWhenItIsTurnedAndNotForAKeyboard()
+    {
+        PageHarness harness;
+        const auto profile
+            = SecondaryPageProfiles::landscape(harness.folder.filePath(u"l"_s), &harness.cookies);
+        OMOutLinkLandscapeViewController controller(
+            profile.get(), &harness.pageHost, &harness.mainQueue, [](bool) {});
+        controller.urlStr = page("<title>field</title><input id=i style='position: absolute;"
+                                 "  left: 0; top: 0; width: 200px; height: 100px'>",
+            "/field.html");
+        QQuickView window;
+        window.resize(844, 390);
+        show(window, controller, u"LandscapeScreen"_s);
+        QVERIFY(waitForTitle(*controller.webView(), u"field"_s));
+        const auto becomes = [&](QSize size, int loads) {
+            window.resize(size);
+            const QSize inside = size.width() < size.height() ? size.transposed() : size;
+            const bool shown = QTest::qWaitFor(
+                [&] {
+                    return evaluateIn(*controller.webView(), u"innerWidth + 'x' + innerHeight"_s)
+                        == u"%1x%2"_s.arg(inside.width()).arg(inside.height());
+                },
+                patienceMs);
+            harness.mainQueue.advance(200ms);
+            return shown
+                && QTest::qWaitFor(
+                    [&] { return m_server.requestsFor("/field.html").size() == loads; }, patienceMs)
+                && waitForTitle(*controller.webView(), u"field"_s);
+        };
+        const auto typing
+            = [] { return QInputMethod::queryFocusObject(Qt::ImEnabled, {}).toBool(); };
+        // A view that has just come may miss a click.
+        QVERIFY(QTest::qWaitFor(
+            [&] {
+                QTest::mouseClick(&window, Qt::LeftButton, {}, {100, 50});
+                return typing();
+            },
+            patienceMs));
+        QVERIFY(becomes({844, 200}, 1));
+        evaluateIn(*controller.webView(), u"document.getElementById('i').blur()"_s);
+        TRY_VERIFY(!typing());
+        QVERIFY(becomes({844, 390}, 1));
+        QVERIFY(becomes({390, 844}, 2));
+        QVERIFY(becomes({390, 700}, 3));
+    }
+};
+
+VANT_WEB_TEST_MAIN(WebPageTest)
+#include "WebPageTest.moc"
