@@ -1,12 +1,13 @@
 #pragma once
 
 #include "platform/HTTPCookieStorage.h"
+#include "platform/UserDefaults.h"
 #include "support/ManualMainQueue.h"
 #include "support/NotedUrlOpener.h"
 #include "ui/Shell.h"
 #include "web/LinkHandOver.h"
 #include "web/PageHost.h"
-#include "web/WebPageProfile.h"
+#include "web/PageProfiles.h"
 #include "web/WebView.h"
 #include "web/WebViewJavascriptBridge.h"
 
@@ -36,6 +37,8 @@ public:
     NotedUrlOpener urlOpener;
     LinkHandOver linkHandOver {&urlOpener, &mainQueue, QStringLiteral("4711")};
     PageHost pageHost {&shell, &mainQueue, &linkHandOver, folder.filePath(QStringLiteral("kept"))};
+    UserDefaults defaults {folder.filePath(QStringLiteral("settings.ini"))};
+    PageProfiles profiles {folder.filePath(QStringLiteral("web")), &cookies, &defaults, &mainQueue};
     WebPageProfile profile;
     WebViewJavascriptBridge bridge;
     WebView webView;

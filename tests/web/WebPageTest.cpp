@@ -4,7 +4,6 @@
 #include "web/OMOutLinkLandscapeViewController.h"
 #include "web/OMOutLinkViewController.h"
 #include "web/PageHarness.h"
-#include "web/SecondaryPageProfiles.h"
 #include "web/SecondaryPages.h"
 #include "web/WebTestMain.h"
 
@@ -99,9 +98,7 @@ private Q_SLOTS:
         page("<title>other</title>", "/other.html");
         PageHarness harness;
         harness.urlOpener.schemes << u"tel"_s;
-        const auto profile
-            = SecondaryPageProfiles::outLink(harness.folder.filePath(u"out"_s), &harness.cookies);
-        OMOutLinkViewController controller(profile.get(), &harness.pageHost);
+        OMOutLinkViewController controller(harness.profiles.outLink(), &harness.pageHost);
         controller.urlStr = page("<title>first</title><a id=call href=tel:1>x</a>"
                                  "<a id=blank href=/other.html target=_blank>y</a>");
         QQuickView window;
@@ -118,8 +115,8 @@ private Q_SLOTS:
     {
         PageHarness harness;
         Navigator *navigator = harness.shell.navigator();
-        SecondaryPages pages(navigator, &harness.cookies, harness.folder.path(), &harness.pageHost,
-            &harness.mainQueue, [](bool) {});
+        SecondaryPages pages(
+            navigator, &harness.profiles, &harness.pageHost, &harness.mainQueue, [](bool) {});
         for (int i = 0; i < 30; ++i)
             pages.jump2Outlink(u"http://127.0.0.1/"_s, QString::number(i), {});
         pages.jump2OutlinkLandscape(u"http://127.0.0.1/"_s);
@@ -389,10 +386,8 @@ private Q_SLOTS:
     void theLandscapePageLoadsAgainWhenItIsTurnedAndNotForAKeyboard()
     {
         PageHarness harness;
-        const auto profile
-            = SecondaryPageProfiles::landscape(harness.folder.filePath(u"l"_s), &harness.cookies);
         OMOutLinkLandscapeViewController controller(
-            profile.get(), &harness.pageHost, &harness.mainQueue, [](bool) {});
+            harness.profiles.landscape(), &harness.pageHost, &harness.mainQueue, [](bool) {});
         controller.urlStr = page("<title>field</title><input id=i style='position: absolute;"
                                  "  left: 0; top: 0; width: 200px; height: 100px'>",
             "/field.html");
