@@ -10,11 +10,36 @@ Item {
     required property WebView webView
     signal longPressed(point position)
 
+    // The engine does not survive the end of a hidden view's process, and draws what is merely
+    // covered. A view that is not seen stands outside of the window instead.
+    onVisibleChanged: holder.place()
+
     Loader {
         id: holder
+
+        property bool hadFocus: false // of the view that is out of the window, or was there before
+
+        function place() {
+            if (!item || (item.parent === holder) === root.visible)
+                return
+            keepFocus()
+            item.parent = root.visible ? holder : null
+            item.focus = root.visible && hadFocus
+        }
+        function keepFocus() {
+            if (item.parent === holder)
+                hadFocus = item.focus
+        }
+
         anchors.fill: parent
         sourceComponent: engineView
-        onLoaded: root.webView.viewCreated()
+        onLoaded: {
+            if (root.visible)
+                item.focus = hadFocus
+            else
+                item.parent = null
+            root.webView.viewCreated()
+        }
     }
 
     QtObject {
@@ -47,6 +72,7 @@ Item {
                 holder.item.runJavaScript(script, result => webView.scriptFinished(id, result))
         }
         function onRecreateRequested() {
+            holder.keepFocus()
             holder.active = false
             holder.active = true
         }

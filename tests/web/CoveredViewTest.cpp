@@ -1,0 +1,180 @@
+#include "support/PageServer.h"
+#include "support/Patience.h"
+#include "upload/picker/ImagePickerController.h"
+#include "web/HomeHarness.h"
+#include "web/PageHarness.h"
+#include "web/STHomeViewController.h"
+#include "web/SecondaryPages.h"
+#include "web/WebTestMain.h"
+
+#include <QQuickItem>
+#include <QQuickWebEngineProfile>
+#include <QtQml/qqmlextensionplugin.h>
+
+#include <csignal>
+
+Q_IMPORT_QML_PLUGIN(Vant_UploadPlugin)
+
+using namespace Qt::StringLiterals;
+
+//! The home view under each thing that can cover it, in the window's own root view.
+class CoveredViewTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    enum class Cover { Nothing, MiniProgram, Landscape, OutLink, Picker, AnotherRoot, NotYetShown };
+
+    std::unique_ptr<PageServer> m_server;
+    std::unique_ptr<NotedDelegate> m_delegate;
+    std::unique_ptr<HomeStage> m_stage;
+    std::unique_ptr<STHomeViewController> m_home;
+    std::unique_ptr<SecondaryPages> m_pages;
+    ViewController m_other;
+    std::unique_ptr<QQuickView> m_window;
+
+    Navigator *navigator() { return m_stage->shell.navigator(); }
+
+    // It may stand outside of the window; what holds it does not.
+    QQuickItem *engineView(QQuickItem *below = nullptr)
+    {
+        QQuickItem *const from = below ? below : m_window->contentItem();
+        auto *held = from->property("item").value<QQuickItem *>();
+        if (held && held->property("profile").value<QObject *>() == m_home->webView()->profile())
+            return held;
+        for (QQuickItem *child : from->childItems()) {
+            if (QQuickItem *found = engineView(child))
+                return found;
+        }
+        return nullptr;
+    }
+
+    void cover(Cover cover)
+    {
+        switch (cover) {
+        case Cover::MiniProgram:
+            m_pages->jump2Outlink(m_server->url("/other.html"), {}, {});
+            break;
+        case Cover::Landscape:
+            m_pages->jump2OutlinkLandscape(m_server->url("/other.html"));
+            break;
+        case Cover::OutLink:
+            m_pages->openOutLinkPage(m_server->url("/other.html"), {});
+            break;
+        case Cover::Picker:
+            ImagePickerController::present(
+                &m_stage->shell, &m_stage->album, {}, {}, [](const auto &) {});
+            break;
+        case Cover::AnotherRoot:
+            navigator()->setRootViewController(u"Other"_s, &m_other);
+            break;
+        case Cover::Nothing:
+        case Cover::NotYetShown:
+            break;
+        }
+    }
+
+    void uncover(Cover cover)
+    {
+        if (cover == Cover::AnotherRoot || cover == Cover::NotYetShown)
+            navigator()->setRootViewController(u"HomeScreen"_s, m_home.get());
+        else if (cover != Cover::Nothing)
+            navigator()->dismiss(navigator()->topViewController());
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_server = std::make_unique<PageServer>();
+        m_server->setPage("/portal.html",
+            "<!doctype html><title>portal</title><input id=i autofocus><script>"
+            "let frames = 0; requestAnimationFrame(function f() { ++frames; "
+            "requestAnimationFrame(f) });"
+            "</script>");
+        m_server->setPage("/other.html", "<title>other</title>");
+        m_delegate = std::make_unique<NotedDelegate>();
+        m_stage = std::make_unique<HomeStage>(DeploymentConfiguration::Hosts(), m_delegate.get());
+        m_stage->session.session.resume();
+        m_stage->loginModel.setIsLogin(true);
+        m_stage->loginModel.siteInfo = SiteModel();
+        m_stage->loginModel.siteInfo->redirect_url = m_server->url("/portal.html");
+        m_home = std::make_unique<STHomeViewController>(m_stage->environment());
+        m_pages = std::make_unique<SecondaryPages>(
+            navigator(), &m_stage->profiles, &m_stage->pageHost, &m_stage->mainQueue, [](bool) {});
+        navigator()->setAnimated(false);
+        navigator()->registerScreen(
+            u"HomeScreen"_s, QUrl(u"qrc:/qt/qml/Vant/Web/HomeScreen.qml"_s));
+        navigator()->registerScreen(u"Other"_s, QUrl(u"qrc:/samples/SampleScreen.qml"_s));
+        m_window = std::make_unique<QQuickView>();
+        m_window->engine()->addImportPath(u"qrc:/qt/qml"_s);
+        m_window->setInitialProperties({{u"shell"_s, QVariant::fromValue(&m_stage->shell)}});
+        m_window->setResizeMode(QQuickView::SizeRootObjectToView);
+        m_window->resize(390, 844);
+        m_window->setSource(QUrl(u"qrc:/qt/qml/Vant/Ui/RootView.qml"_s));
+        m_window->show();
+    }
+
+    void cleanup()
+    {
+        m_window.reset();
+        m_pages.reset();
+        m_home.reset();
+        m_stage.reset();
+    }
+
+    void aDeadProcessTakesNothingAlong_data()
+    {
+        QTest::addColumn<Cover>("covered");
+        QTest::newRow("nothing over it") << Cover::Nothing;
+        QTest::newRow("a page beside it") << Cover::MiniProgram;
+        QTest::newRow("a page on its side") << Cover::Landscape;
+        QTest::newRow("a page under a bar") << Cover::OutLink;
+        QTest::newRow("the picker") << Cover::Picker;
+        QTest::newRow("another root") << Cover::AnotherRoot;
+        QTest::newRow("not yet shown") << Cover::NotYetShown;
+    }
+
+    void aDeadProcessTakesNothingAlong()
+    {
+        QFETCH(const Cover, covered);
+        if (covered == Cover::NotYetShown) {
+            navigator()->prepare(u"HomeScreen"_s, m_home.get());
+            m_home->webView()->load(QUrl(m_server->url("/portal.html")));
+        } else {
+            navigator()->setRootViewController(u"HomeScreen"_s, m_home.get());
+        }
+        QVERIFY(waitForTitle(*m_home->webView(), u"portal"_s));
+        if (covered != Cover::NotYetShown)
+            engineView()->setFocus(true);
+        cover(covered);
+        const bool seen = covered == Cover::Nothing;
+        TRY_COMPARE(engineView()->window() != nullptr, seen);
+        QVERIFY(engineView()->isVisible());
+
+        // What is not seen is not drawn either, and can be reached by nobody.
+        if (!seen) {
+            QVERIFY(!engineView()->hasActiveFocus());
+            TRY_COMPARE(evaluateIn(*m_home->webView(), u"document.visibilityState"_s).toString(),
+                u"hidden"_s);
+        }
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"the page's process has ended"_s));
+        const auto loads = m_server->requestsFor("/portal.html").size();
+        ::kill(pid_t(engineView()->property("renderProcessPid").toLongLong()), SIGKILL);
+        TRY_COMPARE(m_server->requestsFor("/portal.html").size(), loads + 1);
+        QVERIFY(waitForTitle(*m_home->webView(), u"portal"_s));
+        TRY_COMPARE(engineView()->window() != nullptr, seen);
+
+        uncover(covered);
+        TRY_VERIFY(engineView()->window() && engineView()->isVisible());
+        QVERIFY(waitForTitle(*m_home->webView(), u"portal"_s));
+        TRY_COMPARE(engineView()->width(), 390);
+        QCOMPARE(engineView()->hasFocus(), covered != Cover::NotYetShown);
+        const auto drawn = [this] { return evaluateIn(*m_home->webView(), u"frames"_s).toInt(); };
+        const int before = drawn();
+
+        TRY_VERIFY(drawn() > before + 3);
+    }
+};
+
+VANT_WEB_TEST_MAIN(CoveredViewTest)
+#include "CoveredViewTest.moc"
