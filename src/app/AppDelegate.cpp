@@ -52,6 +52,7 @@ bool AppDelegate::didFinishLaunchingWithOptions(
     const std::optional<QVariantMap> &launchNotification)
 {
     LoginModel *login = m_environment.loginModel;
+    m_environment.session->launch();
     m_environment.pushBinding->regidFailedCount = 0;
     if (!login->isFirstInstall()) {
         login->setIsFirstInstall(true);
@@ -277,6 +278,11 @@ void AppDelegate::keepUntilSignedIn(const QVariant &userInfo)
 {
     if (userInfo.isValid() && !(m_homeHasLoaded && m_environment.session->isActive()))
         pushDictionary = userInfo.toMap();
+}
+
+void AppDelegate::keepNotification(const QVariantMap &userInfo)
+{
+    m_environment.pushRegistration->keep(userInfo);
 }
 
 void AppDelegate::bindGeTuiAgain()

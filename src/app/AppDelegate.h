@@ -82,6 +82,7 @@ public:
 
     QString takeUrlStr() override;
     std::optional<QVariantMap> takePushDictionary() override;
+    void keepNotification(const QVariantMap &userInfo) override;
     void bindGeTuiAgain() override;
 
     //! Landscape only, for a page that asks for it.

@@ -4,24 +4,25 @@
 #include "platform/PrivateFile.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <sys/file.h>
-#include <sys/stat.h>
 
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
 
-ProfileLock::ProfileLock(const QString &filePath)
-    : m_filePath(filePath)
+ProfileLock::ProfileLock(const QString &folder, const QString &notePath)
+    : m_folder(folder)
+    , m_notePath(notePath)
 {
-    PrivateFile::makeParentFolder(filePath);
+    PrivateFile::makeParentFolder(notePath);
     // Closed in the programs that this one starts: the lock is held until its last copy is closed.
-    m_descriptor = ::open(QFile::encodeName(filePath).constData(),
-        O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
+    m_descriptor
+        = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (m_descriptor == -1)
-        qCWarning(lcApp) << filePath << "cannot be opened:" << qt_error_string();
+        qCWarning(lcApp) << folder << "cannot be opened:" << qt_error_string();
 }
 
 ProfileLock::~ProfileLock()
@@ -36,20 +37,20 @@ bool ProfileLock::tryLock()
         return true;
     if (errno == EWOULDBLOCK || errno == EINTR)
         return false;
-    qCWarning(lcApp) << m_filePath << "cannot be locked:" << qt_error_string();
+    qCWarning(lcApp) << m_folder << "cannot be locked:" << qt_error_string();
     return true;
 }
 
 void ProfileLock::leaveNote(const QString &note)
 {
-    QFile file;
-    if (m_descriptor != -1 && file.open(m_descriptor, QIODevice::WriteOnly) && file.resize(0)
-        && file.seek(0))
-        file.write(QFile::encodeName(note) + '\n');
+    PrivateFile::write(m_notePath, QFile::encodeName(note) + '\n');
 }
 
 QString ProfileLock::note() const
 {
-    const QByteArray content = PrivateFile::read(m_filePath).value_or(QByteArray());
+    // What somebody has put in its place may have no end, or no beginning.
+    if (!QFileInfo(m_notePath).isFile())
+        return {};
+    const QByteArray content = PrivateFile::read(m_notePath).value_or(QByteArray());
     return content.endsWith('\n') ? QFile::decodeName(content.chopped(1)) : QString();
 }

@@ -7,14 +7,15 @@
 class ProfileLock
 {
 public:
-    //! \a filePath: the lock, in the profile's own folder; made when missing, mode 0600.
-    explicit ProfileLock(const QString &filePath);
+    //! \a folder: the profile's own, which is locked itself: nobody can put another in its place as
+    //! they could with a file. \a notePath: the holder's note, mode 0600.
+    ProfileLock(const QString &folder, const QString &notePath);
     ~ProfileLock();
     ProfileLock(const ProfileLock &) = delete;
     ProfileLock &operator=(const ProfileLock &) = delete;
 
-    //! Whether this process has the right from now on. Where the file cannot be made, or the file
-    //! system knows no locks, everybody has, which is logged.
+    //! Whether this process has the right from now on. Where the folder cannot be opened, or the
+    //! file system knows no locks, everybody has, which is logged.
     bool tryLock();
     //! Leaves a line for those who come later: the holder's to call.
     void leaveNote(const QString &note);
@@ -22,6 +23,7 @@ public:
     QString note() const;
 
 private:
-    QString m_filePath;
+    QString m_folder;
+    QString m_notePath;
     int m_descriptor = -1;
 };

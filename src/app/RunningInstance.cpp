@@ -24,7 +24,7 @@ constexpr int pollMs = 20;
 constexpr qint64 longestMessage = 256 * 1024;
 const QString pushKey = QStringLiteral("push");
 const QString urlKey = QStringLiteral("url");
-const QString lockName = QStringLiteral("/instance.lock");
+const QString noteName = QStringLiteral("/instance.lock");
 const QString socketName = QStringLiteral("/instance");
 
 bool isOfThisUser(qintptr descriptor)
@@ -71,7 +71,7 @@ QByteArray messageOf(const std::optional<QVariantMap> &push, const QUrl &url)
 
 RunningInstance::RunningInstance(const QString &folder)
     : m_folder(folder)
-    , m_lock(folder + lockName)
+    , m_lock(folder, folder + noteName)
     , m_server(std::make_unique<UsersServer>())
 {
     m_server->setSocketOptions(QLocalServer::UserAccessOption);

@@ -90,7 +90,7 @@ void LoginViewModel::login(UserCheck check, PushWait wait, CommandObserver obser
             else if (status == ResponseStatus::success)
                 self->handleLoginAnswer(attempt, data, check, wait, observer);
             else
-                observer.sendError(commandError(error));
+                self->refuse(attempt, commandError(error), observer);
         }));
 }
 
@@ -110,19 +110,26 @@ void LoginViewModel::wechatLoginCommand(PatriarchLogin patriarch, CommandObserve
                 observer.sendNext(data);
                 observer.sendCompleted();
             } else {
-                observer.sendError(commandError(error));
+                self->refuse(attempt, commandError(error), observer);
             }
         }));
+}
+
+void LoginViewModel::refuse(
+    const UserSession::Attempt &attempt, const CommandError &error, const CommandObserver &observer)
+{
+    m_environment.session->reject(attempt);
+    observer.sendError(error);
 }
 
 void LoginViewModel::handleLoginAnswer(const UserSession::Attempt &attempt, const QJsonValue &data,
     UserCheck check, PushWait wait, const CommandObserver &observer)
 {
     if (!data.isObject())
-        return observer.sendError({0, ResponseErrorInfo::requestError()});
+        return refuse(attempt, {0, ResponseErrorInfo::requestError()}, observer);
     const auto user = DictionaryMapper::model<UserModel>(data[u"user"].toObject());
     if (check == UserCheck::Yes && user.user_type == UserModel::refusedType)
-        return observer.sendError({0, u"亲，您没有权限登录"_s});
+        return refuse(attempt, {0, u"亲，您没有权限登录"_s}, observer);
 
     m_environment.session->begin(attempt, data.toObject(), ChosenRegion {school, provinces, city});
     if (m_environment.loginModel->isLoginOut())

@@ -70,6 +70,8 @@ private:
     void login(UserCheck check, PushWait wait, CommandObserver observer);
     void handleLoginAnswer(const UserSession::Attempt &attempt, const QJsonValue &data,
         UserCheck check, PushWait wait, const CommandObserver &observer);
+    void refuse(const UserSession::Attempt &attempt, const CommandError &error,
+        const CommandObserver &observer);
     void bindGeTui(PushWait wait);
     ResponseCallback forward(CommandObserver observer);
 

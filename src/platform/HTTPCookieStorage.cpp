@@ -61,6 +61,14 @@ void HTTPCookieStorage::removeReceivedBefore(quint64 mark)
     save();
 }
 
+void HTTPCookieStorage::removeReceivedSince(quint64 mark)
+{
+    for (const QNetworkCookie &cookie : allCookies()) {
+        if (m_receivedAt.value(identifierOf(cookie)) > mark)
+            deleteCookie(cookie);
+    }
+}
+
 HTTPCookieStorage::Identifier HTTPCookieStorage::identifierOf(const QNetworkCookie &cookie)
 {
     return cookie.domain() + u' ' + cookie.path() + u' ' + QString::fromUtf8(cookie.name());

@@ -25,6 +25,8 @@ public:
     //! Removes all cookies but those that answers to the shell's own requests have brought since
     //! the mark; on disk too, at once.
     void removeReceivedBefore(quint64 mark);
+    //! Removes what they have brought since the mark.
+    void removeReceivedSince(quint64 mark);
 
 Q_SIGNALS:
     void cookieRemoved(const QNetworkCookie &cookie);

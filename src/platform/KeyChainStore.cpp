@@ -2,9 +2,9 @@
 
 #include "platform/Logging.h"
 #include "platform/PrivateFile.h"
+#include "platform/SettingsFile.h"
 
 #include <QLibrary>
-#include <QSettings>
 #include <qt6keychain/keychain.h>
 
 using namespace QKeychain;
@@ -34,7 +34,7 @@ void KeyChainStore::loadAhead()
 
 KeyChainStore::KeyChainStore(const QString &profileName, const QString &fallbackFile)
     : m_profileName(profileName)
-    , m_fallback(std::make_unique<QSettings>(fallbackFile, QSettings::IniFormat))
+    , m_fallback(std::make_unique<SettingsFile>(fallbackFile))
 {
 }
 
@@ -59,7 +59,7 @@ void KeyChainStore::load(const QString &key, Loaded loaded)
         // A service that runs for the first time knows nothing of what the file holds.
         if (job->error() == NoError)
             data = job->binaryData();
-        else if (m_fallback->contains(key))
+        else if (m_fallback->value(key).isValid())
             data = m_fallback->value(key).toByteArray();
         if (data && job->error() == EntryNotFound)
             moveToService(key, *data);
@@ -82,10 +82,8 @@ void KeyChainStore::moveToService(const QString &key, const QByteArray &data)
 
 void KeyChainStore::removeFromFile(const QString &key)
 {
-    if (!m_fallback->contains(key))
-        return;
     m_fallback->remove(key);
-    m_fallback->sync();
+    m_fallback->synchronize();
 }
 
 void KeyChainStore::save(const QString &key, const QByteArray &data, Done done)
@@ -98,8 +96,7 @@ void KeyChainStore::save(const QString &key, const QByteArray &data, Done done)
         if (serviceFailed(job)) {
             PrivateFile::prepareSettings(m_fallback->fileName());
             m_fallback->setValue(key, data);
-            m_fallback->sync();
-            stored = m_fallback->status() == QSettings::NoError;
+            stored = m_fallback->synchronize();
         }
         if (done)
             done(stored);

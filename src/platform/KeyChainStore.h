@@ -6,7 +6,7 @@
 #include <functional>
 #include <optional>
 
-class QSettings;
+class SettingsFile;
 
 //! Small secrets in the user's keyring. Where no keyring service runs, a file of mode 0600 takes
 //! its place, until an item of it is loaded with a service there, which then has it.
@@ -41,5 +41,5 @@ private:
     void removeFromFile(const QString &key);
 
     QString m_profileName;
-    std::unique_ptr<QSettings> m_fallback;
+    std::unique_ptr<SettingsFile> m_fallback;
 };

@@ -22,6 +22,7 @@ public:
     //! error.
     virtual void writeImageToSavedPhotosAlbum(const QByteArray &encoded, Saved saved) = 0;
 
-    //! The photos, or the clips, that are there now, newest first. What is one is told by its name only.
+    //! The photos, or the clips, that are there now, newest first. What is one is told by its name
+    //! only.
     virtual void fetchAssets(PhotoAsset::MediaType mediaType, Fetched fetched) = 0;
 };

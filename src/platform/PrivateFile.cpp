@@ -38,8 +38,8 @@ bool PrivateFile::write(const QString &filePath, const QByteArray &content)
         return false;
     // Before the first byte, so that no other user ever finds it readable.
     file.setPermissions(ownerOnly);
-    file.write(content);
-    return file.commit();
+    // The toolkit's own end of it does not tell whether the last piece was written.
+    return file.write(content) == content.size() && file.flush() && file.commit();
 }
 
 std::optional<QByteArray> PrivateFile::read(const QString &filePath)

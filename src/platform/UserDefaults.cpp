@@ -37,6 +37,12 @@ struct SealedValue
     }
 };
 
+// By this version, or by a later one in a form that this one cannot read.
+bool isSealedSomehow(const QVariant &stored)
+{
+    return stored.metaType().id() == QMetaType::QByteArray;
+}
+
 QByteArray bytesOf(const QVariant &value)
 {
     QByteArray bytes;
@@ -69,10 +75,9 @@ QVariant opened(const SealedValue &value, const QString &key, const SealingKeys 
 }
 
 UserDefaults::UserDefaults(const QString &filePath)
-    : m_settings(filePath, QSettings::IniFormat)
+    : m_settings(filePath)
 {
     PrivateFile::prepareSettings(filePath);
-    m_settings.setAtomicSyncRequired(true);
 }
 
 UserDefaults::UserDefaults(
@@ -94,7 +99,7 @@ void UserDefaults::readSecrets()
         const QVariant stored = m_settings.value(key);
         if (const auto value = SealedValue::from(stored))
             m_keys->ask(value->keyName);
-        else if (stored.isValid() && isSecret(stored, key))
+        else if (stored.isValid() && isSecret(stored, key) && !isSealedSomehow(stored))
             m_held.insert(key, stored);
     }
     writeHeld();
@@ -105,8 +110,10 @@ QVariant UserDefaults::objectForKey(const QString &key) const
     if (const auto held = m_held.constFind(key); held != m_held.cend())
         return *held;
     QVariant stored = m_settings.value(key);
-    const auto value = m_secrets.contains(key) ? SealedValue::from(stored) : std::nullopt;
-    return value ? opened(*value, key, *m_keys) : stored;
+    if (!m_secrets.contains(key) || !isSealedSomehow(stored))
+        return stored;
+    const auto value = SealedValue::from(stored);
+    return value ? opened(*value, key, *m_keys) : QVariant();
 }
 
 QString UserDefaults::stringForKey(const QString &key) const
@@ -117,7 +124,7 @@ QString UserDefaults::stringForKey(const QString &key) const
 
 bool UserDefaults::boolForKey(const QString &key) const
 {
-    return m_settings.value(key, false).toBool();
+    return m_settings.value(key).toBool();
 }
 
 bool UserDefaults::isAwaited(const QString &key) const
@@ -164,8 +171,7 @@ void UserDefaults::setBool(bool value, const QString &key)
 void UserDefaults::removeObjectForKey(const QString &key)
 {
     m_held.remove(key);
-    if (m_settings.contains(key))
-        m_settings.remove(key);
+    m_settings.remove(key);
 }
 
 // What is there already leaves nothing to write: a write holds up the caller for as long as the
@@ -215,8 +221,7 @@ void UserDefaults::writeHeld()
 
 bool UserDefaults::synchronize()
 {
-    m_settings.sync();
-    if (m_settings.status() == QSettings::NoError)
+    if (m_settings.synchronize())
         return true;
     qCWarning(lcPlatform) << "settings could not be written to" << m_settings.fileName();
     return false;

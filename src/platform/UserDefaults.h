@@ -1,7 +1,8 @@
 #pragma once
 
+#include "platform/SettingsFile.h"
+
 #include <QHash>
-#include <QSettings>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -73,7 +74,7 @@ private:
     void keysAreSettled();
     void writeHeld();
 
-    QSettings m_settings;
+    SettingsFile m_settings;
     QStringList m_secrets;
     std::unique_ptr<SealingKeys> m_keys;
     QHash<QString, QVariant> m_held;

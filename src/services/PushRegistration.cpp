@@ -87,9 +87,14 @@ void PushRegistration::willPresentNotification(const QVariantMap &userInfo)
 {
     m_loginModel->messageCount = 0;
     isAppBackground = false;
+    keep(userInfo);
+    postWaiting();
+}
+
+void PushRegistration::keep(const QVariantMap &userInfo)
+{
     m_waiting << userInfo;
     keepWaiting();
-    postWaiting();
 }
 
 void PushRegistration::postWaiting()

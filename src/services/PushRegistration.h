@@ -36,6 +36,9 @@ public:
     //! A tapped notification, from the service or from the desktop.
     void didReceiveNotification(const QVariantMap &userInfo);
 
+    //! One of the foreground that waits for the user's next session.
+    void keep(const QVariantMap &userInfo);
+
     //! The last notification was tapped from outside the program.
     bool isAppBackground = false;
     //! bindGeTuiAgain has been used.

@@ -37,12 +37,11 @@ void SilentLogin::start(LoginResult::Refresh refresh, UserCheck check, Finished 
 
 void SilentLogin::handleAnswer(int status, const QJsonValue &data, const QString &errorDescription)
 {
-    if (status != ResponseStatus::success)
-        finish(Outcome::Failed, errorDescription);
-    else if (!data.isObject())
-        finish(Outcome::Failed, ResponseErrorInfo::requestError());
-    else
-        signIn(data.toObject());
+    if (status == ResponseStatus::success && data.isObject())
+        return signIn(data.toObject());
+    m_session->reject(m_attempt);
+    finish(Outcome::Failed,
+        status == ResponseStatus::success ? ResponseErrorInfo::requestError() : errorDescription);
 }
 
 void SilentLogin::finish(Outcome outcome, const QString &errorDescription)
@@ -58,7 +57,9 @@ void SilentLogin::signIn(const QJsonObject &answer)
     const auto isRefused = [&user](const Waiting &one) {
         return one.check == UserCheck::Yes && user.user_type == UserModel::refusedType;
     };
-    if (!std::all_of(waiting.cbegin(), waiting.cend(), isRefused)) {
+    if (std::all_of(waiting.cbegin(), waiting.cend(), isRefused)) {
+        m_session->reject(m_attempt);
+    } else {
         const bool refresh = std::any_of(waiting.cbegin(), waiting.cend(),
             [](const Waiting &one) { return one.refresh == LoginResult::Refresh::Yes; });
         m_session->begin(

@@ -9,6 +9,7 @@
 namespace {
 
 const QString lastUserKey = QStringLiteral("LastUser");
+const QString nobody = QStringLiteral("nobody");
 const QString receivedCookieKey = QStringLiteral("MiPushUsingCookie");
 
 }
@@ -21,6 +22,22 @@ UserSession::UserSession(LoginModel *loginModel, UserDefaults *defaults, HTTPCoo
     , m_cookies(cookies)
     , m_result(result)
 {
+}
+
+void UserSession::launch()
+{
+    if (m_defaults->objectForKey(lastUserKey).isValid())
+        return;
+    forgetFormerUser(m_storage->mark());
+    m_defaults->setObject(nobody, lastUserKey);
+    m_defaults->synchronize();
+}
+
+// The mark of the last user goes last: a kill before it leaves the work to the next login.
+void UserSession::forgetFormerUser(quint64 cookieMark)
+{
+    Q_EMIT userChanging();
+    m_storage->removeReceivedBefore(cookieMark);
 }
 
 void UserSession::resume()
@@ -82,13 +99,11 @@ UserSession::Start UserSession::prepare(const Attempt &attempt, const QJsonObjec
     }
     const QString user = m_result->userOf(answer);
     const QString lastUser = m_defaults->stringForKey(lastUserKey);
-    const bool isOther = !user.isNull() && !lastUser.isNull() && user != lastUser;
+    const bool isOther = !user.isNull() && lastUser != nobody && user != lastUser;
     if (isOther) {
         if (m_active)
             end([] {});
-        // The mark of the last user goes last: a kill before it leaves the work to the next login.
-        Q_EMIT userChanging();
-        m_storage->removeReceivedBefore(attempt.cookieMark);
+        forgetFormerUser(attempt.cookieMark);
     }
     if (!user.isNull()) {
         m_defaults->setObject(user, lastUserKey);
@@ -98,6 +113,12 @@ UserSession::Start UserSession::prepare(const Attempt &attempt, const QJsonObjec
         startNumber();
     m_cookies->handleCookie();
     return isOther ? Start::OtherUser : Start::SameUser;
+}
+
+void UserSession::reject(const Attempt &attempt)
+{
+    if (isCurrent(attempt))
+        m_storage->removeReceivedSince(attempt.cookieMark);
 }
 
 void UserSession::logout()

@@ -37,6 +37,9 @@ public:
     //! Of this session, or of the time between two.
     int number() const { return m_number; }
 
+    //! At start, before all else: what lies here without a user that is known is nobody's, and
+    //! goes.
+    void launch();
     //! At start: the stored login is somebody's, whose session goes on.
     void resume();
 
@@ -51,6 +54,10 @@ public:
     //! on; what another user has left is gone before anything is stored.
     bool begin(const Attempt &attempt, const QJsonObject &answer, LoginResult::Refresh refresh);
     bool begin(const Attempt &attempt, const QJsonObject &answer, const ChosenRegion &region);
+
+    //! A login has not succeeded: the cookies that its answer may have brought go. Nothing where a
+    //! session has begun or ended since it was sent.
+    void reject(const Attempt &attempt);
 
     //! The user leaves: session cookies and their saved copies go, account and password are empty;
     //! the token stays.
@@ -73,6 +80,7 @@ private:
 
     Start prepare(const Attempt &attempt, const QJsonObject &answer);
     void end(const std::function<void()> &write);
+    void forgetFormerUser(quint64 cookieMark);
     void startNumber();
 
     LoginModel *m_loginModel;

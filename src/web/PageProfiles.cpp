@@ -17,6 +17,7 @@ using namespace std::chrono_literals;
 
 const QString folderNumberKey = QStringLiteral("PageFolder");
 // The engine writes a last file when a profile has gone.
+constexpr int folderNumbers = 1'000'000; // far apart enough to be told from one another
 constexpr auto engineSettles = 2s;
 
 // There may be a lot in it.
@@ -51,7 +52,7 @@ QString PageProfiles::folder() const
 
 void PageProfiles::renew()
 {
-    m_defaults->setObject(folderNumber() + 1, folderNumberKey);
+    m_defaults->setObject((folderNumber() + 1) % folderNumbers, folderNumberKey);
     m_defaults->synchronize();
     for (Shared *profile : {&m_home, &m_miniProgram, &m_landscape, &m_outLink})
         profile->reset();
@@ -87,7 +88,8 @@ void PageProfiles::dropUnused()
 void PageProfiles::removeFormerFolders()
 {
     const QDir root(m_root);
-    for (const QString &name : root.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+    for (const QString &name :
+        root.entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks)) {
         if (root.filePath(name) != folder())
             removeBeside(root.filePath(name));
     }

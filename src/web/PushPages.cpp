@@ -33,8 +33,8 @@ PushPages::PushPages(
     : m_webView(webView)
     , m_alertView(alertView)
     , m_loginModel(loginModel)
-    , m_session(session)
 {
+    connect(session, &UserSession::ending, this, &PushPages::withdrawQuestions);
 }
 
 void PushPages::backloadNewWeb(const QVariant &userInfo)
@@ -61,11 +61,22 @@ void PushPages::loadNewWeb(const QVariant &userInfo)
         = StringFormat::format(u"%@收到一条消息，是否点击查看？"_s, isTeacher ? u"您"_s : u"你"_s);
     alert.buttons = QStringList {u"取消"_s, u"确定"_s};
     alert.backButton = cancelButton;
-    const int question = m_alertView->show(alert, [self = QPointer(this)](int button) {
-        if (self && button == confirmButton)
+    const int id = ++m_lastQuestion;
+    const int number = m_alertView->show(alert, [self = QPointer(this), id](int button) {
+        if (!self)
+            return;
+        self->m_questions.remove(id);
+        if (button == confirmButton)
             self->m_webView->load(self->m_url);
     });
-    // It is the user's.
-    connect(m_session, &UserSession::ending, this,
-        [this, question] { m_alertView->withdraw(question); });
+    m_questions.insert(id, {number, userInfo.toMap()});
+}
+
+// They are the user's, and nobody else's.
+void PushPages::withdrawQuestions()
+{
+    for (const Question &question : std::exchange(m_questions, {})) {
+        m_alertView->withdraw(question.number);
+        Q_EMIT unanswered(question.userInfo);
+    }
 }

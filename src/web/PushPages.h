@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QMap>
 #include <QObject>
 #include <QUrl>
+#include <QVariantMap>
 
 class AlertView;
 class LoginModel;
@@ -24,11 +26,24 @@ public:
     //! The last page that a notification named.
     QUrl url() const { return m_url; }
 
+Q_SIGNALS:
+    //! The user's session has ended before the question was answered.
+    void unanswered(const QVariantMap &userInfo);
+
 private:
+    struct Question
+    {
+        int number; // of the alert
+        QVariantMap userInfo;
+    };
+
+    void withdrawQuestions();
+
     WebView *m_webView;
     AlertView *m_alertView;
     LoginModel *m_loginModel;
-    UserSession *m_session;
     QUrl m_url;
+    int m_lastQuestion = 0;
+    QMap<int, Question> m_questions; // open, from the oldest to the newest
     QList<QUrl> m_activeArray; // named while in the foreground
 };

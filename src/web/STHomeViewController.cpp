@@ -59,6 +59,9 @@ STHomeViewController::STHomeViewController(const HomeEnvironment &environment)
     connect(environment.slicingUpload, &SlicingUpload::onSlicingUpload, this,
         toPage(u"onSlicingUpload"_s));
     connect(&m_webView, &WebView::didFailNavigation, this, [this] { setErrorViewVisible(true); });
+    connect(&m_pushPages, &PushPages::unanswered, this, [this](const QVariantMap &userInfo) {
+        m_environment.delegate->keepNotification(userInfo);
+    });
     connect(environment.session, &UserSession::ending, this, &STHomeViewController::leaveUser);
     connect(
         environment.session, &UserSession::userChanging, this, &STHomeViewController::leaveProfile);
@@ -155,6 +158,7 @@ void STHomeViewController::logout()
 // However the session ends: nothing of its pages can be gone back to.
 void STHomeViewController::leaveUser()
 {
+    m_profile->cookies()->leave();
     m_webView.startAfresh();
     m_environment.shell->actionSheet()->cancel();
     setErrorViewVisible(false);

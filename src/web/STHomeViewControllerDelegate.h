@@ -16,6 +16,8 @@ public:
     virtual QString takeUrlStr() = 0;
     //! A tapped notification that came before there was a home container, once.
     virtual std::optional<QVariantMap> takePushDictionary() = 0;
+    //! A notification that the user has not answered: it waits for the same user's next login.
+    virtual void keepNotification(const QVariantMap &userInfo) = 0;
     //! Logs in with the stored token, then calls back once; never when that fails.
     virtual void backGroundloginInWithRefresh(bool refresh, std::function<void()> success) = 0;
     //! Starts the push service again.

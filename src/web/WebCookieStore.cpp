@@ -57,8 +57,14 @@ void WebCookieStore::setInEngine(const QNetworkCookie &cookie)
     m_engine->setCookie(set, originOf(cookie));
 }
 
+void WebCookieStore::leave()
+{
+    m_hasLeft = true;
+}
+
 void WebCookieStore::sendWithNextLoad(const QString &cookieHeader, const QUrl &page)
 {
+    m_hasLeft = false;
     endLoad();
     copyStorage();
     m_oneLoad = CookieHeader::beyond(m_storage->cookiesForUrl(page), cookieHeader, page);
@@ -85,7 +91,7 @@ bool WebCookieStore::isForOneLoad(const QNetworkCookie &cookie) const
 
 void WebCookieStore::cookieAdded(const QNetworkCookie &cookie)
 {
-    if (isForOneLoad(cookie))
+    if (isForOneLoad(cookie) || m_hasLeft)
         return;
     const auto echo
         = std::find_if(m_echoes.begin(), m_echoes.end(), [&cookie](const QNetworkCookie &set) {
@@ -102,7 +108,7 @@ void WebCookieStore::cookieRemoved(const QNetworkCookie &cookie)
     // The engine reports a removal before it reports the value that takes the old one's place.
     const bool isReplacedByUs = std::any_of(m_echoes.cbegin(), m_echoes.cend(),
         [&cookie](const QNetworkCookie &set) { return set.hasSameIdentifier(cookie); });
-    if (isForOneLoad(cookie) || isReplacedByUs)
+    if (isForOneLoad(cookie) || isReplacedByUs || m_hasLeft)
         return;
     m_mirroring = true;
     m_storage->removeCookie(cookie);

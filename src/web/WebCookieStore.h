@@ -28,6 +28,9 @@ public:
     void sendWithNextLoad(const QString &cookieHeader, const QUrl &page);
     //! The load has ended, however: its own cookies go.
     void endLoad();
+    //! The user has left: until the next sendWithNextLoad() nothing comes back into the storage.
+    //! What the pages had under way is answered after they have gone, too.
+    void leave();
 
 private:
     void setInEngine(const QNetworkCookie &cookie);
@@ -41,5 +44,6 @@ private:
     QList<QNetworkCookie> m_echoes; // set by us, not yet reported back
     QList<QNetworkCookie> m_oneLoad;
     QUrl m_oneLoadPage;
+    bool m_hasLeft = false;
     bool m_mirroring = false; // what the engine reports is being carried over
 };

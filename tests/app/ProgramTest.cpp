@@ -9,10 +9,12 @@
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 
 #include <csignal>
 
+#include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
 
@@ -147,9 +149,9 @@ private Q_SLOTS:
     void refusesAProfileThatAnotherUses()
     {
         QDir(m_folder->path()).mkdir(u"profile"_s);
-        write(u"profile/instance.lock"_s, {});
-        QFile lock(path(u"profile/instance.lock"_s));
-        QVERIFY(lock.open(QIODevice::ReadWrite) && ::flock(lock.handle(), LOCK_EX | LOCK_NB) == 0);
+        const int folder = ::open(QFile::encodeName(path(u"profile"_s)).constData(), O_RDONLY);
+        const auto letGo = qScopeGuard([folder] { ::close(folder); });
+        QCOMPARE(::flock(folder, LOCK_EX | LOCK_NB), 0);
         start({u"--profile"_s, path(u"profile"_s)});
         verifyRefusal(u"the profile \"%1\" is in use"_s.arg(path(u"profile"_s)));
     }

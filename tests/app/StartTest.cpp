@@ -219,7 +219,7 @@ private Q_SLOTS:
 
         // What goes to one who pretends stays here.
         const QString other = m_folder->filePath(u"other"_s);
-        ProfileLock lock(other + u"/instance.lock"_s);
+        ProfileLock lock(other, other + u"/instance.lock"_s);
         QVERIFY(lock.tryLock());
         const QString trap = m_folder->filePath(u"trap"_s);
         Stranger listener(

@@ -20,10 +20,12 @@ public:
         ++silentLogins;
         success();
     }
+    void keepNotification(const QVariantMap &userInfo) override { kept << userInfo; }
     void bindGeTuiAgain() override { ++pushStarts; }
 
     QString urlStr;
     std::optional<QVariantMap> pushDictionary;
+    QList<QVariantMap> kept;
     int silentLogins = 0;
     int pushStarts = 0;
 };
