@@ -11,8 +11,6 @@ StudentPageServices::StudentPageServices(const ScanEnvironment &scan,
     , m_pages(pages)
 {
     m_location.initLocation();
-    connect(&m_location, &LocationForPages::onGetBDLocation, this,
-        [this](const QString &text) { m_onGetBDLocation(text); });
 }
 
 void StudentPageServices::scanQrCode(Answer onQrResult)
@@ -22,8 +20,7 @@ void StudentPageServices::scanQrCode(Answer onQrResult)
 
 void StudentPageServices::getLocation(Answer onGetBDLocation)
 {
-    m_onGetBDLocation = std::move(onGetBDLocation);
-    m_location.getLocation();
+    m_location.getLocation(std::move(onGetBDLocation));
 }
 
 void StudentPageServices::action(const QUrl &imageUrl)

@@ -14,7 +14,7 @@ Item {
         id: holder
         anchors.fill: parent
         sourceComponent: engineView
-        onLoaded: root.webView.viewCreated()
+        onLoaded: root.webView.viewCreated(item)
     }
 
     QtObject {
@@ -80,6 +80,7 @@ Item {
 
             profile: root.webView.profile
             webChannel: root.webView.bridge ? channel : null
+            webChannelWorld: WebEngineScript.ApplicationWorld // out of the page's reach
             backgroundColor: "white"
 
             settings.playbackRequiresUserGesture: false

@@ -5,6 +5,7 @@
 
 #include <QQuickWebEngineProfile>
 #include <QWebEngineCertificateError>
+#include <QWebEngineHistory>
 
 using namespace Qt::StringLiterals;
 
@@ -26,6 +27,14 @@ WebView::WebView(QQuickWebEngineProfile *profile, QObject *bridge, PageHost *hos
 {
 }
 
+// The engine's own url may be that of a page that is still on its way.
+QUrl WebView::documentUrl() const
+{
+    const auto *history
+        = m_view ? m_view->property("history").value<QWebEngineHistory *>() : nullptr;
+    return history ? history->currentItem().url() : QUrl();
+}
+
 void WebView::load(const QUrl &url)
 {
     schedule([this, url] { Q_EMIT loadRequested(url); });
@@ -44,7 +53,7 @@ void WebView::schedule(std::function<void()> load)
     m_loadStarted = false;
     if (std::exchange(m_loadAwaited, true))
         Q_EMIT loadEnded();
-    if (m_viewExists && !scheduled)
+    if (m_view && !scheduled)
         QMetaObject::invokeMethod(this, &WebView::makePendingLoad, Qt::QueuedConnection);
 }
 
@@ -79,7 +88,7 @@ void WebView::goForward()
 
 void WebView::evaluateJavaScript(const QString &script, Evaluated done)
 {
-    if (!m_viewExists) {
+    if (!m_view) {
         if (done)
             done({});
         return;
@@ -90,9 +99,9 @@ void WebView::evaluateJavaScript(const QString &script, Evaluated done)
     Q_EMIT scriptRequested(id, script);
 }
 
-void WebView::viewCreated()
+void WebView::viewCreated(QObject *view)
 {
-    m_viewExists = true;
+    m_view = view;
     makePendingLoad();
 }
 

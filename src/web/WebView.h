@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QPointer>
 #include <QUrl>
 #include <QVariant>
 #include <qqmlregistration.h>
@@ -44,6 +45,8 @@ public:
 
     //! What the view shows or loads; empty before the first load.
     QUrl url() const { return m_url; }
+    //! The address of the document that the view shows now.
+    QUrl documentUrl() const;
     //! Whether the view has shown a page of the network since it was last emptied.
     bool hasPage() const { return m_hasPage; }
 
@@ -58,7 +61,7 @@ public:
     void evaluateJavaScript(const QString &script, Evaluated done = {});
 
     // Reports of the view.
-    Q_INVOKABLE void viewCreated();
+    Q_INVOKABLE void viewCreated(QObject *view);
     Q_INVOKABLE void scriptFinished(int id, const QVariant &result);
     Q_INVOKABLE bool decidePolicy(const QUrl &url, bool isMainFrame, bool isNewWindow);
     Q_INVOKABLE void engineUrlChanged(const QUrl &url);
@@ -101,7 +104,7 @@ private:
     PageHost *m_host;
     Policy m_policy;
     QUrl m_url;
-    bool m_viewExists = false;
+    QPointer<QObject> m_view; // the engine's
     std::function<void()> m_pendingLoad; // the last one asked for in this turn
     bool m_loadStarted = false; // of the load asked for last
     bool m_loadAwaited = false; // one was asked for and has not ended

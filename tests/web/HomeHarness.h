@@ -32,7 +32,8 @@ public:
 class HomeHarness
 {
 public:
-    HomeHarness();
+    //! \a trustedOrigins: whom the bridge serves; empty: everybody.
+    explicit HomeHarness(const QStringList &trustedOrigins = {});
 
     void setPortal(const QString &redirectUrl);
     void addCookie(const char *name, const char *value, const QString &domain);
@@ -45,6 +46,6 @@ public:
 
     NotedDelegate delegate;
     HomeStage stage {{}, &delegate};
-    STHomeViewController controller {stage.environment()};
+    STHomeViewController controller;
     QQuickView window;
 };

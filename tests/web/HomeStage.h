@@ -13,6 +13,16 @@
 #include "web/PageHost.h"
 #include "web/WebPageProfile.h"
 
+//! Keeps the answers that pages wait for.
+class HeldPageServices : public NoPageServices
+{
+public:
+    void scanQrCode(Answer answer) override { answers << answer; }
+    void getLocation(Answer answer) override { answers << answer; }
+
+    QList<Answer> answers;
+};
+
 //! A session and all else that a home container works with, in one temporary folder; its clock
 //! stands still until it is advanced. The delegate is asked from the first upload on.
 class HomeStage
@@ -32,7 +42,7 @@ public:
     FolderPhotoLibrary album;
     BrowserWXApi wxApi {&urlOpener, nullptr, {}};
     Shell shell {session.mainQueue};
-    NoPageServices services;
+    HeldPageServices services;
     PageHost pageHost;
     STHomeViewControllerDelegate *delegate;
     SlicingUpload slicingUpload;
