@@ -160,8 +160,8 @@ interface DocumentEventMap {
 declare var WebViewJavascriptBridge: WebViewJavascriptBridge | undefined;
 
 interface Window {
-    /** There before the first script of the document runs; undefined outside the client and in frames. */
-    readonly WebViewJavascriptBridge?: WebViewJavascriptBridge;
-    /** Functions left here are called with the bridge, once, after the present task. */
+    /** There once the document has been parsed; undefined before, outside the client and in frames. */
+    WebViewJavascriptBridge?: WebViewJavascriptBridge;
+    /** Functions left here are called with the bridge, once, as soon as it is there. */
     WVJBCallbacks?: Array<(bridge: WebViewJavascriptBridge) => void>;
 }

@@ -10,8 +10,6 @@ StudentPageServices::StudentPageServices(const ScanEnvironment &scan,
     , m_share(scan.shell, shareSDK, network)
     , m_pages(pages)
 {
-    connect(&m_location, &LocationForPages::onGetBDLocation, this,
-        [this](const QString &text) { m_onGetBDLocation(text); });
 }
 
 void StudentPageServices::scanQrCode(Answer onQrResult)
@@ -26,8 +24,7 @@ void StudentPageServices::initLocation()
 
 void StudentPageServices::getLocation(Answer onGetBDLocation)
 {
-    m_onGetBDLocation = std::move(onGetBDLocation);
-    m_location.getLocation();
+    m_location.getLocation(std::move(onGetBDLocation));
 }
 
 void StudentPageServices::action(const QUrl &imageUrl)

@@ -9,10 +9,8 @@ class SecondaryPages;
 
 //! What the portal's pages ask for beyond their view, each handed to the one that does it. Owned by
 //! the application; what it is given must outlive it.
-class StudentPageServices : public QObject, public PageServices
+class StudentPageServices : public PageServices
 {
-    Q_OBJECT
-
 public:
     StudentPageServices(const ScanEnvironment &scan, LocationManager *locationManager,
         ShareSDK *shareSDK, QNetworkAccessManager *network, SecondaryPages *pages);
@@ -31,5 +29,4 @@ private:
     LocationForPages m_location;
     ShareForPages m_share;
     SecondaryPages *m_pages;
-    Answer m_onGetBDLocation; // the same for every request
 };

@@ -6,7 +6,6 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QPointer>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -53,12 +52,11 @@ void LocationForPages::initLocation()
     m_manager->setReGeocodeTimeout(reGeocodeTimeout);
 }
 
-void LocationForPages::getLocation()
+void LocationForPages::getLocation(std::function<void(const QString &)> onGetBDLocation)
 {
     m_manager->requestLocationWithReGeocode(
-        [self = QPointer(this)](const auto &location, const auto &reGeocode, const auto &error) {
-            if (self)
-                Q_EMIT self->onGetBDLocation(answer(location, reGeocode, error));
+        [onGetBDLocation](const auto &location, const auto &reGeocode, const auto &error) {
+            onGetBDLocation(answer(location, reGeocode, error));
         });
 }
 

@@ -44,18 +44,18 @@ SlicingUpload::SlicingUpload(const UploadEnvironment &environment)
 SlicingUpload::~SlicingUpload() = default;
 
 void SlicingUpload::pushImagePickerControllerWithConfig(
-    const SlicingUploadConfig &config, bool video)
+    const SlicingUploadConfig &config, bool video, const QString &asker)
 {
     ImagePickerController::present(m_environment.shell, m_environment.photoLibrary,
         m_environment.albumFolder, pickerSettings(config, video),
-        [self = QPointer(this), config](const std::optional<QList<PhotoAsset>> &picked) {
+        [self = QPointer(this), config, asker](const std::optional<QList<PhotoAsset>> &picked) {
             if (self && picked)
-                self->didFinishPicking(config, *picked);
+                self->didFinishPicking(config, *picked, asker);
         });
 }
 
 void SlicingUpload::didFinishPicking(
-    const SlicingUploadConfig &config, const QList<PhotoAsset> &assets)
+    const SlicingUploadConfig &config, const QList<PhotoAsset> &assets, const QString &asker)
 {
     if (!m_environment.reachability->isReachable()) {
         m_environment.shell->toast()->showError(u"没有网络连接..."_s);
@@ -64,18 +64,19 @@ void SlicingUpload::didFinishPicking(
     qCDebug(lcUpload) << "reachability status"
                       << int(m_environment.reachability->networkReachabilityStatus());
     m_environment.backGroundlogin(
-        [self = QPointer(this), session = m_environment.session->number(), config, assets] {
+        [self = QPointer(this), session = m_environment.session->number(), config, assets, asker] {
             if (self && session == self->m_environment.session->number())
-                self->startRun(config, assets);
+                self->startRun(config, assets, asker);
         });
 }
 
-void SlicingUpload::startRun(const SlicingUploadConfig &config, const QList<PhotoAsset> &assets)
+void SlicingUpload::startRun(
+    const SlicingUploadConfig &config, const QList<PhotoAsset> &assets, const QString &asker)
 {
     m_runs.push_back(
         std::make_unique<UploadRun>(m_environment, &m_scratch, &m_photos, &m_videos, config));
     UploadRun *run = m_runs.back().get();
-    connect(run, &UploadRun::ended, this, [this, run] { didEnd(*run); });
+    connect(run, &UploadRun::ended, this, [this, run, asker] { didEnd(*run, asker); });
     connect(run, &UploadRun::finished, this, [this, run] { forget(run); });
     run->start(assets);
 }
@@ -95,7 +96,7 @@ void SlicingUpload::forget(UploadRun *run)
     m_runs.erase(found);
 }
 
-void SlicingUpload::didEnd(const UploadRun &run)
+void SlicingUpload::didEnd(const UploadRun &run, const QString &asker)
 {
     if (run.upMaxFileSingleSizeLimit())
         return;
@@ -103,6 +104,6 @@ void SlicingUpload::didEnd(const UploadRun &run)
     if (run.results().isEmpty())
         m_environment.shell->toast()->showError(u"上传失败"_s);
     else
-        Q_EMIT onSlicingUpload(text);
+        Q_EMIT onSlicingUpload(text, asker);
     qCDebug(lcUpload).noquote() << u"1111%1"_s.arg(text);
 }

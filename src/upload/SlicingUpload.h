@@ -25,20 +25,24 @@ public:
     explicit SlicingUpload(const UploadEnvironment &environment);
     ~SlicingUpload() override;
 
-    //! Opens the picker as the page's configuration wants it; what is picked is uploaded.
-    void pushImagePickerControllerWithConfig(const SlicingUploadConfig &config, bool video);
+    //! Opens the picker as the page's configuration wants it; what is picked is uploaded. \a asker
+    //! names the document that asks.
+    void pushImagePickerControllerWithConfig(
+        const SlicingUploadConfig &config, bool video, const QString &asker);
     //! The user has picked these.
-    void didFinishPicking(const SlicingUploadConfig &config, const QList<PhotoAsset> &assets);
+    void didFinishPicking(const SlicingUploadConfig &config, const QList<PhotoAsset> &assets,
+        const QString &asker = {});
 
 Q_SIGNALS:
     //! A run has uploaded something: its results as the text of a JSON list. A run without any
-    //! shows a toast instead.
-    void onSlicingUpload(const QString &result);
+    //! shows a toast instead. \a asker: who asked for the run.
+    void onSlicingUpload(const QString &result, const QString &asker);
 
 private:
     void cancel();
-    void startRun(const SlicingUploadConfig &config, const QList<PhotoAsset> &assets);
-    void didEnd(const UploadRun &run);
+    void startRun(
+        const SlicingUploadConfig &config, const QList<PhotoAsset> &assets, const QString &asker);
+    void didEnd(const UploadRun &run, const QString &asker);
     void forget(UploadRun *run);
 
     UploadEnvironment m_environment;

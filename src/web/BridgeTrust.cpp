@@ -23,7 +23,12 @@ BridgeTrust::BridgeTrust(const QStringList &trustedOrigins)
         m_origins << originOf(QUrl(origin));
 }
 
-bool BridgeTrust::serves(const QString &origin) const
+bool BridgeTrust::serves(const QString &origin, const QUrl &address) const
 {
-    return m_origins.isEmpty() || m_origins.contains(originOf(QUrl(origin)));
+    if (m_origins.isEmpty())
+        return true;
+    const QString claimed = originOf(QUrl(origin));
+    // A blob's address holds that of the page which made it.
+    const QString seen = originOf(address.scheme() == u"blob" ? QUrl(address.path()) : address);
+    return m_origins.contains(claimed) && claimed == seen;
 }

@@ -2,14 +2,17 @@
 
 #include <QStringList>
 
+class QUrl;
+
 //! Which pages the bridge serves: those of the configured origins, or all where none is configured.
 class BridgeTrust
 {
 public:
     explicit BridgeTrust(const QStringList &trustedOrigins);
 
-    //! \a origin: as a document's own location gives it.
-    bool serves(const QString &origin) const;
+    //! \a origin: what the document says of itself, "null" where it has none. \a address: what the
+    //! engine says that it shows.
+    bool serves(const QString &origin, const QUrl &address) const;
 
 private:
     QStringList m_origins;

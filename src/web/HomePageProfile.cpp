@@ -10,8 +10,7 @@ std::unique_ptr<WebPageProfile> makeHomePageProfile(
 {
     auto profile = std::make_unique<WebPageProfile>(
         u"home"_s, folder, pageApplicationName, storage, WebCookieStore::Direction::Both);
-    profile->addUserScript(u"bridge"_s, PageScripts::bridge(), QWebEngineScript::DocumentCreation,
-        WebPageProfile::Frames::Main);
+    profile->addBridge();
     profile->addUserScript(u"currentCookies"_s, PageScripts::postCurrentCookies(),
         QWebEngineScript::DocumentReady, WebPageProfile::Frames::All);
     profile->addUserScript(u"fixDocument"_s, PageScripts::fixDocument(),

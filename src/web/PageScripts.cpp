@@ -8,18 +8,32 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+QString script(const QString &name)
+{
+    QFile file(u":/qt/qml/Vant/Web/"_s + name);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("a script is not part of this program");
+    return QString::fromUtf8(file.readAll());
+}
+
+}
+
 QString PageScripts::bridge()
 {
-    QFile file(u":/qt/qml/Vant/Web/bridge.js"_s);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("the bridge script is not part of this program");
+    return script(u"bridge.js"_s);
+}
+
+QString PageScripts::transport()
+{
     const QMetaObject &shell = WebViewJavascriptBridge::staticMetaObject;
     const auto index
         = [&shell](const char *method) { return QString::number(shell.indexOfMethod(method)); };
-    return QString::fromUtf8(file.readAll())
+    return script(u"transport.js"_s)
         .replace(u"%BEGIN_METHOD%"_s, index("begin(QString,QString)"))
         .replace(u"%RECEIVE_METHOD%"_s, index("receive(QString,QJsonArray)"))
-        .replace(u"%TO_PAGE_SIGNAL%"_s, index("toPage(QString,QJsonArray)"));
+        .replace(u"%TO_PAGE_SIGNAL%"_s, index("toPage(QString,QVariantList)"));
 }
 
 QString PageScripts::postCurrentCookies()

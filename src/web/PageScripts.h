@@ -6,9 +6,11 @@
 //! Every script text that the shell runs in a page is made here.
 namespace PageScripts {
 
-//! Defines WebViewJavascriptBridge in a document; run before the page's own scripts, in the main
-//! frame.
+//! Defines WebViewJavascriptBridge in a document that transport() serves. Both run before the
+//! page's own scripts, in the main frame; this one first, in the page's world.
 QString bridge();
+//! Ties the document to the shell, in the world where the channel is.
+QString transport();
 //! Posts the document's cookies to a message handler "currentCookies". No such handler exists and
 //! the post fails inside the page: deliberate.
 QString postCurrentCookies();

@@ -45,7 +45,8 @@ STHomeViewController::STHomeViewController(const HomeEnvironment &environment)
     , m_environment(environment)
     , m_profile(environment.profiles->home())
     , m_trust(environment.configuration.trustedOrigins)
-    , m_bridge([this](const QString &origin) { return m_trust.serves(origin); })
+    , m_bridge(
+          [this](const QString &origin) { return m_trust.serves(origin, m_webView.documentUrl()); })
     , m_webView(m_profile->engineProfile(), &m_bridge, environment.pageHost)
     , m_pushPages(
           &m_webView, environment.shell->alertView(), environment.loginModel, environment.session)
@@ -57,7 +58,9 @@ STHomeViewController::STHomeViewController(const HomeEnvironment &environment)
     connect(&m_webView, &WebView::didFinishNavigation, this,
         &STHomeViewController::didFinishNavigation);
     connect(environment.slicingUpload, &SlicingUpload::onSlicingUpload, this,
-        toPage(u"onSlicingUpload"_s));
+        [this](const QString &result, const QString &document) {
+            m_bridge.callHandler(document, u"onSlicingUpload"_s, bridgeResult(result));
+        });
     connect(&m_webView, &WebView::didFailNavigation, this, [this] { setErrorViewVisible(true); });
     connect(&m_pushPages, &PushPages::unanswered, this, [this](const QVariantMap &userInfo) {
         m_environment.delegate->keepNotification(userInfo);
@@ -198,6 +201,7 @@ void STHomeViewController::changeStatusColor(const QString &color)
 
 void STHomeViewController::wechatLogin()
 {
+    m_wechatAsker = m_bridge.document();
     if (!m_environment.wxApi->sendAuthReq(u"snsapi_userinfo"_s, pageAuthorisationState))
         m_environment.shell->toast()->showError(u"微信授权功能暂不可用"_s);
 }
@@ -207,24 +211,26 @@ void STHomeViewController::wechatAuthCodeCallback(const QVariant &answer)
     const QVariantMap response = answer.toMap();
     const QString code = response.value(u"code"_s).toString();
     if (response.value(u"state"_s).toString() == pageAuthorisationState && !code.isEmpty())
-        m_bridge.callHandler(u"onWechatResult2H5"_s, bridgeResult(code));
+        m_bridge.callHandler(m_wechatAsker, u"onWechatResult2H5"_s, bridgeResult(code));
 }
 
 void STHomeViewController::slicingUpload(const QJsonObject &config)
 {
     m_environment.shell->actionSheet()->show(u""_s, u"请选择上传方式"_s,
-        {u"拍照/相册"_s, u"录像/视频"_s}, u"取消"_s, [self = QPointer(this), config](int choice) {
+        {u"拍照/相册"_s, u"录像/视频"_s}, u"取消"_s,
+        [self = QPointer(this), config, document = m_bridge.document()](int choice) {
             if (self && choice != ActionSheet::cancelled)
                 self->m_environment.slicingUpload->pushImagePickerControllerWithConfig(
-                    DictionaryMapper::model<SlicingUploadConfig>(config), choice == video);
+                    DictionaryMapper::model<SlicingUploadConfig>(config), choice == video,
+                    document);
         });
 }
 
 PageServices::Answer STHomeViewController::toPage(const QString &function)
 {
-    return [self = QPointer(this), function](const QString &text) {
+    return [self = QPointer(this), function, document = m_bridge.document()](const QString &text) {
         if (self)
-            self->m_bridge.callHandler(function, bridgeResult(text));
+            self->m_bridge.callHandler(document, function, bridgeResult(text));
     };
 }
 

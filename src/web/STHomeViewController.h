@@ -44,7 +44,7 @@ public:
     void jump2LoginPage();
     void quickLogin(const QString &href);
     void changeStatusColor(const QString &color);
-    //! Asks for a WeChat authorisation; its answer goes to the page.
+    //! Asks for a WeChat authorisation; its answer goes to the document that asks.
     void wechatLogin();
     void slicingUpload(const QJsonObject &config);
     void scanQrCode();
@@ -74,7 +74,7 @@ private:
     void configNSTimer();
     void stopNSTimer();
     void loadPortal();
-    //! Calls a function of the page as long as this object lives.
+    //! Calls a function of the document that asks now, as long as it is shown.
     PageServices::Answer toPage(const QString &function);
     void wechatAuthCodeCallback(const QVariant &answer);
     void didFinishNavigation();
@@ -90,6 +90,7 @@ private:
     WebViewJavascriptBridge m_bridge;
     WebView m_webView;
     PushPages m_pushPages;
+    QString m_wechatAsker; // the document that asked for an authorisation last
     ImageSaver m_imageSaver;
     std::unique_ptr<Repetition> m_pushTimer;
     bool m_errorViewVisible = false;

@@ -39,12 +39,6 @@ std::unique_ptr<WebPageProfile> make(const QString &name, const QString &folder,
     return profile;
 }
 
-void addBridge(WebPageProfile *profile)
-{
-    profile->addUserScript(u"bridge"_s, PageScripts::bridge(), QWebEngineScript::DocumentCreation,
-        WebPageProfile::Frames::Main);
-}
-
 }
 
 std::unique_ptr<WebPageProfile> SecondaryPageProfiles::miniProgram(
@@ -52,7 +46,7 @@ std::unique_ptr<WebPageProfile> SecondaryPageProfiles::miniProgram(
 {
     auto profile = make(u"miniprogram"_s, folder, miniProgramApplicationName(), storage,
         WebPageProfile::Frames::All);
-    addBridge(profile.get());
+    profile->addBridge();
     return profile;
 }
 
@@ -61,7 +55,7 @@ std::unique_ptr<WebPageProfile> SecondaryPageProfiles::landscape(
 {
     auto profile
         = make(u"landscape"_s, folder, pageApplicationName, storage, WebPageProfile::Frames::Main);
-    addBridge(profile.get());
+    profile->addBridge();
     return profile;
 }
 

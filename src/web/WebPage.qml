@@ -38,7 +38,7 @@ Item {
                 item.focus = hadFocus
             else
                 item.parent = null
-            root.webView.viewCreated()
+            root.webView.viewCreated(item)
         }
     }
 
@@ -96,6 +96,7 @@ Item {
 
             profile: root.webView.profile
             webChannel: root.webView.bridge ? channel : null
+            webChannelWorld: WebEngineScript.ApplicationWorld // out of the page's reach
             backgroundColor: "white"
 
             settings.playbackRequiresUserGesture: false

@@ -1,5 +1,7 @@
 #include "web/WebPageProfile.h"
 
+#include "web/PageScripts.h"
+
 #include <QQuickWebEngineProfile>
 #include <QVariant>
 
@@ -25,15 +27,25 @@ WebPageProfile::WebPageProfile(const QString &name, const QString &folder,
 WebPageProfile::~WebPageProfile() = default;
 
 void WebPageProfile::addUserScript(const QString &name, const QString &source,
-    QWebEngineScript::InjectionPoint injectionPoint, Frames frames)
+    QWebEngineScript::InjectionPoint injectionPoint, Frames frames,
+    QWebEngineScript::ScriptWorldId world)
 {
     QWebEngineScript script;
     script.setName(name);
     script.setSourceCode(source);
     script.setInjectionPoint(injectionPoint);
-    script.setWorldId(QWebEngineScript::MainWorld);
+    script.setWorldId(world);
     script.setRunsOnSubFrames(frames == Frames::All);
     // The collection has no public header of its own.
     auto *scripts = m_profile->property("userScripts").value<QObject *>();
     QMetaObject::invokeMethod(scripts, "insert", Q_ARG(QWebEngineScript, script));
+}
+
+void WebPageProfile::addBridge()
+{
+    // In this order: the second hands the way to the shell to the first.
+    addUserScript(
+        u"bridge"_s, PageScripts::bridge(), QWebEngineScript::DocumentCreation, Frames::Main);
+    addUserScript(u"transport"_s, PageScripts::transport(), QWebEngineScript::DocumentCreation,
+        Frames::Main, QWebEngineScript::ApplicationWorld);
 }

@@ -26,7 +26,10 @@ public:
 
     //! Runs the script in every document of this profile from the next one on.
     void addUserScript(const QString &name, const QString &source,
-        QWebEngineScript::InjectionPoint injectionPoint, Frames frames);
+        QWebEngineScript::InjectionPoint injectionPoint, Frames frames,
+        QWebEngineScript::ScriptWorldId world = QWebEngineScript::MainWorld);
+    //! Gives every document of this profile a bridge, where its view publishes one.
+    void addBridge();
 
     QQuickWebEngineProfile *engineProfile() const { return m_profile.get(); }
     WebCookieStore *cookies() const { return m_cookies.get(); }

@@ -8,6 +8,7 @@
 
 #include <QQuickWebEngineProfile>
 #include <QWebEngineCertificateError>
+#include <QWebEngineHistory>
 
 using namespace Qt::StringLiterals;
 
@@ -31,6 +32,14 @@ WebView::WebView(QQuickWebEngineProfile *profile, QObject *bridge, PageHost *hos
 {
 }
 
+// The engine's own url may be that of a page that is still on its way.
+QUrl WebView::documentUrl() const
+{
+    const auto *history
+        = m_view ? m_view->property("history").value<QWebEngineHistory *>() : nullptr;
+    return history ? history->currentItem().url() : QUrl();
+}
+
 void WebView::load(const QUrl &url)
 {
     schedule([this, url] { Q_EMIT loadRequested(url); });
@@ -52,7 +61,7 @@ void WebView::schedule(std::function<void()> load)
     m_loadStarted = false;
     if (std::exchange(m_loadAwaited, true))
         Q_EMIT loadEnded();
-    if (m_viewExists && !scheduled)
+    if (m_view && !scheduled)
         QMetaObject::invokeMethod(this, &WebView::makePendingLoad, Qt::QueuedConnection);
 }
 
@@ -83,7 +92,7 @@ void WebView::startAfresh()
     m_downloads.withdraw();
     // A view that has just been made takes no text.
     load(QUrl(u"about:blank"_s));
-    m_needsNewView = m_viewExists;
+    m_needsNewView = bool(m_view);
     m_diedSinceLoad = false;
     Q_EMIT documentGone();
 }
@@ -107,7 +116,7 @@ void WebView::goForward()
 
 void WebView::evaluateJavaScript(const QString &script, Evaluated done)
 {
-    if (!m_viewExists) {
+    if (!m_view) {
         if (done)
             done({});
         return;
@@ -118,9 +127,9 @@ void WebView::evaluateJavaScript(const QString &script, Evaluated done)
     Q_EMIT scriptRequested(id, script);
 }
 
-void WebView::viewCreated()
+void WebView::viewCreated(QObject *view)
 {
-    m_viewExists = true;
+    m_view = view;
     if (std::exchange(m_profileIsNew, false))
         Q_EMIT profileChanged();
     makePendingLoad();

@@ -6,6 +6,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QPointer>
 #include <QUrl>
 #include <QVariant>
 #include <qqmlregistration.h>
@@ -46,6 +47,8 @@ public:
 
     //! What the view shows or loads; empty before the first load.
     QUrl url() const { return m_url; }
+    //! The address of the document that the view shows now.
+    QUrl documentUrl() const;
     //! Whether the view has shown a page of the network since it was last emptied.
     bool hasPage() const { return m_hasPage; }
 
@@ -65,7 +68,7 @@ public:
     void evaluateJavaScript(const QString &script, Evaluated done = {});
 
     // Reports of the view.
-    Q_INVOKABLE void viewCreated();
+    Q_INVOKABLE void viewCreated(QObject *view);
     Q_INVOKABLE void scriptFinished(int id, const QVariant &result);
     //! A frame of the page is about to go to the address; links for other programs go to them.
     Q_INVOKABLE void navigationRequested(const QUrl &url, bool isMainFrame);
@@ -119,7 +122,7 @@ private:
     PageDialogs m_dialogs;
     PageDownloads m_downloads;
     QUrl m_url;
-    bool m_viewExists = false;
+    QPointer<QObject> m_view; // the engine's
     std::function<void()> m_pendingLoad; // the last one asked for in this turn
     bool m_loadStarted = false; // of the load asked for last
     bool m_loadAwaited = false; // one was asked for and has not ended

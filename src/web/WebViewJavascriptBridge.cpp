@@ -24,8 +24,10 @@ void WebViewJavascriptBridge::registerHandler(const QString &name, Handler handl
 }
 
 void WebViewJavascriptBridge::callHandler(
-    const QString &name, const QJsonValue &data, Respond response)
+    const QString &document, const QString &name, const QJsonValue &data, Respond response)
 {
+    if (!isShown(document))
+        return;
     const int number = response ? ++m_calls : 0;
     if (response)
         m_responses.emplace(number, std::move(response));
@@ -34,35 +36,35 @@ void WebViewJavascriptBridge::callHandler(
 
 void WebViewJavascriptBridge::documentGone()
 {
-    m_nonce.clear();
-    forgetDocument();
+    begin({}, {});
 }
 
-void WebViewJavascriptBridge::forgetDocument()
+void WebViewJavascriptBridge::begin(const QString &nonce, const QString &origin)
 {
-    // A call that waited for an answer of the document will never get one.
     m_responses.clear();
-    // The next document numbers its calls from the same start.
-    for (qsizetype i = m_outgoing.size() - 1; i >= 0; --i) {
-        if (isAnswer(m_outgoing.at(i).toArray()))
-            m_outgoing.removeAt(i);
-    }
-}
-
-QJsonArray WebViewJavascriptBridge::begin(const QString &nonce, const QString &origin)
-{
-    if (!m_nonce.isEmpty())
-        forgetDocument();
+    takeOutgoing();
     m_nonce = nonce;
     m_origin = origin;
-    return m_trust(m_origin) ? takeOutgoing() : QJsonArray();
+    m_isTrusted = !nonce.isEmpty() && m_trust(origin);
 }
 
-QJsonArray WebViewJavascriptBridge::receive(const QString &nonce, const QJsonArray &messages)
+bool WebViewJavascriptBridge::isShown(const QString &document) const
 {
-    if (nonce != m_nonce)
+    return !document.isEmpty() && document == m_nonce;
+}
+
+// Asked again as long as the answer is no: what the view says of its address may come later.
+bool WebViewJavascriptBridge::servesDocument()
+{
+    m_isTrusted = m_isTrusted || m_trust(m_origin);
+    return m_isTrusted;
+}
+
+QVariantList WebViewJavascriptBridge::receive(const QString &nonce, const QJsonArray &messages)
+{
+    if (!isShown(nonce))
         return {};
-    if (!m_trust(m_origin)) {
+    if (!servesDocument()) {
         qCWarning(lcWeb) << "the bridge does not serve pages of" << m_origin;
         return {};
     }
@@ -99,29 +101,29 @@ void WebViewJavascriptBridge::takeCall(const QJsonArray &call)
     const int number = call.at(1).toInt();
     (*handler)(call.at(2),
         [self = QPointer(this), number, nonce = m_nonce](const QJsonValue &responseData) {
-            if (self && number != 0 && nonce == self->m_nonce)
+            if (self && number != 0 && self->isShown(nonce))
                 self->post({number}, responseData);
         });
 }
 
-void WebViewJavascriptBridge::post(QJsonArray message, const QJsonValue &data)
+void WebViewJavascriptBridge::post(QVariantList message, const QJsonValue &data)
 {
     if (!data.isUndefined())
-        message.append(data);
-    m_outgoing.append(message);
-    if (m_receiving || m_nonce.isEmpty() || std::exchange(m_flushScheduled, true))
+        message << data.toVariant();
+    m_outgoing << QVariant(message);
+    if (m_receiving || std::exchange(m_flushScheduled, true))
         return;
     QMetaObject::invokeMethod(
         this,
         [this] {
             m_flushScheduled = false;
-            if (!m_nonce.isEmpty() && !m_outgoing.isEmpty() && m_trust(m_origin))
+            if (!m_outgoing.isEmpty() && servesDocument())
                 Q_EMIT toPage(m_nonce, takeOutgoing());
         },
         Qt::QueuedConnection);
 }
 
-QJsonArray WebViewJavascriptBridge::takeOutgoing()
+QVariantList WebViewJavascriptBridge::takeOutgoing()
 {
     return std::exchange(m_outgoing, {});
 }

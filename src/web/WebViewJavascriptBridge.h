@@ -3,6 +3,7 @@
 #include <QJsonArray>
 #include <QJsonValue>
 #include <QObject>
+#include <QVariantList>
 
 #include <functional>
 #include <unordered_map>
@@ -12,8 +13,7 @@
 //! as "shell".
 //!
 //! Payloads are any JSON value; an absent one is undefined. Answers and calls that become ready
-//! together travel together. A call into the page waits until a document is there to take it; an
-//! answer to a document that has gone is dropped.
+//! together travel together. What is meant for a document that has gone is dropped.
 class WebViewJavascriptBridge : public QObject
 {
     Q_OBJECT
@@ -28,27 +28,32 @@ public:
 
     //! A later handler of the same name replaces the earlier one.
     void registerHandler(const QString &name, Handler handler);
-    //! Calls a handler in the page; the answer, if it is wanted, comes once or never.
-    void callHandler(const QString &name, const QJsonValue &data, Respond response = {});
-    //! The document has gone without a successor yet: calls wait from now on.
+    //! The document that the view shows: to a handler, the one that calls. Empty: none.
+    QString document() const { return m_nonce; }
+    //! Calls a handler in the page of that document; the answer, if it is wanted, comes once or
+    //! never.
+    void callHandler(const QString &document, const QString &name, const QJsonValue &data,
+        Respond response = {});
+    //! The document has gone without a successor yet.
     void documentGone();
 
     // For the page only. A document is known by its nonce; messages are as in bridge.js.
-    //! A new document takes the view, and says of which origin it is; returns what waits for it.
-    Q_INVOKABLE QJsonArray begin(const QString &nonce, const QString &origin);
+    //! A new document takes the view, and says of which origin it is.
+    Q_INVOKABLE void begin(const QString &nonce, const QString &origin);
     //! Takes messages of the document and returns what is ready for it at once.
-    Q_INVOKABLE QJsonArray receive(const QString &nonce, const QJsonArray &messages);
+    Q_INVOKABLE QVariantList receive(const QString &nonce, const QJsonArray &messages);
 
 Q_SIGNALS:
     //! Messages for the page. For the page only.
-    void toPage(const QString &nonce, const QJsonArray &messages);
+    void toPage(const QString &nonce, const QVariantList &messages);
 
 private:
-    void forgetDocument();
+    bool isShown(const QString &document) const;
+    bool servesDocument();
     void takeAnswer(const QJsonArray &answer);
     void takeCall(const QJsonArray &call);
-    void post(QJsonArray message, const QJsonValue &data);
-    QJsonArray takeOutgoing();
+    void post(QVariantList message, const QJsonValue &data);
+    QVariantList takeOutgoing();
 
     Trust m_trust;
     QHash<QString, Handler> m_handlers;
@@ -56,7 +61,8 @@ private:
     int m_calls = 0;
     QString m_nonce; // of the document that the view shows; empty: none yet
     QString m_origin;
-    QJsonArray m_outgoing;
+    bool m_isTrusted = false;
+    QVariantList m_outgoing; // in the form that the channel would make of it
     bool m_receiving = false;
     bool m_flushScheduled = false;
 };

@@ -1,50 +1,50 @@
-// The page's side of the bridge, run before any script of the page. Calls of one task travel as one batch, and so do
-// their answers. Every document has a nonce of its own: what was meant for an earlier document is dropped here.
+// The page's side of the bridge, run before any script of the page; transport.js, which runs next, hands it the way to
+// the shell. The page gets the bridge once it is parsed.
 // A call is [name, number or 0, data], where the number asks for an answer; an answer is [number, data]. Data that is
 // absent is left out.
-(() => {
-    const transport = window.qt && window.qt.webChannelTransport;
-    if (!transport || window.WebViewJavascriptBridge)
-        return;
-    const INVOKE_METHOD = 6, CONNECT_TO_SIGNAL = 7, SIGNAL = 1, RESPONSE = 10;
-    const BEGIN = %BEGIN_METHOD%, RECEIVE = %RECEIVE_METHOD%, TO_PAGE = %TO_PAGE_SIGNAL%;
+addEventListener('vant-bridge-port', ({ relatedTarget: port }) => {
     const { parse, stringify } = JSON;
-
-    const nonce = Array.from(crypto.getRandomValues(new Uint32Array(2)), n => n.toString(36)).join('.');
-    const invoke = (method, argument) => transport.send(`{"type":${INVOKE_METHOD},"object":"shell","id":"${nonce}",`
-        + `"method":${method},"args":["${nonce}",${argument}]}`);
+    const { queueMicrotask, reportError } = window;
+    const dispatch = port.dispatchEvent.bind(port);
+    const DEEPEST = 1000; // The shell reads 1,024 levels, and a payload lies in some of its own.
 
     const handlers = new Map();
     const callbacks = new Map();
-    let outgoing = [];
     let calls = 0;
+    let outgoing = '';
 
+    // Calls of one task travel as one batch. Used again and again, for making an event costs as much as sending it.
+    const event = new CustomEvent('send');
     const flush = () => {
-        const messages = outgoing.join(',');
-        outgoing = [];
-        invoke(RECEIVE, `[${messages}]`);
+        event.initCustomEvent('send', false, false, `[${outgoing}]`);
+        outgoing = '';
+        dispatch(event);
     };
 
-    // Written out at once: what cannot be written fails in the caller's hands, and alone.
-    const post = (message, data) => {
-        if (data !== undefined)
-            message.push(data);
-        if (outgoing.push(stringify(message)) === 1)
+    const fits = (value, levels) => typeof value !== 'object' || value === null
+        || (levels > 0 && Object.values(value).every(part => fits(part, levels - 1)));
+
+    // Every level takes two characters, and a text has none.
+    const nestsTooDeep = json => json?.length > 2 * DEEPEST && json[0] !== '"' && !fits(parse(json), DEEPEST);
+
+    // Written out at once: what cannot be written, or read by the shell, fails in the caller's hands, and alone.
+    const post = (head, data) => {
+        const json = stringify(data);
+        if (nestsTooDeep(json))
+            throw new RangeError('the payload is nested too deeply');
+        const message = json === undefined ? `[${head}]` : `[${head},${json}]`;
+        if (outgoing === '')
             queueMicrotask(flush);
+        outgoing += outgoing === '' ? message : `,${message}`;
     };
 
     const callHandler = (handlerName, data, respond) => {
         if (respond === undefined && typeof data === 'function')
             [data, respond] = [undefined, data];
         const number = respond ? ++calls : 0;
+        post(`${stringify(`${handlerName}`)},${number}`, data);
         if (respond)
             callbacks.set(number, respond);
-        try {
-            post([`${handlerName}`, number], data);
-        } catch (error) {
-            callbacks.delete(number);
-            throw error;
-        }
     };
 
     const takeAnswer = (number, data) => {
@@ -59,37 +59,25 @@
             console.warn(`no page handler for ${handlerName}`);
             return;
         }
-        handler(data, number ? responseData => post([number], responseData) : () => {});
+        handler(data, number ? responseData => post(number, responseData) : () => {});
     };
 
-    const receive = (document, messages) => {
-        if (document !== nonce || !messages)
-            return;
-        for (const message of messages) {
+    // One that fails disturbs no other.
+    const forEach = (list, take) => {
+        for (const one of list) {
             try {
-                if (typeof message[0] === 'number')
-                    takeAnswer(...message);
-                else
-                    takeCall(...message);
+                take(one);
             } catch (error) {
                 reportError(error);
             }
         }
     };
 
-    const onmessage = ({ data }) => {
-        const message = parse(data);
-        if (message.type === RESPONSE)
-            receive(message.id, message.data);
-        else if (message.type === SIGNAL)
-            receive(...message.args);
-    };
-    // The engine delivers to whatever stands there. The transport itself stays in here: what a page sends must come
-    // by way of post(), which tells its origin truly.
-    Object.defineProperty(window, 'qt', {
-        value: Object.freeze({ webChannelTransport: Object.freeze({ onmessage }) }),
-        configurable: false,
-        writable: false,
+    // A response has its messages as data, a signal as the last of its arguments.
+    port.addEventListener('receive', ({ detail }) => {
+        const { data, args } = parse(detail);
+        forEach(data ?? args?.[1] ?? [],
+            message => typeof message[0] === 'number' ? takeAnswer(...message) : takeCall(...message));
     });
 
     const bridge = {
@@ -99,36 +87,36 @@
         init: () => {},
         disableJavscriptAlertBoxSafetyTimeout: () => {},
     };
-    Object.defineProperty(window, 'WebViewJavascriptBridge', { value: bridge });
 
-    // A page may wait for the bridge by leaving callbacks here and asking for it with a hidden frame.
-    let waiting;
+    // A page waits for the bridge by leaving callbacks here, where it asks for it with a hidden frame, or by an event.
+    let waiting = window.WVJBCallbacks;
+    let parsed = false;
     const serveWaiting = () => {
         const list = waiting;
         waiting = undefined;
-        for (const callback of list ?? []) {
-            try {
-                callback(bridge);
-            } catch (error) {
-                reportError(error);
-            }
-        }
+        forEach(Array.from(list ?? []), callback => callback(bridge));
     };
-    Object.defineProperty(window, 'WVJBCallbacks', {
+    Reflect.defineProperty(window, 'WVJBCallbacks', {
         configurable: true,
         get: () => waiting,
         set: list => {
             waiting = list;
-            queueMicrotask(serveWaiting);
+            if (parsed)
+                queueMicrotask(serveWaiting);
         },
     });
 
-    document.addEventListener('DOMContentLoaded', () => {
+    const appear = () => {
+        parsed = true;
+        // A page's own of that name stays.
+        window.WebViewJavascriptBridge ??= bridge;
+        serveWaiting();
         const ready = new Event('WebViewJavascriptBridgeReady', { bubbles: true });
         ready.bridge = bridge;
         document.dispatchEvent(ready);
-    });
-
-    transport.send(stringify({ type: CONNECT_TO_SIGNAL, object: 'shell', signal: TO_PAGE }));
-    invoke(BEGIN, stringify(location.origin));
-})();
+    };
+    if (document.readyState === 'loading')
+        document.addEventListener('readystatechange', appear, { once: true });
+    else
+        queueMicrotask(appear);
+}, { once: true });

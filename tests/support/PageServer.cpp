@@ -5,6 +5,7 @@
 #include <openssl/pem.h>
 #include <openssl/x509v3.h>
 
+#include <algorithm>
 #include <mutex>
 #include <thread>
 
@@ -17,6 +18,12 @@ struct Page
     QByteArray content;
     QByteArray type;
     QList<QByteArray> headers;
+
+    bool isRedirect() const
+    {
+        return std::any_of(headers.cbegin(), headers.cend(),
+            [](const QByteArray &header) { return header.startsWith("Location: "); });
+    }
 };
 
 struct Identity
@@ -98,6 +105,8 @@ struct PageServer::Private
             response.set_content("nothing here", "text/plain");
             return;
         }
+        if (page->isRedirect())
+            response.status = 302;
         for (const QByteArray &header : page->headers) {
             const qsizetype colon = header.indexOf(": ");
             response.headers.emplace(

@@ -25,7 +25,8 @@ public:
     explicit PageServer(const char *host = "127.0.0.1", Tls tls = Tls::Off);
     ~PageServer();
 
-    //! Serves the content under the path from now on. Headers as "name: value".
+    //! Serves the content under the path from now on. Headers as "name: value"; a Location
+    //! redirects.
     void setPage(const QByteArray &path, const QByteArray &content,
         const QByteArray &type = "text/html; charset=utf-8", const QList<QByteArray> &headers = {});
 

@@ -115,7 +115,7 @@ private Q_SLOTS:
         if (!fault.isEmpty())
             m_platform.addFault(fault);
         QSignalSpy results(m_upload.get(), &SlicingUpload::onSlicingUpload);
-        m_upload->didFinishPicking(m_config, assets(picked));
+        m_upload->didFinishPicking(m_config, assets(picked), u"asker"_s);
         QCOMPARE(m_logins, 1);
         QCOMPARE(m_shell.toast()->text(), u"上传中..."_s);
         TRY_VERIFY(results.count() == 1
@@ -123,6 +123,7 @@ private Q_SLOTS:
         QStringList uploaded;
         if (!results.isEmpty()) {
             const QString text = results[0][0].toString();
+            QCOMPARE(results[0][1].toString(), u"asker"_s);
             for (const QJsonValue &one : QJsonDocument::fromJson(text.toUtf8()).array()) {
                 uploaded << one[u"filePath"_s].toString().section(u'.', -1);
                 QCOMPARE(one.toObject().keys(),

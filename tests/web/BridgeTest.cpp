@@ -20,8 +20,9 @@ private:
 
     QString page(const QByteArray &script, const QByteArray &path = "/page.html")
     {
-        m_server.setPage(
-            path, "<!doctype html><meta charset=utf-8><script>" + script + "</script>");
+        m_server.setPage(path,
+            "<!doctype html><meta charset=utf-8><script>WVJBCallbacks = [() => {" + script
+                + "}]</script>");
         return m_server.url(path);
     }
 
@@ -49,23 +50,35 @@ private Q_SLOTS:
         QCOMPARE(QJsonDocument::fromJson(answer).array(), wanted);
     }
 
-    void theShellCallsThePageAsSoonAsThereIsADocument()
+    void theShellCallsTheDocumentThatItMeans()
     {
+        const QString address = page(
+            "WebViewJavascriptBridge.registerHandler('boom', () => { throw new Error('no') });"
+            "WebViewJavascriptBridge.registerHandler('double', (data, respond) =>"
+            "  respond(data * 2));"
+            "WebViewJavascriptBridge.callHandler('here');");
         PageHarness harness;
-        harness.bridge.callHandler(u"late"_s, u"kept"_s);
-        QVERIFY(harness.load(
-            page("WebViewJavascriptBridge.registerHandler('late', data => { window.late = data });"
-                 "WebViewJavascriptBridge.registerHandler('boom', () => { throw new Error('no') });"
-                 "WebViewJavascriptBridge.registerHandler('double', (data, respond) =>"
-                 "  respond(data * 2));")));
-        TRY_COMPARE(harness.evaluate(u"window.late"_s).toString(), u"kept"_s);
-        QJsonValue answer;
-        harness.bridge.callHandler(u"nobody"_s, 1);
+        QStringList documents;
+        harness.bridge.registerHandler(u"here"_s,
+            [&](const QJsonValue &, const auto &) { documents << harness.bridge.document(); });
+        QJsonArray answers;
+        const auto ask = [&](const QString &document, int number) {
+            harness.bridge.callHandler(document, u"double"_s, number,
+                [&answers](const QJsonValue &value) { answers << value; });
+        };
+        QVERIFY(harness.load(address));
+        TRY_COMPARE(documents.size(), 1);
+        harness.bridge.callHandler(documents[0], u"nobody"_s, 1);
         // A handler that fails takes no other call with it.
-        harness.bridge.callHandler(u"boom"_s, 1);
-        harness.bridge.callHandler(
-            u"double"_s, 21, [&answer](const QJsonValue &value) { answer = value; });
-        TRY_COMPARE(answer, QJsonValue(42));
+        harness.bridge.callHandler(documents[0], u"boom"_s, 1);
+        ask(documents[0], 21);
+        TRY_COMPARE(answers, QJsonArray {42});
+        QVERIFY(harness.load(address));
+        TRY_COMPARE(documents.size(), 2);
+        ask(documents[0], 1);
+        ask({}, 2);
+        ask(documents[1], 3);
+        TRY_COMPARE(answers, (QJsonArray {42, 6}));
     }
 
     void aLateAnswerNeverReachesTheNextDocument()
@@ -97,40 +110,114 @@ private Q_SLOTS:
         bridge.begin(u"one"_s, {});
         bridge.receive(u"one"_s, call);
         respond(u"for one"_s);
-        bridge.callHandler(u"kept"_s, 1);
-        const QJsonArray ready = bridge.begin(u"two"_s, {});
-        QCOMPARE(ready.size(), 1);
-        QCOMPARE(ready.at(0), (QJsonArray {u"kept"_s, 0, 1}));
+        bridge.begin(u"two"_s, {});
         // It is not on the page any more.
-        QCOMPARE(bridge.receive(u"one"_s, call), QJsonArray());
+        QCOMPARE(bridge.receive(u"one"_s, call), QVariantList());
         respond(u"for nobody"_s);
-        QCOMPARE(bridge.receive(u"two"_s, {}), QJsonArray());
+        QCOMPARE(bridge.receive(u"two"_s, {}), QVariantList());
     }
 
-    void framesAndForeignOriginsAreNotServed()
+    void whoWaitsForTheBridgeGetsItOnceTheDocumentIsParsed_data()
     {
-        PageServer foreign("127.0.0.2");
-        foreign.setPage("/foreign.html",
-            "<script>WebViewJavascriptBridge.callHandler('hello', 'foreign')</script>");
-        page("parent.inner = typeof WebViewJavascriptBridge"
-             "  + typeof (window.qt || {}).webChannelTransport",
-            "/inner.html");
-        const QString trusted = page("WebViewJavascriptBridge.callHandler('hello', 'trusted');"
-                                     "document.write('<iframe src=/inner.html></iframe>')");
-        PageHarness harness([&trusted](const QString &origin) {
-            return QUrl(origin).authority() == QUrl(trusted).authority();
-        });
-        QStringList heard;
-        harness.bridge.registerHandler(u"hello"_s,
-            [&heard](const QJsonValue &data, const auto &) { heard << data.toString(); });
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"does not serve pages of"_s));
-        QVERIFY(harness.load(foreign.url("/foreign.html")));
-        QVERIFY(harness.load(trusted));
-        TRY_COMPARE(heard, QStringList {u"trusted"_s});
-        TRY_COMPARE(harness.evaluate(u"window.inner"_s).toString(), u"undefinedundefined"_s);
-        // By which a page could tell a false origin.
-        QCOMPARE(
-            harness.evaluate(u"typeof qt.webChannelTransport.send"_s).toString(), u"undefined"_s);
+        QTest::addColumn<QByteArray>("wait");
+        QTest::addColumn<bool>("isXhtml");
+        const QByteArray list = "if (window.WVJBCallbacks) return WVJBCallbacks.push(callback);"
+                                "window.WVJBCallbacks = [callback];";
+        const QByteArray frame = list
+            + "var frame = document.createElement('iframe');"
+              "frame.style.display = 'none'; frame.src = '%1';"
+              "document.documentElement.appendChild(frame);"
+              "setTimeout(function () { document.documentElement.removeChild(frame) }, 0);";
+        const QByteArray event = "document.addEventListener('WebViewJavascriptBridgeReady',"
+                                 "  function (event) { callback(event.bridge) }, false);";
+        for (const bool isXhtml : {false, true}) {
+            const auto row = [isXhtml](const char *name, const QByteArray &wait) {
+                QTest::addRow("%s%s", name, isXhtml ? ", XHTML" : "") << wait << isXhtml;
+            };
+            row("list", list);
+            row("frame", QByteArray(frame).replace("%1", "https://__bridge_loaded__"));
+            row("older frame", QByteArray(frame).replace("%1", "wvjbscheme://__BRIDGE_LOADED__"));
+            row("event", event);
+        }
+    }
+
+    void whoWaitsForTheBridgeGetsItOnceTheDocumentIsParsed()
+    {
+        QFETCH(const QByteArray, wait);
+        QFETCH(const bool, isXhtml);
+        const auto script = [](const QByteArray &text) {
+            return "<script>//<![CDATA[\n" + text + "\n//]]></script>";
+        };
+        const QByteArray content = "<html xmlns='http://www.w3.org/1999/xhtml'><head>"
+            + script(
+                "var log = [typeof WebViewJavascriptBridge];"
+                "function setup(callback) {"
+                "  if (window.WebViewJavascriptBridge) return callback(WebViewJavascriptBridge);"
+                + wait
+                + "}"
+                  "setup(function (bridge) {"
+                  "  document.body.appendChild(document.createElement('p'));"
+                  "  log.push(document.readyState, bridge === WebViewJavascriptBridge); });"
+                  "setup(function () { throw new Error('no') });"
+                  "setup(function () { log.push('second') });"
+                  "addEventListener('load', function () { setup(function () { log.push('late') }) "
+                  "})")
+            + "</head><body>" + script("log.push(typeof WebViewJavascriptBridge)")
+            + "</body></html>";
+        m_server.setPage("/setup", content, isXhtml ? "application/xhtml+xml" : "text/html");
+        PageHarness harness;
+        QVERIFY(harness.load(m_server.url("/setup")));
+        TRY_COMPARE(harness.evaluate(u"log.join()"_s).toString(),
+            u"undefined,undefined,interactive,true,second,late"_s);
+    }
+
+    void aPageMayUseOurNamesForItsOwn()
+    {
+        PageHarness harness;
+        for (const QByteArray declaration : {"let %1 = 1", "const %1 = []", "var %1 = []",
+                 "function %1() { }", "class %1 { }", "window.%1 = 1"}) {
+            for (const QByteArray name : {"qt", "WebViewJavascriptBridge", "WVJBCallbacks"}) {
+                const QByteArray script = QByteArray(declaration).replace("%1", name);
+                m_server.setPage("/late.js", script + "; window.late = typeof " + name);
+                m_server.setPage("/names.html",
+                    "<!doctype html><script>" + script + "; window.early = typeof " + name
+                        + "</script>");
+                m_server.setPage(
+                    "/late.html", "<!doctype html><script defer src=/late.js></script>");
+                QVERIFY(harness.load(m_server.url("/names.html")));
+                const QString early = harness.evaluate(u"window.early"_s).toString();
+                QVERIFY2(!early.isEmpty() && early != u"undefined", script);
+                QVERIFY(harness.load(m_server.url("/late.html")));
+                QVERIFY2(!harness.evaluate(u"window.late"_s).toString().isEmpty(), script);
+            }
+        }
+    }
+
+    void aPayloadThatTheShellCannotReadFailsAlone()
+    {
+        PageHarness harness;
+        QJsonArray heard;
+        harness.bridge.registerHandler(
+            u"echo"_s, [&heard](const QJsonValue &data, const auto &respond) {
+                heard << (data.isArray() ? QJsonValue(u"list"_s) : data);
+                respond(data);
+            });
+        QVERIFY(
+            harness.load(page("window.log = [];"
+                              "const call = (data, respond) => {"
+                              "  try { WebViewJavascriptBridge.callHandler('echo', data, respond) }"
+                              "  catch (error) { log.push(error.name) } };"
+                              "const nested = levels => JSON.parse("
+                              "  '['.repeat(levels) + ']'.repeat(levels));"
+                              "const cycle = {}; cycle.cycle = cycle;"
+                              "call('first');"
+                              "call(nested(1000), data => log.push(JSON.stringify(data).length));"
+                              "for (const bad of [nested(1001), nested(1024), cycle, 1n])"
+                              "  call(bad, () => log.push('answered'));"
+                              "call('last', data => log.push(data));")));
+        TRY_COMPARE(harness.evaluate(u"log.join()"_s).toString(),
+            u"RangeError,RangeError,TypeError,TypeError,2000,last"_s);
+        QCOMPARE(heard, (QJsonArray {u"first"_s, u"list"_s, u"last"_s}));
     }
 
     void aDeadRendererComesBackWithItsPageAndItsBridge()

@@ -3,6 +3,8 @@
 #include "web/HomeHarness.h"
 #include "web/WebTestMain.h"
 
+#include <QSignalSpy>
+
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -24,8 +26,9 @@ private Q_SLOTS:
             "<!doctype html><title>portal</title><script>window.answers = {};"
             "function call(name, data) { WebViewJavascriptBridge.callHandler(name, data,"
             "  answer => { window.answers[name] = JSON.stringify(answer) }) }"
-            "WebViewJavascriptBridge.registerHandler('onWechatResult2H5',"
-            "  data => { window.answers.wechat = JSON.stringify(data) })"
+            "WVJBCallbacks = [bridge => ['onQrResult2H5', 'onGetBDLocation', 'onWechatResult2H5',"
+            "  'onSlicingUpload'].forEach(name => bridge.registerHandler(name,"
+            "    data => { window.answers[name] = JSON.stringify(data) }))]"
             "</script>");
         m_server->setPage("/other.html", "<title>other</title>");
         m_home = std::make_unique<HomeHarness>();
@@ -240,7 +243,9 @@ private Q_SLOTS:
         TRY_COMPARE(answer(u"detectOnline"_s), u"{\"result\":0}"_s);
         QVERIFY(answer(u"getAppInfo"_s).isEmpty());
         m_home->stage.session.net.student.prepare();
-        TRY_VERIFY(answer(u"getAppInfo"_s).contains(m_home->stage.session.net.student.uuid()));
+        TRY_VERIFY(!answer(u"getAppInfo"_s).isEmpty());
+        QVERIFY(!m_home->stage.session.net.student.uuid().isEmpty());
+        QVERIFY(answer(u"getAppInfo"_s).contains(m_home->stage.session.net.student.uuid()));
 
         for (const bool onPurpose : {false, true}) {
             m_home->stage.loginModel.setIsLogin(true);
@@ -252,17 +257,61 @@ private Q_SLOTS:
         }
     }
 
-    void theWechatCodeGoesToThePageThatAsked()
+    void resultsGoToTheDocumentThatAskedOrNowhere_data()
     {
+        QTest::addColumn<QString>("handler");
+        QTest::addColumn<QString>("function");
+        QTest::newRow("code") << u"scanQrCode"_s << u"onQrResult2H5"_s;
+        QTest::newRow("place") << u"getBDLocation"_s << u"onGetBDLocation"_s;
+        QTest::newRow("WeChat") << u"getWechatAuthCode"_s << u"onWechatResult2H5"_s;
+        QTest::newRow("upload") << u"slicingUpload"_s << u"onSlicingUpload"_s;
+    }
+
+    void resultsGoToTheDocumentThatAskedOrNowhere()
+    {
+        QFETCH(const QString, handler);
+        QFETCH(const QString, function);
+        HomeStage &stage = m_home->stage;
+        WebView &view = *m_home->controller.webView();
+        const auto *bridge = qobject_cast<WebViewJavascriptBridge *>(view.bridge());
+        const auto ask = [this](const QString &name) {
+            m_home->evaluate(u"call('%1')"_s.arg(name));
+            m_home->evaluate(u"call('detectOnline')"_s);
+            return QTest::qWaitFor([this] { return answered(u"detectOnline"_s); }, patienceMs);
+        };
+        const auto authorise = [&stage](const QString &code, const QString &state) {
+            stage.notifications.postNotificationName(
+                u"WechatAuthCode"_s, QVariantMap {{u"code"_s, code}, {u"state"_s, state}});
+        };
         m_home->show();
         QVERIFY(m_home->waitForPage(u"portal"_s));
-        using Answer = std::pair<QString, QString>;
-        for (const auto &[code, state] :
-            {Answer(u"wrong"_s, u"123"_s), Answer(u""_s, u"8888"_s), Answer(u"right"_s, u"8888"_s)})
-            m_home->stage.notifications.postNotificationName(
-                u"WechatAuthCode"_s, QVariantMap {{u"code"_s, code}, {u"state"_s, state}});
-        TRY_COMPARE(
-            m_home->evaluate(u"window.answers.wechat"_s).toString(), u"{\"result\":\"right\"}"_s);
+        authorise(u"nobody asked"_s, u"8888"_s);
+        QVERIFY(ask(handler));
+        const auto deliver = [&, asker = bridge->document()](const QString &text) {
+            for (const auto &answer : std::as_const(stage.services.answers))
+                answer(text);
+            authorise(text, u"8888"_s);
+            authorise(u"of another state"_s, u"123"_s);
+            authorise({}, u"8888"_s);
+            Q_EMIT stage.slicingUpload.onSlicingUpload(text, asker);
+        };
+        QVERIFY(!answered(function));
+        deliver(u"in time"_s);
+        TRY_COMPARE(m_home->evaluate(u"window.answers."_s + function).toString(),
+            u"{\"result\":\"in time\"}"_s);
+
+        QSignalSpy finished(&view, &WebView::didFinishNavigation);
+        view.load(QUrl(m_server->url("/portal/index.html?again")));
+        QVERIFY(finished.wait(patienceMs));
+        deliver(u"late"_s);
+        QVERIFY(ask(u"getRequestUrl"_s));
+        QVERIFY(!answered(function));
+    }
+
+private:
+    bool answered(const QString &name)
+    {
+        return m_home->evaluate(u"'%1' in window.answers"_s.arg(name)).toBool();
     }
 };
 

@@ -8,7 +8,19 @@
 
 using namespace Qt::StringLiterals;
 
-HomeHarness::HomeHarness()
+namespace {
+
+HomeEnvironment environment(HomeStage &stage, const QStringList &trustedOrigins)
+{
+    HomeEnvironment environment = stage.environment();
+    environment.configuration.trustedOrigins = trustedOrigins;
+    return environment;
+}
+
+}
+
+HomeHarness::HomeHarness(const QStringList &trustedOrigins)
+    : controller(environment(stage, trustedOrigins))
 {
     stage.loginModel.setIsLogin(true);
     stage.session.session.resume();

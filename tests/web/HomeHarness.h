@@ -34,7 +34,8 @@ public:
 class HomeHarness
 {
 public:
-    HomeHarness();
+    //! \a trustedOrigins: whom the bridge serves; empty: everybody.
+    explicit HomeHarness(const QStringList &trustedOrigins = {});
 
     void setPortal(const QString &redirectUrl);
     void addCookie(const char *name, const char *value, const QString &domain);
@@ -49,6 +50,6 @@ public:
 
     NotedDelegate delegate;
     HomeStage stage {{}, &delegate};
-    STHomeViewController controller {stage.environment()};
+    STHomeViewController controller;
     QQuickView window;
 };

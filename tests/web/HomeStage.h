@@ -14,6 +14,16 @@
 #include "web/PageHost.h"
 #include "web/PageProfiles.h"
 
+//! Keeps the answers that pages wait for.
+class HeldPageServices : public NoPageServices
+{
+public:
+    void scanQrCode(Answer answer) override { answers << answer; }
+    void getLocation(Answer answer) override { answers << answer; }
+
+    QList<Answer> answers;
+};
+
 //! A session and all else that a home container works with, in one temporary folder; its clock
 //! stands still until it is advanced. The delegate is asked from the first upload on.
 class HomeStage
@@ -33,7 +43,7 @@ public:
     FolderPhotoLibrary album;
     BrowserWXApi wxApi {&urlOpener, nullptr, &defaults, {}};
     Shell shell {session.mainQueue};
-    NoPageServices services;
+    HeldPageServices services;
     LinkHandOver linkHandOver {&urlOpener, &mainQueue, QStringLiteral("4711")};
     PageHost pageHost;
     PageProfiles profiles;

@@ -1,7 +1,6 @@
 #include "web/PageHarness.h"
 
 #include "support/Patience.h"
-#include "web/PageScripts.h"
 
 #include <QQuickItem>
 #include <QSignalSpy>
@@ -30,8 +29,7 @@ PageHarness::PageHarness(WebViewJavascriptBridge::Trust trust)
     , bridge(std::move(trust))
     , webView(profile.engineProfile(), &bridge, &pageHost)
 {
-    profile.addUserScript(u"bridge"_s, PageScripts::bridge(), QWebEngineScript::DocumentCreation,
-        WebPageProfile::Frames::Main);
+    profile.addBridge();
     QObject::connect(
         &webView, &WebView::documentGone, &bridge, &WebViewJavascriptBridge::documentGone);
     window.engine()->addImportPath(u"qrc:/qt/qml"_s);

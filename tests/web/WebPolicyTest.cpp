@@ -63,12 +63,17 @@ private Q_SLOTS:
     void trustIsByOrigin()
     {
         const QString one = u"https://p.example"_s;
-        QVERIFY2(BridgeTrust({}).serves(u"http://x"_s), "none is configured");
-        QVERIFY(BridgeTrust({one}).serves(one));
-        QVERIFY(BridgeTrust({u"https://p.example:443/"_s}).serves(one));
+        const QUrl shown(u"https://p.example/page?q#f"_s);
+        QVERIFY2(BridgeTrust({}).serves(u"null"_s, {}), "none is configured");
+        QVERIFY(BridgeTrust({one}).serves(one, shown));
+        QVERIFY(BridgeTrust({u"https://p.example:443/"_s}).serves(one, shown));
+        QVERIFY(BridgeTrust({one}).serves(one, QUrl(u"blob:https://p.example/1-2"_s)));
         for (const QString &other : {u"http://p.example"_s, u"https://p.example:8443"_s,
                  u"https://p.example.evil"_s, u"null"_s})
-            QVERIFY2(!BridgeTrust({one}).serves(other), qPrintable(other));
+            QVERIFY2(!BridgeTrust({one}).serves(other, shown), qPrintable(other));
+        for (const QString &address : {u"https://x.example/"_s, u"http://p.example/"_s,
+                 u"about:blank"_s, u"data:,"_s, u"blob:https://x.example/1"_s, QString()})
+            QVERIFY2(!BridgeTrust({one}).serves(one, QUrl(address)), qPrintable(address));
     }
 
     void escapesAddresses_data()
