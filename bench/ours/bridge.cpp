@@ -4,6 +4,7 @@
 #include "platform/HTTPCookieStorage.h"
 #include "platform/TimerMainQueue.h"
 #include "ui/Shell.h"
+#include "web/EngineSetup.h"
 #include "web/HomePageProfile.h"
 #include "web/LinkHandOver.h"
 #include "web/PageHost.h"
@@ -16,7 +17,6 @@
 #include <QQuickView>
 #include <QTemporaryDir>
 #include <QtQml/qqmlextensionplugin.h>
-#include <QtWebEngineQuick/qtwebenginequickglobal.h>
 
 #include <cstdio>
 
@@ -27,7 +27,7 @@ using namespace Qt::StringLiterals;
 
 int main(int argc, char **argv)
 {
-    QtWebEngineQuick::initialize();
+    EngineSetup::beforeApplication();
     QGuiApplication application(argc, argv);
     if (argc != 2)
         qFatal("usage: bench_bridge URL");

@@ -1,9 +1,9 @@
 #include "app/ApplicationSetup.h"
 
 #include "platform/BoundedImage.h"
+#include "web/EngineSetup.h"
 
 #include <QGuiApplication>
-#include <QtWebEngineQuick/qtwebenginequickglobal.h>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -26,7 +26,7 @@ QString ApplicationSetup::engineProblem()
 void ApplicationSetup::beforeApplication()
 {
     BoundedImage::limitToolkit();
-    QtWebEngineQuick::initialize();
+    EngineSetup::beforeApplication();
 }
 
 void ApplicationSetup::afterApplication()

@@ -101,6 +101,20 @@ private Q_SLOTS:
         QVERIFY(waitForTitle(*controller.webView(), u"other"_s));
     }
 
+    // Each of them ends the program.
+    void thePickersThatTheEngineDoesNotSurviveAreNotThere()
+    {
+        PageHarness harness;
+        QVERIFY(harness.load(page("x")));
+        for (const char *picker :
+            {"showOpenFilePicker", "showSaveFilePicker", "showDirectoryPicker"})
+            QCOMPARE(harness.evaluate(u"typeof window.%1"_s.arg(QLatin1StringView(picker))),
+                QVariant(u"undefined"_s));
+        // What the environment tells the engine stays.
+        const QByteArray flags = qgetenv("QTWEBENGINE_CHROMIUM_FLAGS");
+        QVERIFY(flags.contains("FileSystemAccess") && flags.contains("--disable-quic"));
+    }
+
     void onePageIsOpenedAtATime()
     {
         PageHarness harness;

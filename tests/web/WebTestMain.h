@@ -1,9 +1,10 @@
 #pragma once
 
+#include "web/EngineSetup.h"
+
 #include <QGuiApplication>
 #include <QTest>
 #include <QtQml/qqmlextensionplugin.h>
-#include <QtWebEngineQuick/qtwebenginequickglobal.h>
 
 Q_IMPORT_QML_PLUGIN(Vant_UiPlugin)
 Q_IMPORT_QML_PLUGIN(Vant_WebPlugin)
@@ -12,7 +13,7 @@ Q_IMPORT_QML_PLUGIN(Vant_WebPlugin)
 #define VANT_WEB_TEST_MAIN(TestClass)                                                              \
     int main(int argc, char *argv[])                                                               \
     {                                                                                              \
-        QtWebEngineQuick::initialize();                                                            \
+        EngineSetup::beforeApplication();                                                          \
         QGuiApplication application(argc, argv);                                                   \
         TestClass test;                                                                            \
         return QTest::qExec(&test, argc, argv);                                                    \
