@@ -157,13 +157,11 @@ void LoginFormViewController::login()
     m_loginViewModel.loginCommand(patriarchLogin(), observer);
 }
 
-bool LoginFormViewController::beginLogin()
+void LoginFormViewController::beginLogin()
 {
-    if (std::exchange(m_loginRunning, true))
-        return false;
+    m_loginRunning = true;
     Q_EMIT endEditing();
     m_environment.shell->progressHUD()->show(u"登录中"_s);
-    return true;
 }
 
 void LoginFormViewController::endLogin()

@@ -62,9 +62,10 @@ protected:
     //! Another server is to be signed in to.
     void serverChanged();
 
-    //! One login at a time, behind the progress indicator; false while another runs.
-    bool beginLogin();
+    //! A login runs behind the progress indicator, one at a time.
+    void beginLogin();
     void endLogin();
+    bool isLoginRunning() const { return m_loginRunning; }
 
     //! What the screen asks for before it asks for an account: the text to show where that is
     //! missing, empty where nothing is.

@@ -115,8 +115,8 @@ void SchoolLoginViewController::wechatAuthCodeCallback(const QVariant &object)
     const QVariantMap answer = object.toMap();
     const QString code = answer.value(u"code"_s).toString();
     const QString state = answer.value(u"state"_s).toString();
-    // Who has signed in another way meanwhile stays signed in.
-    if (state == pageWechatState || !isShown())
+    // Who has signed in another way meanwhile, or is about to, is left alone.
+    if (state == pageWechatState || !isShown() || isLoginRunning())
         return;
     const auto asked = AskedSchool::take(environment().defaults);
     if (state != wechatState || code.isEmpty())
@@ -126,9 +126,7 @@ void SchoolLoginViewController::wechatAuthCodeCallback(const QVariant &object)
     if (m_siteCode.isEmpty() || !isSchoolChosen())
         return showError(u"请先选择学校"_s);
     // The indicator keeps the school from being changed, too, until the platform has answered.
-    if (!beginLogin())
-        return;
-
+    beginLogin();
     loginViewModel().authCode = code;
     CommandObserver observer;
     observer.next = [this](const QJsonValue &identity) { jumpToAuthVC(identity.toObject()); };

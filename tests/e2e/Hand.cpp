@@ -2,6 +2,7 @@
 
 #include "e2e/Patience.h"
 
+#include <QPointingDevice>
 #include <QQuickWindow>
 #include <QTest>
 
@@ -20,10 +21,12 @@ Hand::Hand(QQuickWindow *window)
 {
 }
 
+Hand::~Hand() = default;
+
 void Hand::tap(QPointF point)
 {
-    QTest::touchEvent(m_window, m_screen).press(finger, point.toPoint(), m_window).commit();
-    QTest::touchEvent(m_window, m_screen).release(finger, point.toPoint(), m_window).commit();
+    QTest::touchEvent(m_window, m_screen.get()).press(finger, point.toPoint(), m_window).commit();
+    QTest::touchEvent(m_window, m_screen.get()).release(finger, point.toPoint(), m_window).commit();
 }
 
 void Hand::click(QPointF point)
@@ -34,22 +37,22 @@ void Hand::click(QPointF point)
 
 bool Hand::rest(QPointF point, const std::function<bool()> &until, int timeoutMs)
 {
-    QTest::touchEvent(m_window, m_screen).press(finger, point.toPoint(), m_window).commit();
+    QTest::touchEvent(m_window, m_screen.get()).press(finger, point.toPoint(), m_window).commit();
     const bool came = Patience::waitUntil(until, timeoutMs);
-    QTest::touchEvent(m_window, m_screen).release(finger, point.toPoint(), m_window).commit();
+    QTest::touchEvent(m_window, m_screen.get()).release(finger, point.toPoint(), m_window).commit();
     return came;
 }
 
 void Hand::drag(QPointF from, QPointF to)
 {
-    QTest::touchEvent(m_window, m_screen).press(finger, from.toPoint(), m_window).commit();
+    QTest::touchEvent(m_window, m_screen.get()).press(finger, from.toPoint(), m_window).commit();
     for (int i = 1; i <= dragMoves + holdMoves; ++i) {
         const QPointF at = from + (to - from) * std::min(1.0, double(i) / dragMoves);
-        QTest::touchEvent(m_window, m_screen).move(finger, at.toPoint(), m_window).commit();
+        QTest::touchEvent(m_window, m_screen.get()).move(finger, at.toPoint(), m_window).commit();
         // A finger takes its time, and without it the movement would be a flick.
         Patience::pass(frameMs);
     }
-    QTest::touchEvent(m_window, m_screen).release(finger, to.toPoint(), m_window).commit();
+    QTest::touchEvent(m_window, m_screen.get()).release(finger, to.toPoint(), m_window).commit();
 }
 
 void Hand::type(const QString &text)

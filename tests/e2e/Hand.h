@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <functional>
+#include <memory>
 
 class QPointingDevice;
 class QQuickWindow;
@@ -14,6 +15,7 @@ class Hand
 {
 public:
     explicit Hand(QQuickWindow *window);
+    ~Hand();
 
     void tap(QPointF point);
     //! With the mouse.
@@ -28,5 +30,5 @@ public:
 
 private:
     QQuickWindow *m_window;
-    QPointingDevice *m_screen;
+    std::unique_ptr<QPointingDevice> m_screen;
 };
