@@ -276,8 +276,11 @@ std::optional<QVariantMap> AppDelegate::takePushDictionary()
 
 void AppDelegate::keepUntilSignedIn(const QVariant &userInfo)
 {
-    if (userInfo.isValid() && !(m_homeHasLoaded && m_environment.session->isActive()))
-        pushDictionary = userInfo.toMap();
+    const bool isTakenNow = m_homeHasLoaded && m_environment.session->isActive();
+    const QVariantMap notification = userInfo.toMap();
+    // One without a page opens nothing, and must not take the place of one that does.
+    if (!isTakenNow && !notification.value(u"payload"_s).toString().isEmpty())
+        pushDictionary = notification;
 }
 
 void AppDelegate::keepNotification(const QVariantMap &userInfo)

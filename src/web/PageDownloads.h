@@ -29,7 +29,7 @@ private:
     void rest();
 
     PageHost *m_host;
-    QHash<quint32, PageDownload *>
-        m_underWay; // by the engine's number: waiting for an answer, or running
+    // By the engine's number: those that wait for an answer, and those that run.
+    QHash<quint32, PageDownload *> m_underWay;
     bool m_resting = false;
 };

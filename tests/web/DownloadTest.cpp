@@ -12,7 +12,7 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-//! What becomes of the files that pages offer.
+//! Files that pages want kept, from the question to the folder.
 class DownloadTest : public QObject
 {
     Q_OBJECT
@@ -20,10 +20,10 @@ class DownloadTest : public QObject
 private:
     PageServer m_server;
 
-    QString page(const QByteArray &content, const QByteArray &path = "/page.html")
+    QString page(const QByteArray &content)
     {
-        m_server.setPage(path, "<!doctype html><meta charset=utf-8>" + content);
-        return m_server.url(path);
+        m_server.setPage("/page.html", "<!doctype html><meta charset=utf-8>" + content);
+        return m_server.url("/page.html");
     }
 
     QString host() const { return u"127.0.0.1:%1"_s.arg(m_server.port()); }
@@ -36,7 +36,7 @@ private:
     }
 
 private Q_SLOTS:
-    void downloadsAreTheUsersToAllow_data()
+    void areTheUsersToAllow_data()
     {
         QTest::addColumn<QByteArray>("link");
         QTest::addColumn<QString>("question");
@@ -53,7 +53,7 @@ private Q_SLOTS:
             << "held"_ba;
     }
 
-    void downloadsAreTheUsersToAllow()
+    void areTheUsersToAllow()
     {
         QFETCH(const QByteArray, link);
         QFETCH(const QString, question);
@@ -69,6 +69,7 @@ private Q_SLOTS:
         QVERIFY(ask());
         QCOMPARE(alert->title(), u"下载文件"_s);
         QCOMPARE(alert->message(), question);
+        TRY_COMPARE(kept(harness).size(), 1);
         alert->press(0);
         TRY_COMPARE(kept(harness), QStringList());
 
@@ -122,7 +123,7 @@ private Q_SLOTS:
         QVERIFY(alert->isVisible());
     }
 
-    void downloadsThatBreakOffSayFailed()
+    void thatCannotBeHadSayFailed()
     {
         PageHarness harness;
         QVERIFY(harness.load(page("<a id=a href=/none.bin download>x</a>")));
