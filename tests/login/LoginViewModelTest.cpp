@@ -114,6 +114,8 @@ private Q_SLOTS:
         QVERIFY(!model.isLogin() && !model.userModel);
         QCOMPARE(model.login_token(), u"old"_s);
         QVERIFY(!m_harness->defaults.objectForKey(u"vantCookies"_s).isValid());
+        // Nor does a session stay that nobody has signed in to.
+        QVERIFY(!m_harness->session.net.cookies->holdsCookieNamed({"mo", "tmo"}));
         QCOMPARE(m_harness->askedFor(), QStringList {u"login4H5"_s});
     }
 

@@ -1,4 +1,5 @@
 #include "platform/HTTPCookieStorage.h"
+#include "platform/PrivateFile.h"
 #include "platform/UserDefaults.h"
 #include "support/Patience.h"
 
@@ -7,6 +8,9 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <csignal>
+
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
@@ -55,6 +59,30 @@ int storedPair(const QDir &folder)
 }
 
 //! The settings and the cookies, on disk.
+//! The longest that a file may become by a write of this process, in bytes.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+        : m_handler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        rlimit limit = m_before;
+        limit.rlim_cur = bytes;
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+    Q_DISABLE_COPY_MOVE(FileSizeLimit)
+
+private:
+    void (*m_handler)(int);
+    rlimit m_before {};
+};
+
 class StorageTest : public QObject
 {
     Q_OBJECT
@@ -153,6 +181,33 @@ private Q_SLOTS:
             QVERIFY(keepsRemarkAfterStoring(value));
             QCOMPARE(UserDefaults(path).objectForKey(u"key"_s).toString(), value.toString());
         }
+    }
+
+    void aFullDiskLeavesTheOldFiles()
+    {
+        const QString settings = m_folder->filePath(u"s.ini"_s);
+        const QString other = m_folder->filePath(u"o"_s);
+        UserDefaults defaults(settings);
+        defaults.setObject(u"old"_s, u"k"_s);
+        QVERIFY(defaults.synchronize());
+        QVERIFY(PrivateFile::write(other, "old"));
+        const QByteArray before = *PrivateFile::read(settings);
+        {
+            // Nothing longer can be written, as little as on a full disk.
+            const FileSizeLimit limit(2);
+            defaults.setObject(u"new"_s, u"k"_s);
+            QTest::ignoreMessage(
+                QtWarningMsg, QRegularExpression(u"settings could not be written"_s));
+            QVERIFY(!defaults.synchronize());
+            QVERIFY(!PrivateFile::write(other, "new and longer"));
+            QCoreApplication::processEvents();
+        }
+        QCOMPARE(*PrivateFile::read(settings), before);
+        QCOMPARE(*PrivateFile::read(other), "old");
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files).size(), 2);
+        QCOMPARE(defaults.stringForKey(u"k"_s), u"new"_s);
+        QVERIFY(defaults.synchronize());
+        QCOMPARE(UserDefaults(settings).stringForKey(u"k"_s), u"new"_s);
     }
 
     void aKillLeavesTheOldOrTheNewPair()

@@ -3,6 +3,7 @@
 #include "support/PlatformProcess.h"
 
 #include <QJsonDocument>
+#include <QSignalSpy>
 
 #include <algorithm>
 
@@ -109,6 +110,7 @@ private Q_SLOTS:
     void aSessionEndsOnceAndWhatWasBegunInItIsDropped();
     void anotherUserFindsNothingOfTheFormer_data();
     void anotherUserFindsNothingOfTheFormer();
+    void whatLiesHereWithoutAKnownUserIsNobodys();
 
     void anAnswerKeepsWhatWorks();
 
@@ -321,6 +323,33 @@ void SessionTest::anotherUserFindsNothingOfTheFormer()
     const QByteArrayList persistent {"theme", "tmo"};
     TRY_COMPARE(held(HTTPCookieStorage(m_client->net.folder.filePath(u"cookies.json"_s))),
         isOther ? QByteArrayList {"tmo"} : persistent);
+}
+
+void SessionTest::whatLiesHereWithoutAKnownUserIsNobodys()
+{
+    UserSession &session = m_client->session;
+    HTTPCookieStorage *storage = m_client->net.cookies;
+    QSignalSpy changes(&session, &UserSession::userChanging);
+    const auto receive = [&](const char *cookie) {
+        storage->setCookiesFromUrl(
+            QNetworkCookie::parseCookies(cookie), QUrl(u"http://h.example/"_s));
+    };
+    receive("theme=former");
+    session.launch();
+    QCOMPARE(changes.size(), 1);
+    QVERIFY(storage->cookies().isEmpty());
+    // From now on somebody is known, if only as nobody: the first to sign in finds all as it is.
+    receive("theme=own");
+    session.launch();
+    QVERIFY(session.begin(session.attempt(), answerFor(u"1"_s), ChosenRegion()));
+    QCOMPARE(changes.size(), 1);
+    QVERIFY(storage->holdsCookieNamed({"theme"}));
+
+    // What a login that fails has brought goes with it, and nothing else.
+    const UserSession::Attempt attempt = session.attempt();
+    receive("mo=refused");
+    session.reject(attempt);
+    QVERIFY(storage->holdsCookieNamed({"theme"}) && !storage->holdsCookieNamed({"mo"}));
 }
 
 void SessionTest::anAnswerKeepsWhatWorks()

@@ -3,6 +3,10 @@
 #include "web/HomeHarness.h"
 #include "web/WebTestMain.h"
 
+#include <QQuickWebEngineProfile>
+#include <QSignalSpy>
+#include <QWebEngineCookieStore>
+
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -111,6 +115,13 @@ private Q_SLOTS:
             QVERIFY(!stage.shell.actionSheet()->isVisible());
             QVERIFY(!stage.shell.alertView()->isVisible());
             TRY_COMPARE(m_home->controller.webView()->url(), QUrl(u"about:blank"_s));
+            // An answer that was on its way to the page when the session ended.
+            QWebEngineCookieStore *engine = stage.profiles.home()->engineProfile()->cookieStore();
+            QSignalSpy late(engine, &QWebEngineCookieStore::cookieAdded);
+            engine->setCookie(QNetworkCookie("mo", "late"), QUrl(m_server->url("/")));
+            TRY_COMPARE(late.size(), 1);
+            QVERIFY(!stage.session.net.cookies->holdsCookieNamed({"mo"}));
+            engine->deleteCookie(QNetworkCookie("mo", "late"), QUrl(m_server->url("/")));
             stage.notifications.postNotificationName(u"backGeTuiPushLoadNewWeb"_s,
                 QVariantMap {{u"payload"_s, m_server->url("/other.html")}});
             if (!sameUser)
