@@ -87,8 +87,9 @@ void AppDelegate::loginWhenTokenIsReadable()
             self->observeIsLogin(Token::Needed, Version::Marked);
         }
     };
-    if (m_environment.loginModel->isTokenAwaited())
-        m_environment.mainQueue->after(keychainPatience, this, once);
+    if (!m_environment.loginModel->isTokenAwaited())
+        return once();
+    m_environment.mainQueue->after(keychainPatience, this, once);
     m_environment.loginModel->whenTokenIsReadable(once);
 }
 

@@ -310,6 +310,8 @@ void StudentApplication::receiveUrl(const QUrl &url)
 
 void StudentApplication::activate()
 {
+    if (!m_window)
+        return;
     m_window->raise();
     m_window->requestActivate();
 }

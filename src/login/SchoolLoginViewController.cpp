@@ -6,6 +6,7 @@
 #include "platform/NotificationCenter.h"
 #include "platform/WXApi.h"
 #include "ui/NavigationController.h"
+#include "session/UserSession.h"
 #include "ui/Shell.h"
 
 using namespace Qt::StringLiterals;
@@ -159,10 +160,8 @@ void SchoolLoginViewController::takeUp(const AskedSchool &school)
 
 bool SchoolLoginViewController::isShown() const
 {
-    const LoginModel &loginModel = *environment().loginModel;
-    const bool isSignedIn = loginModel.isLogin() && !loginModel.login_token().isEmpty();
     const ViewController *root = environment().shell->navigator()->rootViewController();
-    return !isSignedIn && root && root == navigationController();
+    return !environment().session->isActive() && root && root == navigationController();
 }
 
 void SchoolLoginViewController::jumpToAuthVC(const QJsonObject &identity)

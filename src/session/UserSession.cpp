@@ -28,7 +28,9 @@ void UserSession::launch()
 {
     if (m_defaults->objectForKey(lastUserKey).isValid())
         return;
-    forgetFormerUser(m_storage->mark());
+    // An earlier version has not noted whose its stored login is.
+    if (!m_loginModel->isLogin())
+        forgetFormerUser(m_storage->mark());
     m_defaults->setObject(nobody, lastUserKey);
     m_defaults->synchronize();
 }

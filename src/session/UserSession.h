@@ -37,8 +37,7 @@ public:
     //! Of this session, or of the time between two.
     int number() const { return m_number; }
 
-    //! At start, before all else: what lies here without a user that is known is nobody's, and
-    //! goes.
+    //! At start, before all else: what lies here of nobody who is known or signed in goes.
     void launch();
     //! At start: the stored login is somebody's, whose session goes on.
     void resume();
@@ -62,7 +61,7 @@ public:
     //! The user leaves: session cookies and their saved copies go, account and password are empty;
     //! the token stays.
     void logout();
-    //! The stored login is not accepted any more: only the record says so.
+    //! The stored login is not accepted any more: the record says so, cookies and account stay.
     void expire();
 
 Q_SIGNALS:

@@ -8,8 +8,8 @@ class MainQueue;
 class UrlOpener;
 
 //! Hands links of pages to the other programs of the device, one a second at most, so that a page
-//! that follows them in a loop starts one program. Shared by the views of all pages; owned by the
-//! application.
+//! that follows them in a loop does not start as many programs. Shared by the views of all pages;
+//! owned by the application.
 class LinkHandOver : public QObject
 {
     Q_OBJECT

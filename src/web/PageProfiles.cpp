@@ -16,8 +16,8 @@ namespace {
 using namespace std::chrono_literals;
 
 const QString folderNumberKey = QStringLiteral("PageFolder");
-// The engine writes a last file when a profile has gone.
 constexpr int folderNumbers = 1'000'000; // far apart enough to be told from one another
+// The engine writes a last file when a profile has gone.
 constexpr auto engineSettles = 2s;
 
 // There may be a lot in it.

@@ -1,8 +1,8 @@
 #include "web/PushPages.h"
 
 #include "model/LoginModel.h"
-#include "session/UserSession.h"
 #include "model/StringFormat.h"
+#include "session/UserSession.h"
 #include "ui/AlertView.h"
 #include "web/WebView.h"
 

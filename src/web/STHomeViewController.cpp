@@ -84,6 +84,7 @@ void STHomeViewController::viewDidLoad()
     m_environment.loginModel->observeIsLogin(this, [this](bool isLogin) {
         if (!isLogin)
             return;
+        m_profile->cookies()->comeBack();
         configWebView();
         // Its page takes the place of the portal, which was asked for before.
         if (const auto notification = m_environment.delegate->takePushDictionary())

@@ -14,7 +14,8 @@ public:
 
     //! An address waiting to be opened from outside; taking it clears it. Null: none.
     virtual QString takeUrlStr() = 0;
-    //! A tapped notification that came before there was a home container, once.
+    //! A tapped notification that came before there was a home container, or while nobody was
+    //! signed in, once.
     virtual std::optional<QVariantMap> takePushDictionary() = 0;
     //! A notification that the user has not answered: it waits for the same user's next login.
     virtual void keepNotification(const QVariantMap &userInfo) = 0;

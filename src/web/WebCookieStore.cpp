@@ -62,9 +62,13 @@ void WebCookieStore::leave()
     m_hasLeft = true;
 }
 
-void WebCookieStore::sendWithNextLoad(const QString &cookieHeader, const QUrl &page)
+void WebCookieStore::comeBack()
 {
     m_hasLeft = false;
+}
+
+void WebCookieStore::sendWithNextLoad(const QString &cookieHeader, const QUrl &page)
+{
     endLoad();
     copyStorage();
     m_oneLoad = CookieHeader::beyond(m_storage->cookiesForUrl(page), cookieHeader, page);
@@ -91,7 +95,7 @@ bool WebCookieStore::isForOneLoad(const QNetworkCookie &cookie) const
 
 void WebCookieStore::cookieAdded(const QNetworkCookie &cookie)
 {
-    if (isForOneLoad(cookie) || m_hasLeft)
+    if (isForOneLoad(cookie))
         return;
     const auto echo
         = std::find_if(m_echoes.begin(), m_echoes.end(), [&cookie](const QNetworkCookie &set) {
@@ -99,7 +103,7 @@ void WebCookieStore::cookieAdded(const QNetworkCookie &cookie)
           });
     if (echo != m_echoes.end())
         m_echoes.erase(echo);
-    else
+    else if (!m_hasLeft)
         m_storage->setCookie(cookie);
 }
 

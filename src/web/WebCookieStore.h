@@ -28,9 +28,10 @@ public:
     void sendWithNextLoad(const QString &cookieHeader, const QUrl &page);
     //! The load has ended, however: its own cookies go.
     void endLoad();
-    //! The user has left: until the next sendWithNextLoad() nothing comes back into the storage.
-    //! What the pages had under way is answered after they have gone, too.
+    //! The user has left: until comeBack() nothing comes back into the storage. What the pages had
+    //! under way is answered after they have gone, too.
     void leave();
+    void comeBack();
 
 private:
     void setInEngine(const QNetworkCookie &cookie);

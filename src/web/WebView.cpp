@@ -170,7 +170,9 @@ void WebView::applyPolicy(const QUrl &url, NavigationPolicy::Target target)
     LinkHandOver *links = m_host->links();
     const auto policy = NavigationPolicy::decide(url, target, links->customerServiceAccount());
     links->openFirst(policy.openInSystem);
-    if (policy.loadInThisView && EngineNavigation::isLoadable(url))
+    // A page that opens windows in a loop must not keep the view from what was asked for.
+    const bool isInTheWay = target == NavigationPolicy::Target::UnaskedWindow && m_loadAwaited;
+    if (policy.loadInThisView && !isInTheWay && EngineNavigation::isLoadable(url))
         load(url);
 }
 

@@ -53,7 +53,7 @@ public:
     bool hasPage() const { return m_hasPage; }
 
     void load(const QUrl &url);
-    //! Leaves the view without a page.
+    //! Shows a text in the place of a page.
     void loadHtml(const QString &html);
     void reload();
     //! Leaves the view without a page and without a history: what is loaded next comes in a new

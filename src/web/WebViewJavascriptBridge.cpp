@@ -70,6 +70,9 @@ QVariantList WebViewJavascriptBridge::receive(const QString &nonce, const QJsonA
     }
     m_receiving = true;
     for (const QJsonValue &value : messages) {
+        // One of them may have ended the document.
+        if (!isShown(nonce))
+            break;
         const QJsonArray message = value.toArray();
         if (isAnswer(message))
             takeAnswer(message);
@@ -77,6 +80,7 @@ QVariantList WebViewJavascriptBridge::receive(const QString &nonce, const QJsonA
             takeCall(message);
     }
     m_receiving = false;
+    // Nothing is left for a document that has ended.
     return takeOutgoing();
 }
 

@@ -103,10 +103,14 @@ addEventListener('vant-bridge-port', ({ relatedTarget: port }) => {
             waiting = list;
             if (parsed)
                 queueMicrotask(serveWaiting);
+            else
+                awaitParsed();
         },
     });
 
     const appear = () => {
+        if (parsed)
+            return;
         parsed = true;
         // A page's own of that name stays.
         window.WebViewJavascriptBridge ??= bridge;
@@ -115,8 +119,12 @@ addEventListener('vant-bridge-port', ({ relatedTarget: port }) => {
         ready.bridge = bridge;
         document.dispatchEvent(ready);
     };
-    if (document.readyState === 'loading')
-        document.addEventListener('readystatechange', appear, { once: true });
-    else
-        queueMicrotask(appear);
+    // Again with each callback that waits: document.open() takes all listeners away.
+    const awaitParsed = () => {
+        if (document.readyState === 'loading')
+            document.addEventListener('readystatechange', appear, { once: true });
+        else
+            queueMicrotask(appear);
+    };
+    awaitParsed();
 }, { once: true });

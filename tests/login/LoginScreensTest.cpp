@@ -139,6 +139,37 @@ private Q_SLOTS:
         QTest::keyClick(&m_ui->view, Qt::Key_Return);
         QCOMPARE(m_harness->toast(), u"请勾选已阅读同意《用户协议》和《隐私政策》"_s);
     }
+
+    void saysWhereThePasswordWouldGoUnencrypted_data()
+    {
+        QTest::addColumn<QString>("localUrl"); // null: the platform's own server, here on loopback
+        QTest::addColumn<QString>("siteCode");
+        QTest::addColumn<bool>("isOpen");
+        QTest::newRow("the platform's") << QString() << u"school01"_s << false;
+        QTest::newRow("open") << u"http://10.1.2.3:81/rb"_s << u"local01"_s << true;
+        QTest::newRow("encrypted") << u"https://10.1.2.3/rb"_s << u"local01"_s << false;
+        QTest::newRow("this device") << u"http://localhost:8080/rb"_s << u"local01"_s << false;
+        QTest::newRow("this device, v6") << u"http://[::1]/rb"_s << u"local01"_s << false;
+        QTest::newRow("no school") << u"http://10.1.2.3/rb"_s << QString() << false;
+    }
+
+    void saysWhereThePasswordWouldGoUnencrypted()
+    {
+        QFETCH(const QString, localUrl);
+        QFETCH(const QString, siteCode);
+        QFETCH(const bool, isOpen);
+        m_harness->loginModel.setIsLocal(!localUrl.isNull());
+        m_harness->loginModel.setLocalUrl(localUrl);
+        m_harness->loginModel.setSiteCode(siteCode);
+        if (isOpen)
+            QTest::ignoreMessage(QtWarningMsg, "passwords go unencrypted to \"10.1.2.3\"");
+        LoginEnvironment environment = m_harness->environment();
+        LoginViewController2 login(environment);
+        login.viewDidLoad();
+        QCOMPARE(login.connectionWarning(),
+            isOpen ? u"该学校的连接未加密，密码可能被他人看到"_s : QString());
+        QVERIFY(m_harness->callsEnd());
+    }
 };
 
 QTEST_MAIN(LoginScreensTest)

@@ -294,6 +294,7 @@ private Q_SLOTS:
         QTest::newRow("signed in by password") << Change([](LoginViewController2Test &test) {
             test.m_harness->loginModel.setLogin_token(u"token"_s);
             test.m_harness->loginModel.setIsLogin(true);
+            test.m_harness->session.session.resume();
         }) << QStringList();
         QTest::newRow("a password is on its way") << Change([](LoginViewController2Test &test) {
             test.m_login->setAccount(u"student02"_s);
@@ -317,37 +318,6 @@ private Q_SLOTS:
         QVERIFY(m_harness->callsEnd());
         QTEST(m_harness->askedFor(), "asked");
         QVERIFY(m_harness->toast().isNull() && !binding());
-    }
-
-    void saysWhereThePasswordWouldGoUnencrypted_data()
-    {
-        QTest::addColumn<QString>("localUrl"); // null: the platform's own server, here on loopback
-        QTest::addColumn<QString>("siteCode");
-        QTest::addColumn<bool>("isOpen");
-        QTest::newRow("the platform's") << QString() << u"school01"_s << false;
-        QTest::newRow("open") << u"http://10.1.2.3:81/rb"_s << u"local01"_s << true;
-        QTest::newRow("encrypted") << u"https://10.1.2.3/rb"_s << u"local01"_s << false;
-        QTest::newRow("this device") << u"http://localhost:8080/rb"_s << u"local01"_s << false;
-        QTest::newRow("this device, v6") << u"http://[::1]/rb"_s << u"local01"_s << false;
-        QTest::newRow("no school") << u"http://10.1.2.3/rb"_s << QString() << false;
-    }
-
-    void saysWhereThePasswordWouldGoUnencrypted()
-    {
-        QFETCH(const QString, localUrl);
-        QFETCH(const QString, siteCode);
-        QFETCH(const bool, isOpen);
-        m_harness->loginModel.setIsLocal(!localUrl.isNull());
-        m_harness->loginModel.setLocalUrl(localUrl);
-        m_harness->loginModel.setSiteCode(siteCode);
-        if (isOpen)
-            QTest::ignoreMessage(QtWarningMsg, "passwords go unencrypted to \"10.1.2.3\"");
-        LoginEnvironment environment = m_harness->environment();
-        LoginViewController2 login(environment);
-        login.viewDidLoad();
-        QCOMPARE(login.connectionWarning(),
-            isOpen ? u"该学校的连接未加密，密码可能被他人看到"_s : QString());
-        QVERIFY(m_harness->callsEnd());
     }
 
     void theBindingScreenStaysWhenNobodySignsIn()
@@ -392,7 +362,7 @@ private Q_SLOTS:
         QVERIFY(!m_harness->shell.progressHUD()->isVisible());
 
         // From now on the platform knows the identity.
-        m_harness->loginModel.setIsLogin(false);
+        m_harness->session.session.expire();
         m_login->viewDidAppear();
         m_login->checkUserInstructions();
         m_login->wechatLogin();

@@ -187,27 +187,28 @@ private Q_SLOTS:
     {
         const QString settings = m_folder->filePath(u"s.ini"_s);
         const QString other = m_folder->filePath(u"o"_s);
+        const QString longer(2000, u'x');
         UserDefaults defaults(settings);
         defaults.setObject(u"old"_s, u"k"_s);
         QVERIFY(defaults.synchronize());
         QVERIFY(PrivateFile::write(other, "old"));
         const QByteArray before = *PrivateFile::read(settings);
         {
-            // Nothing longer can be written, as little as on a full disk.
-            const FileSizeLimit limit(2);
-            defaults.setObject(u"new"_s, u"k"_s);
+            // Room for the lock of the settings, and no more.
+            const FileSizeLimit limit(512);
+            defaults.setObject(longer, u"k"_s);
             QTest::ignoreMessage(
                 QtWarningMsg, QRegularExpression(u"settings could not be written"_s));
             QVERIFY(!defaults.synchronize());
-            QVERIFY(!PrivateFile::write(other, "new and longer"));
+            QVERIFY(!PrivateFile::write(other, longer.toUtf8()));
             QCoreApplication::processEvents();
         }
         QCOMPARE(*PrivateFile::read(settings), before);
         QCOMPARE(*PrivateFile::read(other), "old");
         QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files).size(), 2);
-        QCOMPARE(defaults.stringForKey(u"k"_s), u"new"_s);
+        QCOMPARE(defaults.stringForKey(u"k"_s), longer);
         QVERIFY(defaults.synchronize());
-        QCOMPARE(UserDefaults(settings).stringForKey(u"k"_s), u"new"_s);
+        QCOMPARE(UserDefaults(settings).stringForKey(u"k"_s), longer);
     }
 
     void aKillLeavesTheOldOrTheNewPair()

@@ -259,11 +259,15 @@ private Q_SLOTS:
         QVERIFY(answer(u"getAppInfo"_s).contains(m_home->stage.session.net.student.uuid()));
 
         for (const bool onPurpose : {false, true}) {
+            m_home->stage.session.session.resume();
             m_home->stage.loginModel.setIsLogin(true);
             m_home->stage.loginModel.setIsLoginOut(false);
             QVERIFY(m_home->waitForPage(u"portal"_s));
-            m_home->evaluate(onPurpose ? u"call('jump2LoginPage')"_s : u"call('logout')"_s);
+            // What comes with it, after it, is not served any more.
+            const QString leave = onPurpose ? u"call('jump2LoginPage')"_s : u"call('logout')"_s;
+            m_home->evaluate(leave + u"; call('setLongClickSaveImg', {able: 1})"_s);
             TRY_VERIFY(!m_home->stage.loginModel.isLogin());
+            QVERIFY(!m_home->controller.longClickSaveImgAble);
             QCOMPARE(m_home->stage.loginModel.isLoginOut(), onPurpose);
         }
     }
