@@ -26,11 +26,10 @@ UserSession::UserSession(LoginModel *loginModel, UserDefaults *defaults, HTTPCoo
 
 void UserSession::launch()
 {
-    if (m_defaults->objectForKey(lastUserKey).isValid())
+    // An earlier version has not noted whose its stored login is; the answer to it will say so.
+    if (m_defaults->objectForKey(lastUserKey).isValid() || m_loginModel->isLogin())
         return;
-    // An earlier version has not noted whose its stored login is.
-    if (!m_loginModel->isLogin())
-        forgetFormerUser(m_storage->mark());
+    forgetFormerUser(m_storage->mark());
     m_defaults->setObject(nobody, lastUserKey);
     m_defaults->synchronize();
 }
@@ -101,7 +100,9 @@ UserSession::Start UserSession::prepare(const Attempt &attempt, const QJsonObjec
     }
     const QString user = m_result->userOf(answer);
     const QString lastUser = m_defaults->stringForKey(lastUserKey);
-    const bool isOther = !user.isNull() && lastUser != nobody && user != lastUser;
+    const bool isStoredLogins = lastUser.isNull() && m_active;
+    const bool isOther
+        = !user.isNull() && lastUser != nobody && user != lastUser && !isStoredLogins;
     if (isOther) {
         if (m_active)
             end([] {});
