@@ -1,13 +1,15 @@
-# A room of the house: one folder of src/, its own folders included, one static library, linked to
-# the rooms it may use.
+# A room of the house: one folder of src/ with its sub-rooms, one static library, linked to the rooms
+# it may use.
 #
 #   vant_room(net ROOMS platform model LINK Qt6::Network)
 #   vant_room(ui QML_URI Vant.Ui ROOMS platform LINK Qt6::Quick)
 #
-# With QML_URI the room is a QML module too; executables take it in with vant_import_rooms.
+# With QML_URI the room is a QML module too; executables take it in with vant_import_rooms. A QML
+# file's address is its module and its name, whichever sub-room it lies in.
 function(vant_room name)
     cmake_parse_arguments(ROOM "" "QML_URI" "ROOMS;LINK" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h */*.cpp */*.h)
+    list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
     set(target vant_${name})
     qt_add_library(${target} STATIC ${sources})
     target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR}/src)
@@ -23,6 +25,10 @@ function(vant_room name)
         endif()
         string(REPLACE "." "/" module_path ${ROOM_QML_URI})
         file(GLOB qml CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.qml */*.qml)
+        foreach(file ${qml})
+            get_filename_component(name ${file} NAME)
+            set_source_files_properties(${file} PROPERTIES QT_RESOURCE_ALIAS ${name})
+        endforeach()
         qt_add_qml_module(${target}
             URI ${ROOM_QML_URI}
             VERSION 1.0
@@ -32,7 +38,9 @@ function(vant_room name)
             NO_PLUGIN_OPTIONAL
             ${cachegen})
         # The generated registration includes headers by their bare name.
-        target_include_directories(${target} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+        file(GLOB subrooms LIST_DIRECTORIES true ${CMAKE_CURRENT_SOURCE_DIR}/*/)
+        list(FILTER subrooms EXCLUDE REGEX "\\.[a-z]+$")
+        target_include_directories(${target} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR} ${subrooms})
     endif()
 endfunction()
 

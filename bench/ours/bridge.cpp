@@ -1,16 +1,16 @@
 // bench_bridge URL: shows the page in the client's own web view, with an echo on the bridge, and
 // prints what the page tells as its result.
 
-#include "platform/HTTPCookieStorage.h"
-#include "platform/TimerMainQueue.h"
-#include "ui/Shell.h"
-#include "web/EngineSetup.h"
-#include "web/HomePageProfile.h"
-#include "web/LinkHandOver.h"
-#include "web/PageHost.h"
-#include "web/WebPageProfile.h"
-#include "web/WebView.h"
-#include "web/WebViewJavascriptBridge.h"
+#include "platform/storage/HTTPCookieStorage.h"
+#include "platform/time/TimerMainQueue.h"
+#include "ui/shell/Shell.h"
+#include "web/bridge/WebViewJavascriptBridge.h"
+#include "web/engine/EngineSetup.h"
+#include "web/engine/LinkHandOver.h"
+#include "web/engine/PageHost.h"
+#include "web/engine/WebView.h"
+#include "web/profiles/HomePageProfile.h"
+#include "web/profiles/WebPageProfile.h"
 
 #include <QGuiApplication>
 #include <QQmlEngine>

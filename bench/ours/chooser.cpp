@@ -3,10 +3,10 @@
 // bench_chooser filter FILE TEXT...: types each text into the school chooser's search.
 
 #include "common/Clocks.h"
-#include "login/BMChineseSort.h"
-#include "login/MandarinLatin.h"
-#include "login/PinyinSearchKey.h"
-#include "login/SchoolListModel.h"
+#include "login/pinyin/BMChineseSort.h"
+#include "login/pinyin/MandarinLatin.h"
+#include "login/pinyin/PinyinSearchKey.h"
+#include "login/school/SchoolListModel.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>

@@ -1,6 +1,6 @@
 // bench_digest FILE: its MD5, as md5sum prints it.
 
-#include "upload/OMFileStreamSeparation.h"
+#include "upload/protocol/OMFileStreamSeparation.h"
 
 #include <cstdio>
 

@@ -3,8 +3,8 @@
 
 #include "common/Clocks.h"
 #include "model/LoginModel.h"
-#include "net/BaseRequestManager.h"
-#include "platform/HTTPCookieStorage.h"
+#include "net/request/BaseRequestManager.h"
+#include "platform/storage/HTTPCookieStorage.h"
 
 #include <QCoreApplication>
 #include <QJsonObject>

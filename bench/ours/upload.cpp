@@ -3,9 +3,9 @@
 
 #include "common/AnonymousMemory.h"
 #include "common/Clocks.h"
-#include "platform/NetworkReachabilityManager.h"
-#include "upload/OMUploadFileManager.h"
-#include "upload/ScratchFolder.h"
+#include "platform/desktop/NetworkReachabilityManager.h"
+#include "upload/protocol/OMUploadFileManager.h"
+#include "upload/protocol/ScratchFolder.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Envelope.h"
 #include "files/StorageFolder.h"
 #include "files/StoredFile.h"
+#include "http/Envelope.h"
 
 #include <map>
 #include <memory>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Message.h"
 #include "files/FileStore.h"
+#include "http/Message.h"
 
 namespace sandbox {
 

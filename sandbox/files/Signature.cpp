@@ -1,6 +1,6 @@
 #include "files/Signature.h"
 
-#include "Signer.h"
+#include "accounts/Signer.h"
 
 #include <array>
 #include <ctime>

@@ -1,6 +1,6 @@
 #include "files/StorageFolder.h"
 
-#include "Options.h"
+#include "http/Options.h"
 
 #include <unistd.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TemporaryFolder.h"
+#include "http/TemporaryFolder.h"
 
 #include <filesystem>
 #include <optional>

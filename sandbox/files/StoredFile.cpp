@@ -1,6 +1,6 @@
 #include "files/StoredFile.h"
 
-#include "Signer.h"
+#include "accounts/Signer.h"
 
 #include <fstream>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "OpenFile.h"
 #include "files/Md5.h"
+#include "http/OpenFile.h"
 
 #include <filesystem>
 #include <map>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Addresses.h"
-#include "Envelope.h"
 #include "files/FileStore.h"
+#include "http/Addresses.h"
+#include "http/Envelope.h"
 
 namespace sandbox {
 

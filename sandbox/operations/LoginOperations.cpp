@@ -1,6 +1,6 @@
-#include "Operations.h"
+#include "operations/Operations.h"
 
-#include "Signer.h"
+#include "accounts/Signer.h"
 
 #include <atomic>
 

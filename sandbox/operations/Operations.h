@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Envelope.h"
-#include "Platform.h"
+#include "accounts/Platform.h"
+#include "http/Envelope.h"
 
 namespace sandbox {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TemporaryFolder.h"
+#include "http/TemporaryFolder.h"
 #include "push/BrokerFiles.h"
 
 #include <condition_variable>

@@ -1,6 +1,6 @@
 #include "push/BrokerFiles.h"
 
-#include "Addresses.h"
+#include "http/Addresses.h"
 
 #include <openssl/evp.h>
 #include <openssl/rand.h>

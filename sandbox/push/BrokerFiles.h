@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Certificate.h"
+#include "http/Certificate.h"
 
 #include <filesystem>
 #include <string>

@@ -1,6 +1,6 @@
 #include "push/BrokerProcess.h"
 
-#include "OpenFile.h"
+#include "http/OpenFile.h"
 
 #include <cerrno>
 #include <csignal>

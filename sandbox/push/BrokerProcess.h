@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Addresses.h"
+#include "http/Addresses.h"
 
 #include <filesystem>
 

@@ -1,6 +1,6 @@
 #include "push/Publisher.h"
 
-#include "Addresses.h"
+#include "http/Addresses.h"
 
 #include <mosquitto.h>
 

@@ -1,7 +1,7 @@
 #include "push/PushCommand.h"
 
-#include "Envelope.h"
-#include "Options.h"
+#include "http/Envelope.h"
+#include "http/Options.h"
 
 #include <httplib.h>
 

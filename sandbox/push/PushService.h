@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Envelope.h"
+#include "http/Envelope.h"
 #include "push/Broker.h"
 
 #include <string>

@@ -1,10 +1,10 @@
-#include "app/ApplicationSetup.h"
-#include "app/CommandLine.h"
-#include "app/ConfigurationFile.h"
-#include "app/RunningInstance.h"
-#include "app/SandboxProcess.h"
-#include "app/StudentApplication.h"
-#include "platform/ServerTrust.h"
+#include "app/parts/StudentApplication.h"
+#include "app/start/ApplicationSetup.h"
+#include "app/start/CommandLine.h"
+#include "app/start/ConfigurationFile.h"
+#include "app/start/RunningInstance.h"
+#include "app/start/SandboxProcess.h"
+#include "platform/http/ServerTrust.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "launch/LaunchEnvironment.h"
-#include "launch/PrivacyConsent.h"
 #include "launch/UpdateCheck.h"
 #include "launch/ad/VANTSplashAdManager.h"
+#include "launch/notices/LaunchEnvironment.h"
+#include "launch/notices/PrivacyConsent.h"
 #include "model/DeploymentConfiguration.h"
 
 //! Everything that a launch puts before the person: advertisement, notices, guide, update. One for

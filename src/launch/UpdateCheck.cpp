@@ -2,11 +2,11 @@
 
 #include "launch/Logging.h"
 #include "model/DictionaryMapper.h"
-#include "net/RequestInterface.h"
-#include "platform/NotificationCenter.h"
-#include "platform/UrlOpener.h"
+#include "net/catalogue/RequestInterface.h"
+#include "platform/desktop/UrlOpener.h"
+#include "platform/time/NotificationCenter.h"
 #include "session/UserSession.h"
-#include "ui/Shell.h"
+#include "ui/shell/Shell.h"
 
 #include <QPointer>
 #include <QUrl>

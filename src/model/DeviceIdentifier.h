@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/KeyChainStore.h"
+#include "platform/storage/KeyChainStore.h"
 
 #include <QObject>
 

@@ -3,7 +3,7 @@
 #include "model/SiteModel.h"
 #include "model/SsoModel.h"
 #include "model/UserModel.h"
-#include "platform/UserDefaults.h"
+#include "platform/storage/UserDefaults.h"
 
 #include <QObject>
 

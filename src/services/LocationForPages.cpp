@@ -1,7 +1,7 @@
 #include "services/LocationForPages.h"
 
 #include "model/StringFormat.h"
-#include "net/LogMask.h"
+#include "net/request/LogMask.h"
 #include "services/Logging.h"
 
 #include <QJsonDocument>

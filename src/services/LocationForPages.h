@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/LocationManager.h"
+#include "platform/services/LocationManager.h"
 
 #include <functional>
 

@@ -1,9 +1,9 @@
 #include "services/PushRegistration.h"
 
 #include "model/LoginModel.h"
-#include "platform/NotificationCenter.h"
-#include "platform/PushClient.h"
-#include "platform/UserDefaults.h"
+#include "platform/push/PushClient.h"
+#include "platform/storage/UserDefaults.h"
+#include "platform/time/NotificationCenter.h"
 #include "services/Logging.h"
 #include "session/UserSession.h"
 

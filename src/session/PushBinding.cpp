@@ -2,9 +2,9 @@
 
 #include "model/LoginModel.h"
 #include "model/StringFormat.h"
-#include "net/LogMask.h"
-#include "net/RequestInterface.h"
-#include "platform/MainQueue.h"
+#include "net/catalogue/RequestInterface.h"
+#include "net/request/LogMask.h"
+#include "platform/time/MainQueue.h"
 #include "session/Logging.h"
 #include "session/UserSession.h"
 

@@ -2,7 +2,7 @@
 
 #include "model/DictionaryMapper.h"
 #include "model/LoginModel.h"
-#include "net/RequestInterface.h"
+#include "net/catalogue/RequestInterface.h"
 #include "session/PushBinding.h"
 
 #include <QPointer>

@@ -1,8 +1,8 @@
 #include "session/SsoCookies.h"
 
-#include "platform/CookieProperties.h"
-#include "platform/HTTPCookieStorage.h"
-#include "platform/UserDefaults.h"
+#include "platform/storage/CookieProperties.h"
+#include "platform/storage/HTTPCookieStorage.h"
+#include "platform/storage/UserDefaults.h"
 
 namespace {
 

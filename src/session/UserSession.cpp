@@ -1,8 +1,8 @@
 #include "session/UserSession.h"
 
 #include "model/LoginModel.h"
-#include "net/RequestItem.h"
-#include "platform/HTTPCookieStorage.h"
+#include "net/request/RequestItem.h"
+#include "platform/storage/HTTPCookieStorage.h"
 #include "session/Logging.h"
 #include "session/SsoCookies.h"
 

@@ -1,9 +1,9 @@
 #include "upload/SlicingUpload.h"
 
-#include "platform/NetworkReachabilityManager.h"
-#include "platform/PhotoAsset.h"
+#include "platform/desktop/NetworkReachabilityManager.h"
+#include "platform/media/PhotoAsset.h"
 #include "session/UserSession.h"
-#include "ui/Shell.h"
+#include "ui/shell/Shell.h"
 #include "upload/Logging.h"
 #include "upload/UploadRun.h"
 #include "upload/picker/ImagePickerController.h"

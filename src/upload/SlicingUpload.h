@@ -1,10 +1,10 @@
 #pragma once
 
-#include "upload/ScratchFolder.h"
-#include "upload/SlicingUploadConfig.h"
 #include "upload/UploadEnvironment.h"
 #include "upload/preparation/PhotoPreparation.h"
 #include "upload/preparation/VideoExport.h"
+#include "upload/protocol/ScratchFolder.h"
+#include "upload/protocol/SlicingUploadConfig.h"
 
 #include <QObject>
 

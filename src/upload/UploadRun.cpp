@@ -1,7 +1,7 @@
 #include "upload/UploadRun.h"
 
-#include "platform/PhotoAsset.h"
-#include "ui/Shell.h"
+#include "platform/media/PhotoAsset.h"
+#include "ui/shell/Shell.h"
 #include "upload/Logging.h"
 #include "upload/UploadEnvironment.h"
 #include "upload/preparation/PhotoPreparation.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "upload/OMUploadFileManager.h"
+#include "upload/protocol/OMUploadFileManager.h"
 
 #include <QObject>
 

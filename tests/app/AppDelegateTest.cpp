@@ -1,8 +1,8 @@
 #include "app/DelegateClient.h"
-#include "platform/WindowOrientation.h"
+#include "platform/desktop/WindowOrientation.h"
 #include "support/Patience.h"
 #include "support/PlatformProcess.h"
-#include "ui/NavigationController.h"
+#include "ui/navigation/NavigationController.h"
 #include "web/WebTestMain.h"
 
 #include <QLoggingCategory>

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "app/AppDelegate.h"
+#include "app/delegate/AppDelegate.h"
 #include "launch/LaunchStage.h"
-#include "login/LoginViewController2.h"
-#include "platform/ApplicationBadge.h"
-#include "platform/DesktopShareSDK.h"
-#include "platform/PositioningLocationManager.h"
+#include "login/school/LoginViewController2.h"
+#include "platform/desktop/ApplicationBadge.h"
 #include "platform/push/DesktopNotifications.h"
 #include "platform/push/MqttPushClient.h"
+#include "platform/services/DesktopShareSDK.h"
+#include "platform/services/PositioningLocationManager.h"
 #include "web/HomeStage.h"
-#include "web/STHomeViewController.h"
+#include "web/home/STHomeViewController.h"
 
 //! The application without its window: the delegate with the real session, shell and controllers.
 //! Its clock stands still until it is advanced.

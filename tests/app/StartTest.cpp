@@ -1,7 +1,7 @@
-#include "app/ConfigurationFile.h"
-#include "app/ProfileLock.h"
-#include "app/ProfilePaths.h"
-#include "app/RunningInstance.h"
+#include "app/start/ProfilePaths.h"
+#include "app/start/ConfigurationFile.h"
+#include "app/start/ProfileLock.h"
+#include "app/start/RunningInstance.h"
 #include "support/Patience.h"
 
 #include <QDir>

@@ -1,17 +1,10 @@
 #include "e2e/Journey.h"
 
-#include "e2e/Steps.h"
+#include "e2e/steps/Steps.h"
 
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
-
-QString Step::firstNeedIn(const QStringList &names) const
-{
-    const auto found = std::find_if(
-        needs.begin(), needs.end(), [&](const QString &need) { return names.contains(need); });
-    return found == needs.end() ? QString() : *found;
-}
 
 Journey::Journey()
     : m_steps(launchSteps() + loginSteps() + portalSteps() + uploadSteps() + bridgeSteps()

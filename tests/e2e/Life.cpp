@@ -1,12 +1,12 @@
 #include "e2e/Life.h"
 
-#include "app/ApplicationSetup.h"
-#include "app/ConfigurationFile.h"
-#include "app/RunningInstance.h"
-#include "app/StudentApplication.h"
-#include "e2e/Driver.h"
-#include "e2e/Patience.h"
-#include "e2e/StepFailed.h"
+#include "app/parts/StudentApplication.h"
+#include "app/start/ApplicationSetup.h"
+#include "app/start/ConfigurationFile.h"
+#include "app/start/RunningInstance.h"
+#include "e2e/driver/Driver.h"
+#include "e2e/driver/Patience.h"
+#include "e2e/driver/StepFailed.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>

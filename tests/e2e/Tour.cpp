@@ -1,9 +1,9 @@
 #include "e2e/Tour.h"
 
-#include "app/ApplicationSetup.h"
-#include "app/SandboxProcess.h"
-#include "e2e/Desktop.h"
-#include "e2e/Steps.h"
+#include "app/start/ApplicationSetup.h"
+#include "app/start/SandboxProcess.h"
+#include "e2e/driver/Driver.h"
+#include "e2e/steps/Steps.h"
 #include "upload/SampleMedia.h"
 
 #include <QCoreApplication>

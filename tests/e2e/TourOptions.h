@@ -8,9 +8,6 @@
 #include <optional>
 #include <variant>
 
-//! In the profile: what the camera sees.
-inline const QString cameraFeed = QStringLiteral("camera.png");
-
 //! What the tour was asked for.
 struct TourOptions
 {

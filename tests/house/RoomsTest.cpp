@@ -1,116 +1,103 @@
-#include <QDir>
-#include <QDirIterator>
+#include "house/House.h"
+
 #include <QRegularExpression>
+#include <QSet>
 #include <QTest>
+
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-const QStringList allRooms {u"platform"_s, u"ui"_s, u"model"_s, u"net"_s, u"session"_s, u"login"_s,
-    u"upload"_s, u"services"_s, u"launch"_s, u"web"_s, u"app"_s};
-
-//! The rooms that a room may use besides itself; nothing for a folder that is none.
-std::optional<QStringList> mayUse(const QString &room)
+//! What a line names that no room may: a way out of the folders that rooms are told apart by.
+bool leavesTheHouse(const QString &line)
 {
-    static const QStringList ground {u"platform"_s};
-    static const QStringList middle {u"platform"_s, u"ui"_s, u"model"_s, u"net"_s, u"session"_s};
-    static const QMap<QString, QStringList> table {
-        {u"platform"_s, {}},
-        {u"ui"_s, ground},
-        {u"model"_s, ground},
-        {u"net"_s, {u"platform"_s, u"model"_s}},
-        {u"session"_s, {u"platform"_s, u"model"_s, u"net"_s}},
-        {u"login"_s, middle},
-        {u"upload"_s, middle},
-        {u"services"_s, middle},
-        {u"launch"_s, middle},
-        {u"web"_s, middle + QStringList {u"login"_s, u"upload"_s, u"services"_s, u"launch"_s}},
-        {u"app"_s, allRooms},
-        {u"sandbox"_s, {}},
-    };
-    const auto found = table.constFind(room);
-    return found == table.cend() ? std::nullopt : std::optional(*found);
+    static const QRegularExpression way(
+        u"^\\s*(#\\s*include\\s*[\"<][^\">]*\\.\\./|import\\s+\"[^\"]*(\\.\\.|qrc:))"_s);
+    return way.match(line).hasMatch();
 }
 
-//! The room that a line names: by an include with a folder, or by the import of a module of ours.
-QString roomNamedBy(const QString &line)
+//! The name of what a line includes; null when it includes nothing.
+QString nameIncludedBy(const QString &line)
 {
-    static const QRegularExpression include(u"^\\s*#\\s*include\\s*[\"<]([^\">]+)/[^/\">]+[\">]"_s);
+    static const QRegularExpression include(u"^\\s*#\\s*include\\s*[\"<]([^\">]+)[\">]"_s);
+    return include.match(line).captured(1);
+}
+
+//! The room whose module a line imports; empty when it imports none of ours.
+QString roomImportedBy(const QString &line)
+{
     static const QRegularExpression module(u"^\\s*import\\s+Vant\\.(\\w+)"_s);
-    static const QRegularExpression folder(u"^\\s*import\\s+\"([^\"]+)\""_s);
-    for (const auto *form : {&include, &module, &folder}) {
-        const auto match = form->match(line);
-        if (match.hasMatch())
-            return form == &module ? match.captured(1).toLower() : match.captured(1);
+    const auto match = module.match(line);
+    return match.hasMatch() ? u"src/"_s + match.captured(1).toLower() : QString();
+}
+
+//! Whether a line of a file names only what the file may use.
+bool isAllowed(const QString &file, const QString &line)
+{
+    if (leavesTheHouse(line))
+        return false;
+    if (const QString room = roomImportedBy(line); !room.isEmpty())
+        return room == House::roomOf(file) || House::mayUse(file, room + u"/x"_s);
+    const QString named = House::included(file, nameIncludedBy(line));
+    return named.isEmpty() || House::roomOf(named).isEmpty() || House::mayUse(file, named);
+}
+
+const QStringList code {u"*.h"_s, u"*.cpp"_s, u"*.qml"_s, u"*.js"_s, u"*.in"_s};
+
+//! Header and source are one: the class.
+QString unitOf(const QString &path)
+{
+    return path.left(path.lastIndexOf(u'.'));
+}
+
+using Graph = QMap<QString, QSet<QString>>;
+
+//! Who includes whom in a folder.
+Graph includesIn(const QString &folder)
+{
+    Graph graph;
+    for (const QString &file : House::filesIn(folder, {u"*.h"_s, u"*.cpp"_s})) {
+        for (const QString &line : House::textOf(file).split(u'\n')) {
+            const QString named = House::included(file, nameIncludedBy(line));
+            if (!named.isEmpty() && unitOf(named) != unitOf(file))
+                graph[unitOf(file)].insert(unitOf(named));
+        }
+    }
+    return graph;
+}
+
+//! The members of a circle; none when there is no circle.
+QStringList circleIn(const Graph &graph)
+{
+    QSet<QString> done;
+    QStringList path;
+    const std::function<bool(const QString &)> closes = [&](const QString &unit) {
+        if (const qsizetype start = path.indexOf(unit); start >= 0) {
+            path = path.sliced(start);
+            return true;
+        }
+        if (done.contains(unit))
+            return false;
+        path << unit;
+        const QSet<QString> next = graph.value(unit);
+        if (std::any_of(next.cbegin(), next.cend(), closes))
+            return true;
+        path.removeLast();
+        done.insert(unit);
+        return false;
+    };
+    for (auto unit = graph.keyBegin(); unit != graph.keyEnd(); ++unit) {
+        if (closes(*unit))
+            return path;
     }
     return {};
 }
 
-bool isAllowed(const QString &room, const QString &line)
-{
-    const QString folder = roomNamedBy(line);
-    const bool leavesTheHouse = folder.contains(u".."_s) || folder.startsWith(u"qrc:"_s);
-    const QString named = folder.section(u'/', 0, 0); // a room may have folders of its own
-    if (named.isEmpty() || named == room)
-        return true;
-    if (!allRooms.contains(named))
-        return !leavesTheHouse;
-    return mayUse(room).value_or(QStringList()).contains(named);
 }
 
-QStringList linesOf(const QString &filePath)
-{
-    QFile file(filePath);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("%s: %s", qPrintable(filePath), qPrintable(file.errorString()));
-    return QString::fromUtf8(file.readAll()).split(u'\n');
-}
-
-//! What stands in an element itself, without the elements in it; \a at: of its opening brace.
-QString ownPartOf(const QString &qml, qsizetype at)
-{
-    QString own;
-    int depth = 0;
-    do {
-        depth += qml[at] == u'{' ? 1 : qml[at] == u'}' ? -1 : 0;
-        if (depth == 1)
-            own += qml[at];
-    } while (++at < qml.size() && depth > 0);
-    return own;
-}
-
-//! The elements of a QML file that would take a foreign text for markup, and fetch what it names.
-QStringList markupIn(const QString &qml)
-{
-    static const QRegularExpression element(u"(?<![\\w.])(?:T\\.)?(Text|Label)\\s*\\{"_s);
-    static const QRegularExpression plain(u"\\btextFormat\\s*:\\s*Text\\.PlainText\\b"_s);
-    static const QRegularExpression format(u"\\b\\w+\\.(Auto|Rich|Styled|Markdown)Text\\b"_s);
-    QStringList found;
-    for (auto it = element.globalMatch(qml); it.hasNext();) {
-        const auto match = it.next();
-        if (!plain.match(ownPartOf(qml, match.capturedEnd() - 1)).hasMatch())
-            found << u"line %1"_s.arg(qml.first(match.capturedStart()).count(u'\n') + 1);
-    }
-    if (const auto match = format.match(qml); match.hasMatch())
-        found << match.captured();
-    return found;
-}
-
-QStringList filesIn(const QString &folder, const QStringList &patterns)
-{
-    QStringList files;
-    QDirIterator found(QStringLiteral(VANT_SOURCES) + u'/' + folder, patterns, QDir::Files,
-        QDirIterator::Subdirectories);
-    while (found.hasNext())
-        files << found.next();
-    files.sort();
-    return files;
-}
-
-}
-
-//! Who may use whom, how long a file may grow, and that text of others stays text.
+//! Who may use whom, and how much a folder may hold.
 class RoomsTest : public QObject
 {
     Q_OBJECT
@@ -118,81 +105,93 @@ class RoomsTest : public QObject
 private Q_SLOTS:
     void tellsAWrongLine()
     {
-        for (const char *right : {"#include \"model/LoginModel.h\"", "#include \"net/Request.h\"",
-                 "#include <sys/stat.h>", "import QtQuick.Controls"})
-            QVERIFY2(isAllowed(u"net"_s, QString::fromLatin1(right)), right);
+        const QString net = u"src/net/request/RequestItem.cpp"_s;
+        for (const char *right : {"#include \"model/LoginModel.h\"", "#include <sys/stat.h>",
+                 "#include \"net/Logging.h\"", "#include \"net/shared/HttpCookieParam.h\"",
+                 "import QtQuick.Controls"})
+            QVERIFY2(isAllowed(net, QString::fromLatin1(right)), right);
         for (const char *wrong : {"#include \"session/SsoCookies.h\"", "import \"../web\"",
                  "#  include <session/SsoCookies.h>", "#include \"../session/SsoCookies.h\"",
-                 "import Vant.Web 1.0", "import Vant.Login as Other",
-                 "import \"qrc:/qt/qml/Vant/Web\""})
-            QVERIFY2(!isAllowed(u"net"_s, QString::fromLatin1(wrong)), wrong);
+                 "#include \"net/catalogue/RequestInterface.h\"", "import Vant.Web 1.0",
+                 "import Vant.Login as Other", "import \"qrc:/qt/qml/Vant/Web\""})
+            QVERIFY2(!isAllowed(net, QString::fromLatin1(wrong)), wrong);
+        QVERIFY(
+            !isAllowed(u"src/launch/ad/LaunchAd.cpp"_s, u"#include \"launch/LaunchStage.h\""_s));
+        QVERIFY(!isAllowed(u"sandbox/http/Message.cpp"_s, u"#include \"control/Fault.h\""_s));
     }
 
-    void roomsUseWhatTheyMay_data()
+    void tellsACircle()
+    {
+        const Graph straight {{u"a"_s, {u"b"_s, u"c"_s}}, {u"b"_s, {u"c"_s}}};
+        QCOMPARE(circleIn(straight), QStringList());
+        const Graph round {{u"a"_s, {u"b"_s}}, {u"b"_s, {u"c"_s}}, {u"c"_s, {u"b"_s}}};
+        QCOMPARE(circleIn(round), QStringList({u"b"_s, u"c"_s}));
+    }
+
+    void usesWhatItMay_data()
     {
         QTest::addColumn<QString>("folder");
-        const QDir source(QStringLiteral(VANT_SOURCES "/src"));
-        for (const QString &room : source.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-            // A room that is still to be built may be an empty folder.
-            if (!QDir(source.filePath(room)).isEmpty())
-                QTest::addRow("%s", qPrintable(room)) << QString(u"src/"_s + room);
-        }
-        QTest::addRow("sandbox") << u"sandbox"_s;
+        for (const QString &folder : House::rooms().keys())
+            QTest::addRow("%s", qPrintable(folder)) << folder;
     }
 
-    void roomsUseWhatTheyMay()
+    void usesWhatItMay()
     {
         QFETCH(const QString, folder);
-        const QString room = folder.section(u'/', -1);
-        QVERIFY2(mayUse(room), "a folder that has no place in the house");
-        const QStringList files
-            = filesIn(folder, {u"*.h"_s, u"*.cpp"_s, u"*.qml"_s, u"*.js"_s, u"*.in"_s});
-        QVERIFY2(!files.isEmpty(), "there is nothing to read");
         QStringList wrong;
-        for (const QString &file : files) {
-            const QStringList lines = linesOf(file);
-            for (qsizetype i = 0; i < lines.size(); ++i) {
-                if (!isAllowed(room, lines[i]))
-                    wrong << u"%1:%2: %3"_s.arg(file).arg(i + 1).arg(lines[i]);
+        for (const QString &file : House::filesIn(folder, code)) {
+            for (const QString &line : House::textOf(file).split(u'\n')) {
+                if (!isAllowed(file, line))
+                    wrong << file + u": "_s + line;
             }
         }
         QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u'\n')));
     }
 
-    void tellsMarkup()
+    // Views of one room need no import to use each other.
+    void viewsUseWhatTheyMay()
     {
-        const QString plain = u"Text {\n    textFormat: Text.PlainText\n}"_s;
-        QCOMPARE(markupIn(plain + u"NoticeText { text: a }"_s), QStringList());
-        QCOMPARE(markupIn(u"\nText {\n text: a\n"_s + plain + u"}"_s), QStringList {u"line 2"_s});
-        QCOMPARE(markupIn(u"component Line: T.Label { text: a }"_s), QStringList {u"line 1"_s});
-        QCOMPARE(markupIn(u"TextEdit { textFormat: TextEdit.RichText }"_s),
-            QStringList {u"TextEdit.RichText"_s});
+        const QStringList views = House::filesIn(u"src"_s, {u"*.qml"_s});
+        QStringList wrong;
+        for (const QString &file : views) {
+            const QString text = House::textOf(file);
+            for (const QString &other : views) {
+                const QRegularExpression use(
+                    u"(?<![\\w.\"])%1\\s*[{.]"_s.arg(unitOf(other).section(u'/', -1)));
+                if (other != file && House::roomOf(other) == House::roomOf(file)
+                    && !House::mayUse(file, other) && text.contains(use))
+                    wrong << file + u" uses "_s + other;
+            }
+        }
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u'\n')));
     }
 
-    void textsArePlain()
+    void includesNeverRunInACircle()
     {
-        const QStringList files = filesIn(u"src"_s, {u"*.qml"_s});
-        QVERIFY2(!files.isEmpty(), "there is nothing to read");
-        for (const QString &file : files) {
-            const QStringList found = markupIn(linesOf(file).join(u'\n'));
-            // It makes its links itself, and escapes the rest.
-            const QStringList allowed = file.endsWith(u"/ui/LinkedText.qml")
-                ? QStringList {u"TextEdit.RichText"_s}
-                : QStringList();
-            QVERIFY2(found == allowed, qPrintable(file + u": "_s + found.join(u", "_s)));
+        for (const QString &folder : {u"src"_s, u"sandbox"_s, u"tests/e2e"_s}) {
+            const QStringList circle = circleIn(includesIn(folder));
+            QVERIFY2(circle.isEmpty(), qPrintable(circle.join(u" -> ")));
         }
     }
 
-    void noFileIsTooLong()
+    void everyFolderHasItsPlace()
     {
-        constexpr qsizetype mostLines = 400;
-        for (const QString &folder : {u"src"_s, u"sandbox"_s, u"tests"_s}) {
-            const QStringList files = filesIn(folder,
-                {u"*.h"_s, u"*.cpp"_s, u"*.qml"_s, u"*.js"_s, u"*.css"_s, u"*.html"_s, u"*.txt"_s});
-            QVERIFY2(!files.isEmpty(), "there is nothing to read");
-            // The last line ends with a line feed too.
-            for (const QString &file : files)
-                QVERIFY2(linesOf(file).size() - 1 <= mostLines, qPrintable(file));
+        constexpr int most = 21;
+        for (const QString &top : {u"src"_s, u"sandbox"_s, u"tests"_s}) {
+            QMap<QString, int> counts;
+            for (const QString &file : House::filesIn(top, code))
+                ++counts[file.section(u'/', 0, -2)];
+            for (auto folder = counts.cbegin(); folder != counts.cend(); ++folder) {
+                QVERIFY2(folder.value() <= most, qPrintable(folder.key()));
+                if (top == u"tests" || folder.key().startsWith(u"sandbox/assets"))
+                    continue;
+                const QString inside = folder.key() + u"/x"_s;
+                const QString subroom = House::subroomOf(inside);
+                QVERIFY2(!House::roomOf(inside).isEmpty()
+                        && (subroom.isEmpty()
+                            || House::rooms()[House::roomOf(inside)].subrooms.contains(subroom)),
+                    qPrintable(folder.key()));
+            }
         }
     }
 };

@@ -1,12 +1,12 @@
 #include "launch/UpdateCheck.h"
 #include "launch/ad/VANTSplashAdManager.h"
-#include "platform/NotificationCenter.h"
+#include "platform/time/NotificationCenter.h"
 #include "session/SessionClient.h"
 #include "support/NotedUrlOpener.h"
 #include "support/PageServer.h"
 #include "support/Patience.h"
 #include "support/PlatformProcess.h"
-#include "ui/Shell.h"
+#include "ui/shell/Shell.h"
 
 #include <QBuffer>
 #include <QJsonArray>

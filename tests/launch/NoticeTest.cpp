@@ -1,6 +1,6 @@
-#include "launch/PrivacyConsent.h"
 #include "launch/notices/JurisdictionNoticeView.h"
-#include "platform/DesktopShareSDK.h"
+#include "launch/notices/PrivacyConsent.h"
+#include "platform/services/DesktopShareSDK.h"
 #include "session/SessionClient.h"
 #include "support/PlatformProcess.h"
 #include "ui/UiHarness.h"

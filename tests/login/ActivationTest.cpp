@@ -1,10 +1,10 @@
 #include "login/LoginHarness.h"
-#include "login/LoginViewController.h"
-#include "login/PActivateViewController.h"
-#include "login/STActivateViewController.h"
-#include "login/STSetingAccountViewController.h"
+#include "login/enabling/PActivateViewController.h"
+#include "login/enabling/STActivateViewController.h"
+#include "login/enabling/STSetingAccountViewController.h"
+#include "login/region/LoginViewController.h"
 #include "support/Patience.h"
-#include "ui/NavigationController.h"
+#include "ui/navigation/NavigationController.h"
 
 using namespace Qt::StringLiterals;
 

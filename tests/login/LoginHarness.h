@@ -1,11 +1,11 @@
 #pragma once
 
-#include "login/LoginEnvironment.h"
-#include "platform/NotificationCenter.h"
+#include "login/form/LoginEnvironment.h"
+#include "platform/time/NotificationCenter.h"
 #include "session/SessionClient.h"
 #include "support/PlatformProcess.h"
 #include "support/SwitchedReachability.h"
-#include "ui/Shell.h"
+#include "ui/shell/Shell.h"
 
 //! All that a login screen works with, in a profile of its own, against a real school platform.
 //! Time is the test's.

@@ -1,11 +1,11 @@
 #include "login/LoginHarness.h"
-#include "login/LoginViewController.h"
-#include "login/LoginViewController2.h"
-#include "login/PActivateViewController.h"
-#include "login/STSetingAccountViewController.h"
-#include "ui/FontChooser.h"
-#include "ui/NavigationController.h"
+#include "login/enabling/PActivateViewController.h"
+#include "login/enabling/STSetingAccountViewController.h"
+#include "login/region/LoginViewController.h"
+#include "login/school/LoginViewController2.h"
 #include "ui/UiHarness.h"
+#include "ui/navigation/NavigationController.h"
+#include "ui/theme/FontChooser.h"
 
 #include <QtQml/qqmlextensionplugin.h>
 

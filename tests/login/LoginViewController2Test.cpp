@@ -1,11 +1,11 @@
-#include "login/LoginViewController2.h"
-#include "login/AuthLoginViewController.h"
-#include "login/ChooseSchoolViewController.h"
 #include "login/LoginHarness.h"
-#include "platform/BrowserWXApi.h"
+#include "login/school/ChooseSchoolViewController.h"
+#include "login/school/LoginViewController2.h"
+#include "login/wechat/AuthLoginViewController.h"
+#include "platform/services/BrowserWXApi.h"
 #include "support/NotedUrlOpener.h"
 #include "support/Patience.h"
-#include "ui/NavigationController.h"
+#include "ui/navigation/NavigationController.h"
 
 #include <QNetworkReply>
 #include <QRegularExpression>

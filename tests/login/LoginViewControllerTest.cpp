@@ -1,10 +1,10 @@
-#include "login/LoginViewController.h"
-#include "login/AskedSchool.h"
 #include "login/LoginHarness.h"
-#include "login/RegionTree.h"
+#include "login/region/LoginViewController.h"
+#include "login/region/RegionTree.h"
+#include "login/screen/AskedSchool.h"
 #include "support/Patience.h"
-#include "ui/NavigationController.h"
-#include "ui/PickerViewController.h"
+#include "ui/navigation/NavigationController.h"
+#include "ui/picker/PickerViewController.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,5 +1,5 @@
-#include "login/LoginViewModel.h"
 #include "login/LoginHarness.h"
+#include "login/form/LoginViewModel.h"
 
 #include <QTest>
 

@@ -1,5 +1,5 @@
-#include "login/BMChineseSort.h"
-#include "login/SchoolListModel.h"
+#include "login/pinyin/BMChineseSort.h"
+#include "login/school/SchoolListModel.h"
 #include "support/Patience.h"
 
 #include <QAbstractItemModelTester>

@@ -1,4 +1,4 @@
-#include "login/StringValidators.h"
+#include "login/form/StringValidators.h"
 
 #include <QTest>
 

@@ -1,7 +1,7 @@
 #include "net/NetClient.h"
-#include "net/SiteConfiguration.h"
-#include "platform/HTTPSessionManager.h"
-#include "platform/HTTPTask.h"
+#include "net/catalogue/SiteConfiguration.h"
+#include "platform/http/HTTPSessionManager.h"
+#include "platform/http/HTTPTask.h"
 #include "support/Patience.h"
 #include "support/PlatformProcess.h"
 

@@ -2,9 +2,9 @@
 
 #include "model/DeviceIdentifier.h"
 #include "model/LoginModel.h"
-#include "net/BaseRequestManager.h"
-#include "net/RequestInterface.h"
-#include "platform/HTTPCookieStorage.h"
+#include "net/catalogue/RequestInterface.h"
+#include "net/request/BaseRequestManager.h"
+#include "platform/storage/HTTPCookieStorage.h"
 
 #include <QNetworkAccessManager>
 #include <QTemporaryDir>

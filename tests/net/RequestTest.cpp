@@ -1,5 +1,5 @@
-#include "net/LogMask.h"
 #include "net/NetClient.h"
+#include "net/request/LogMask.h"
 #include "support/PlatformProcess.h"
 
 #include <QJsonArray>

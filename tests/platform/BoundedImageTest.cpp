@@ -1,5 +1,5 @@
-#include "platform/BoundedImage.h"
-#include "platform/DesktopShareSDK.h"
+#include "platform/media/BoundedImage.h"
+#include "platform/services/DesktopShareSDK.h"
 #include "support/NotedUrlOpener.h"
 #include "support/Patience.h"
 

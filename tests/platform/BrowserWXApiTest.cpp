@@ -1,5 +1,5 @@
-#include "platform/BrowserWXApi.h"
-#include "platform/UserDefaults.h"
+#include "platform/services/BrowserWXApi.h"
+#include "platform/storage/UserDefaults.h"
 #include "support/NotedUrlOpener.h"
 
 #include <QTemporaryDir>

@@ -1,6 +1,6 @@
-#include "platform/DesktopUrlOpener.h"
-#include "platform/FolderPhotoLibrary.h"
-#include "platform/NotificationCenter.h"
+#include "platform/desktop/DesktopUrlOpener.h"
+#include "platform/media/FolderPhotoLibrary.h"
+#include "platform/time/NotificationCenter.h"
 #include "support/Patience.h"
 
 #include <QDir>

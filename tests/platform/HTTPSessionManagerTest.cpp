@@ -1,7 +1,7 @@
-#include "platform/HTTPSessionManager.h"
+#include "platform/http/HTTPSessionManager.h"
 
-#include "platform/HTTPQuery.h"
-#include "platform/ServerTrust.h"
+#include "platform/http/HTTPQuery.h"
+#include "platform/http/ServerTrust.h"
 #include "support/PageServer.h"
 #include "support/Patience.h"
 

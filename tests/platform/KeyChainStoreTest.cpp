@@ -1,4 +1,4 @@
-#include "platform/KeyChainStore.h"
+#include "platform/storage/KeyChainStore.h"
 
 #include "PrivateBus.h"
 #include "support/Patience.h"

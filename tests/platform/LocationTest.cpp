@@ -1,4 +1,4 @@
-#include "platform/PositioningLocationManager.h"
+#include "platform/services/PositioningLocationManager.h"
 #include "support/ManualMainQueue.h"
 #include "support/Patience.h"
 #include "support/PlatformProcess.h"

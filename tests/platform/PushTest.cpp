@@ -1,5 +1,5 @@
 #include "PrivateBus.h"
-#include "platform/ApplicationBadge.h"
+#include "platform/desktop/ApplicationBadge.h"
 #include "platform/push/DesktopNotifications.h"
 #include "platform/push/MqttPushClient.h"
 #include "support/ManualMainQueue.h"

@@ -1,7 +1,7 @@
-#include "platform/UserDefaults.h"
+#include "platform/storage/UserDefaults.h"
 
 #include "PrivateBus.h"
-#include "platform/KeyChainStore.h"
+#include "platform/storage/KeyChainStore.h"
 #include "support/Patience.h"
 
 #include <QDBusInterface>

@@ -1,6 +1,6 @@
-#include "platform/HTTPCookieStorage.h"
-#include "platform/PrivateFile.h"
-#include "platform/UserDefaults.h"
+#include "platform/storage/HTTPCookieStorage.h"
+#include "platform/storage/PrivateFile.h"
+#include "platform/storage/UserDefaults.h"
 #include "support/Patience.h"
 
 #include <QDateTime>

@@ -5,7 +5,7 @@
 #include "services/scan/WCQRCodeScanningVC.h"
 #include "support/ManualMainQueue.h"
 #include "support/Patience.h"
-#include "ui/Shell.h"
+#include "ui/shell/Shell.h"
 
 #include <QLoggingCategory>
 #include <QTest>

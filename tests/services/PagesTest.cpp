@@ -3,12 +3,12 @@
 #include "services/share/ShareForPages.h"
 
 #include "model/LoginModel.h"
-#include "platform/NotificationCenter.h"
-#include "platform/PushClient.h"
+#include "platform/push/PushClient.h"
+#include "platform/time/NotificationCenter.h"
 #include "session/UserSession.h"
 #include "support/ManualMainQueue.h"
 #include "support/Patience.h"
-#include "ui/Shell.h"
+#include "ui/shell/Shell.h"
 
 #include <QJsonDocument>
 #include <QLoggingCategory>

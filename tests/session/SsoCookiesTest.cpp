@@ -1,7 +1,7 @@
 #include "session/SsoCookies.h"
 
-#include "platform/HTTPCookieStorage.h"
-#include "platform/UserDefaults.h"
+#include "platform/storage/HTTPCookieStorage.h"
+#include "platform/storage/UserDefaults.h"
 
 #include <QTemporaryDir>
 #include <QTest>

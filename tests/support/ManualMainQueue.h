@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/MainQueue.h"
+#include "platform/time/MainQueue.h"
 
 #include <QPointer>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "web/PageServices.h"
+#include "web/home/PageServices.h"
 
 //! For tests in which no page asks for anything.
 class NoPageServices : public PageServices

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/NetworkReachabilityManager.h"
+#include "platform/desktop/NetworkReachabilityManager.h"
 
 //! A network that is there or not, as the test says.
 class SwitchedReachability : public NetworkReachabilityManager

@@ -1,5 +1,5 @@
-#include "ui/NavigationController.h"
 #include "ui/UiHarness.h"
+#include "ui/navigation/NavigationController.h"
 
 using namespace Qt::StringLiterals;
 

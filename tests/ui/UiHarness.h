@@ -2,7 +2,7 @@
 
 #include "support/ManualMainQueue.h"
 #include "support/Patience.h"
-#include "ui/Shell.h"
+#include "ui/shell/Shell.h"
 
 #include <QQuickItem>
 #include <QQuickView>

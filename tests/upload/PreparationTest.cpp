@@ -1,8 +1,8 @@
+#include "upload/SampleMedia.h"
 #include "upload/preparation/MediaCodecs.h"
 #include "upload/preparation/PhotoPreparation.h"
 #include "upload/preparation/Thumbnail.h"
 #include "upload/preparation/VideoExport.h"
-#include "upload/SampleMedia.h"
 
 #include "support/Patience.h"
 

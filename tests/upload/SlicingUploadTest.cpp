@@ -1,12 +1,12 @@
 #include "upload/SlicingUpload.h"
 
-#include "platform/NetworkReachabilityManager.h"
-#include "platform/PhotoAsset.h"
+#include "platform/desktop/NetworkReachabilityManager.h"
+#include "platform/media/PhotoAsset.h"
 #include "session/SessionClient.h"
 #include "support/Patience.h"
 #include "support/PlatformProcess.h"
 #include "support/SwitchedReachability.h"
-#include "ui/Shell.h"
+#include "ui/shell/Shell.h"
 #include "upload/SampleMedia.h"
 #include "upload/UploadRun.h"
 

@@ -1,9 +1,9 @@
-#include "upload/OMUploadFileManager.h"
+#include "upload/protocol/OMUploadFileManager.h"
 
 #include "support/Patience.h"
 #include "support/PlatformProcess.h"
 #include "support/SwitchedReachability.h"
-#include "upload/ScratchFolder.h"
+#include "upload/protocol/ScratchFolder.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>

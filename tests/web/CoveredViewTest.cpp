@@ -3,9 +3,9 @@
 #include "upload/picker/ImagePickerController.h"
 #include "web/HomeHarness.h"
 #include "web/PageHarness.h"
-#include "web/STHomeViewController.h"
-#include "web/SecondaryPages.h"
 #include "web/WebTestMain.h"
+#include "web/home/STHomeViewController.h"
+#include "web/secondary/SecondaryPages.h"
 
 #include <QQuickItem>
 #include <QQuickWebEngineProfile>

@@ -2,6 +2,7 @@
 
 #include "support/Patience.h"
 #include "web/PageHarness.h"
+#include "web/home/BridgeHandlers.h"
 
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -22,6 +23,7 @@ HomeEnvironment environment(HomeStage &stage, const QStringList &trustedOrigins)
 HomeHarness::HomeHarness(const QStringList &trustedOrigins)
     : controller(environment(stage, trustedOrigins))
 {
+    BridgeHandlers::registerAll(controller.bridge(), &controller);
     stage.loginModel.setIsLogin(true);
     stage.session.session.resume();
     window.engine()->addImportPath(u"qrc:/qt/qml"_s);

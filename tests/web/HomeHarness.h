@@ -1,8 +1,8 @@
 #pragma once
 
 #include "web/HomeStage.h"
-#include "web/STHomeViewController.h"
-#include "web/STHomeViewControllerDelegate.h"
+#include "web/home/STHomeViewController.h"
+#include "web/home/STHomeViewControllerDelegate.h"
 
 #include <QQuickView>
 

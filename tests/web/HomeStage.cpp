@@ -1,6 +1,6 @@
 #include "web/HomeStage.h"
 
-#include "web/STHomeViewControllerDelegate.h"
+#include "web/home/STHomeViewControllerDelegate.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,18 +1,18 @@
 #pragma once
 
-#include "platform/BrowserWXApi.h"
-#include "platform/FolderPhotoLibrary.h"
-#include "platform/NotificationCenter.h"
+#include "platform/media/FolderPhotoLibrary.h"
+#include "platform/services/BrowserWXApi.h"
+#include "platform/time/NotificationCenter.h"
 #include "session/SessionClient.h"
 #include "support/NoPageServices.h"
 #include "support/NotedUrlOpener.h"
 #include "support/SwitchedReachability.h"
-#include "ui/Shell.h"
+#include "ui/shell/Shell.h"
 #include "upload/SlicingUpload.h"
-#include "web/HomeEnvironment.h"
-#include "web/LinkHandOver.h"
-#include "web/PageHost.h"
-#include "web/PageProfiles.h"
+#include "web/engine/LinkHandOver.h"
+#include "web/engine/PageHost.h"
+#include "web/home/HomeEnvironment.h"
+#include "web/profiles/PageProfiles.h"
 
 //! Keeps the answers that pages wait for.
 class HeldPageServices : public NoPageServices

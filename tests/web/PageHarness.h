@@ -1,15 +1,15 @@
 #pragma once
 
-#include "platform/HTTPCookieStorage.h"
-#include "platform/UserDefaults.h"
+#include "platform/storage/HTTPCookieStorage.h"
+#include "platform/storage/UserDefaults.h"
 #include "support/ManualMainQueue.h"
 #include "support/NotedUrlOpener.h"
-#include "ui/Shell.h"
-#include "web/LinkHandOver.h"
-#include "web/PageHost.h"
-#include "web/PageProfiles.h"
-#include "web/WebView.h"
-#include "web/WebViewJavascriptBridge.h"
+#include "ui/shell/Shell.h"
+#include "web/bridge/WebViewJavascriptBridge.h"
+#include "web/engine/LinkHandOver.h"
+#include "web/engine/PageHost.h"
+#include "web/engine/WebView.h"
+#include "web/profiles/PageProfiles.h"
 
 #include <QQmlEngine>
 #include <QQuickView>

@@ -1,11 +1,11 @@
-#include "platform/ServerTrust.h"
+#include "platform/http/ServerTrust.h"
 #include "support/PageServer.h"
 #include "support/Patience.h"
-#include "web/OMOutLinkLandscapeViewController.h"
-#include "web/OMOutLinkViewController.h"
 #include "web/PageHarness.h"
-#include "web/SecondaryPages.h"
 #include "web/WebTestMain.h"
+#include "web/secondary/OMOutLinkLandscapeViewController.h"
+#include "web/secondary/OMOutLinkViewController.h"
+#include "web/secondary/SecondaryPages.h"
 
 #include <QInputMethod>
 #include <QSignalSpy>

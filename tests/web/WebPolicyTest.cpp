@@ -1,7 +1,7 @@
-#include "web/BridgeTrust.h"
-#include "web/EngineNavigation.h"
-#include "web/NavigationPolicy.h"
-#include "web/PageAddress.h"
+#include "web/bridge/BridgeTrust.h"
+#include "web/engine/EngineNavigation.h"
+#include "web/engine/NavigationPolicy.h"
+#include "web/secondary/PageAddress.h"
 
 #include <QTest>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "web/EngineSetup.h"
+#include "web/engine/EngineSetup.h"
 
 #include <QGuiApplication>
 #include <QTest>

@@ -2,8 +2,8 @@
 
 #include "launch/Logging.h"
 #include "launch/ad/LaunchAdDelegate.h"
-#include "platform/HTTPSessionManager.h"
-#include "platform/MainQueue.h"
+#include "platform/http/HTTPSessionManager.h"
+#include "platform/time/MainQueue.h"
 
 #include <QAbstractNetworkCache>
 #include <QNetworkAccessManager>

@@ -1,6 +1,6 @@
 #include "launch/ad/LaunchAdPicture.h"
 
-#include "platform/MainQueue.h"
+#include "platform/time/MainQueue.h"
 
 LaunchAdPicture::LaunchAdPicture(MainQueue *mainQueue)
     : m_mainQueue(mainQueue)

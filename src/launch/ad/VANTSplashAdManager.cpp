@@ -5,8 +5,8 @@
 #include "launch/ad/LaunchAdModel.h"
 #include "model/DictionaryMapper.h"
 #include "model/StringFormat.h"
-#include "net/RequestInterface.h"
-#include "platform/NotificationCenter.h"
+#include "net/catalogue/RequestInterface.h"
+#include "platform/time/NotificationCenter.h"
 
 #include <QJsonArray>
 #include <QPointer>

@@ -1,9 +1,9 @@
 #include "launch/guide/UserGuideAuthorizationTipView.h"
 
-#include "launch/PrivacyConsent.h"
-#include "net/RequestInterface.h"
-#include "platform/UserDefaults.h"
-#include "ui/Shell.h"
+#include "launch/notices/PrivacyConsent.h"
+#include "net/catalogue/RequestInterface.h"
+#include "platform/storage/UserDefaults.h"
+#include "ui/shell/Shell.h"
 
 #include <QPointer>
 #include <QUrl>
@@ -32,7 +32,7 @@ void UserGuideAuthorizationTipView::show()
     Navigator *navigator = m_environment.shell->navigator();
     const QString name = u"UserGuideAuthorizationTipScreen"_s;
     navigator->registerScreen(
-        name, QUrl(u"qrc:/qt/qml/Vant/Launch/guide/UserGuideAuthorizationTipScreen.qml"_s));
+        name, QUrl(u"qrc:/qt/qml/Vant/Launch/UserGuideAuthorizationTipScreen.qml"_s));
     navigator->present(name, this);
 }
 

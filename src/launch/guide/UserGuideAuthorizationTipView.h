@@ -1,7 +1,7 @@
 #pragma once
 
-#include "launch/LaunchEnvironment.h"
-#include "ui/ViewController.h"
+#include "launch/notices/LaunchEnvironment.h"
+#include "ui/navigation/ViewController.h"
 
 class QJsonValue;
 

@@ -2,8 +2,8 @@
 
 #include "launch/guide/GuideSeries.h"
 #include "launch/guide/UserGuideAuthorizationTipView.h"
-#include "platform/UserDefaults.h"
-#include "ui/Shell.h"
+#include "platform/storage/UserDefaults.h"
+#include "ui/shell/Shell.h"
 
 #include <QPointer>
 #include <QUrl>
@@ -42,7 +42,7 @@ void UserGuideViewController::show()
 {
     Navigator *navigator = m_environment.shell->navigator();
     const QString name = u"UserGuideScreen"_s;
-    navigator->registerScreen(name, QUrl(u"qrc:/qt/qml/Vant/Launch/guide/UserGuideScreen.qml"_s));
+    navigator->registerScreen(name, QUrl(u"qrc:/qt/qml/Vant/Launch/UserGuideScreen.qml"_s));
     navigator->present(name, this);
 }
 

@@ -1,6 +1,6 @@
 #include "launch/notices/JurisdictionNoticeView.h"
 
-#include "launch/PrivacyConsent.h"
+#include "launch/notices/PrivacyConsent.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,7 @@
 #include "launch/notices/NoticeViewController.h"
 
-#include "launch/PrivacyConsent.h"
-#include "ui/Shell.h"
+#include "launch/notices/PrivacyConsent.h"
+#include "ui/shell/Shell.h"
 
 #include <QUrl>
 
@@ -24,7 +24,7 @@ void NoticeViewController::showInViewController()
 {
     Navigator *navigator = m_environment.shell->navigator();
     navigator->registerScreen(
-        m_screenName, QUrl(u"qrc:/qt/qml/Vant/Launch/notices/"_s + m_screenName + u".qml"_s));
+        m_screenName, QUrl(u"qrc:/qt/qml/Vant/Launch/"_s + m_screenName + u".qml"_s));
     navigator->presentOverRoot(m_screenName, this);
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "launch/LaunchEnvironment.h"
+#include "launch/notices/LaunchEnvironment.h"
 #include "launch/notices/SensitiveInformation.h"
-#include "ui/ViewController.h"
+#include "ui/navigation/ViewController.h"
 
 //! What every notice about personal data has. Laid over a screen, owned by the navigator from then
 //! on, and deleted when it has gone. The back key does not take it away.

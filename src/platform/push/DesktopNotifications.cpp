@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString service = QStringLiteral("org.freedesktop.Notifications");
+const QString notificationService = QStringLiteral("org.freedesktop.Notifications");
 const QString path = QStringLiteral("/org/freedesktop/Notifications");
 const QString defaultAction = QStringLiteral("default");
 constexpr int answerTimeoutMs = 5'000;
@@ -26,12 +26,12 @@ DesktopNotifications::DesktopNotifications(
     , m_desktopEntry(desktopEntry)
 {
     QDBusConnection bus = QDBusConnection::sessionBus();
-    bus.connect(
-        service, path, service, u"ActionInvoked"_s, this, SLOT(onActionInvoked(uint, QString)));
-    bus.connect(service, path, service, u"NotificationClosed"_s, this,
+    bus.connect(notificationService, path, notificationService, u"ActionInvoked"_s, this,
+        SLOT(onActionInvoked(uint, QString)));
+    bus.connect(notificationService, path, notificationService, u"NotificationClosed"_s, this,
         SLOT(onNotificationClosed(uint, uint)));
-    bus.connect(
-        service, path, service, u"ActivationToken"_s, this, SLOT(onActivationToken(uint, QString)));
+    bus.connect(notificationService, path, notificationService, u"ActivationToken"_s, this,
+        SLOT(onActivationToken(uint, QString)));
 }
 
 void DesktopNotifications::post(const Content &content, const QVariantMap &userInfo)
@@ -39,7 +39,8 @@ void DesktopNotifications::post(const Content &content, const QVariantMap &userI
     QVariantMap hints {{u"desktop-entry"_s, m_desktopEntry}, {u"category"_s, u"im.received"_s}};
     if (!content.sound)
         hints[u"suppress-sound"_s] = true;
-    QDBusMessage notify = QDBusMessage::createMethodCall(service, path, service, u"Notify"_s);
+    QDBusMessage notify = QDBusMessage::createMethodCall(
+        notificationService, path, notificationService, u"Notify"_s);
     // The service takes the body for markup, the title for plain text.
     notify << m_applicationName << replacesNothing << m_desktopEntry
            << (content.title.isEmpty() ? m_applicationName : content.title)

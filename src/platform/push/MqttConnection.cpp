@@ -13,7 +13,13 @@ constexpr auto endPatience = 800ms;
 }
 
 MqttConnection::MqttConnection(const MqttAccess &access, qsizetype longestMessage)
-    : m_worker(std::make_shared<MqttWorker>(access, longestMessage, this))
+    : m_worker(std::make_shared<MqttWorker>(access, longestMessage,
+        MqttWorker::Listener {
+            .context = this,
+            .subscribed = [this] { Q_EMIT subscribed(); },
+            .message = [this](const QByteArray &payload) { Q_EMIT message(payload); },
+            .ended = [this](const QString &reason) { Q_EMIT ended(reason); },
+        }))
     , m_thread([worker = m_worker] { worker->run(); })
 {
 }

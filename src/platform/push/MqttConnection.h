@@ -1,24 +1,13 @@
 #pragma once
 
+#include "platform/push/MqttAccess.h"
+
 #include <QObject>
 
 #include <memory>
 #include <thread>
 
 class MqttWorker;
-
-//! Where and as whom an MqttConnection is made.
-struct MqttAccess
-{
-    QString host;
-    int port = 0;
-    bool encrypted = false;
-    QString extraCaFile; //!< authorities besides the system's; may be empty
-    QString clientId;
-    QString userName;
-    QString password;
-    QString topic; //!< what is subscribed to, QoS 1
-};
 
 //! One connection to a broker, MQTT 3.1.1 with a session that the broker keeps: from the look-up of
 //! the host to the end, all on a thread of its own. Owned by the push client; single use.

@@ -1,9 +1,9 @@
 #include "platform/push/MqttPushClient.h"
 
-#include "platform/ApplicationBadge.h"
 #include "platform/Logging.h"
-#include "platform/MainQueue.h"
+#include "platform/desktop/ApplicationBadge.h"
 #include "platform/push/DesktopNotifications.h"
+#include "platform/time/MainQueue.h"
 
 #include <QGuiApplication>
 #include <QUrl>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/PushClient.h"
 #include "platform/push/MqttConnection.h"
+#include "platform/push/PushClient.h"
 #include "platform/push/PushMessage.h"
 #include "platform/push/PushStore.h"
 

@@ -28,11 +28,10 @@ QString describe(int result)
 
 }
 
-MqttWorker::MqttWorker(
-    const MqttAccess &access, qsizetype longestMessage, MqttConnection *connection)
+MqttWorker::MqttWorker(const MqttAccess &access, qsizetype longestMessage, Listener listener)
     : m_access(access)
     , m_longestMessage(longestMessage)
-    , m_connection(connection)
+    , m_listener(std::move(listener))
 {
     [[maybe_unused]] static const int ready = mosquitto_lib_init();
 }
@@ -47,7 +46,7 @@ void MqttWorker::run()
         m_client = client.get();
     }
     const QString reason = carryOut(client.get());
-    tell(&MqttConnection::ended, reason);
+    tell([ended = m_listener.ended, reason] { ended(reason); });
 
     const std::lock_guard lock(m_mutex);
     m_client = nullptr;
@@ -111,27 +110,29 @@ void MqttWorker::onSubscribe(mosquitto *, void *worker, int, int count, const in
         return;
     }
     self->m_subscribed = true;
-    self->tell(&MqttConnection::subscribed);
+    self->tell(self->m_listener.subscribed);
 }
 
 void MqttWorker::onMessage(mosquitto *, void *worker, const mosquitto_message *message)
 {
     auto *self = static_cast<MqttWorker *>(worker);
     const qsizetype length = std::min<qsizetype>(message->payloadlen, self->m_longestMessage + 1);
-    self->tell(
-        &MqttConnection::message, QByteArray(static_cast<const char *>(message->payload), length));
+    self->tell([tell = self->m_listener.message,
+                   payload = QByteArray(static_cast<const char *>(message->payload), length)] {
+        tell(payload);
+    });
 }
 
 bool MqttWorker::isStopped()
 {
     const std::lock_guard lock(m_mutex);
-    return !m_connection;
+    return m_isStopped;
 }
 
 bool MqttWorker::stop(std::chrono::milliseconds patience)
 {
     std::unique_lock lock(m_mutex);
-    m_connection = nullptr;
+    m_isStopped = true;
     // Only queues its farewell, which wakes the thread from its waiting.
     if (m_client)
         mosquitto_disconnect(m_client);
@@ -139,14 +140,9 @@ bool MqttWorker::stop(std::chrono::milliseconds patience)
 }
 
 // Under the lock, so that the connection is not destroyed meanwhile.
-template <typename Signal, typename... Arguments>
-void MqttWorker::tell(Signal signal, const Arguments &...arguments)
+void MqttWorker::tell(std::function<void()> news)
 {
     const std::lock_guard lock(m_mutex);
-    if (!m_connection)
-        return;
-    QMetaObject::invokeMethod(
-        m_connection,
-        [connection = m_connection, signal, arguments...] { (connection->*signal)(arguments...); },
-        Qt::QueuedConnection);
+    if (!m_isStopped)
+        QMetaObject::invokeMethod(m_listener.context, std::move(news), Qt::QueuedConnection);
 }

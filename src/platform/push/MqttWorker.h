@@ -1,20 +1,33 @@
 #pragma once
 
-#include "platform/push/MqttConnection.h"
+#include "platform/push/MqttAccess.h"
+
+#include <QObject>
 
 #include <chrono>
 #include <condition_variable>
+#include <functional>
+#include <memory>
 #include <mutex>
 
 struct mosquitto;
 struct mosquitto_message;
 
-//! What an MqttConnection's thread does. Shared by both, for the thread may outlive the connection;
+//! The work of a connection's thread. Shared by both, for the thread may outlive the connection;
 //! from stop() on the connection hears nothing more.
 class MqttWorker
 {
 public:
-    MqttWorker(const MqttAccess &access, qsizetype longestMessage, MqttConnection *connection);
+    //! Who is told, and how: called on the thread of \a context, later.
+    struct Listener
+    {
+        QObject *context;
+        std::function<void()> subscribed;
+        std::function<void(const QByteArray &payload)> message;
+        std::function<void(const QString &reason)> ended;
+    };
+
+    MqttWorker(const MqttAccess &access, qsizetype longestMessage, Listener listener);
 
     //! The thread's whole work.
     void run();
@@ -32,11 +45,11 @@ private:
     static void onMessage(mosquitto *client, void *worker, const mosquitto_message *message);
 
     bool isStopped();
-    template <typename Signal, typename... Arguments>
-    void tell(Signal signal, const Arguments &...arguments);
+    void tell(std::function<void()> news);
 
     const MqttAccess m_access;
     const qsizetype m_longestMessage;
+    const Listener m_listener;
 
     // The thread's alone.
     bool m_subscribed = false;
@@ -44,7 +57,7 @@ private:
 
     std::mutex m_mutex;
     std::condition_variable m_hasEnded;
-    MqttConnection *m_connection; //!< null from stop() on
+    bool m_isStopped = false;
     mosquitto *m_client = nullptr; //!< while there is one
     bool m_ended = false;
 };

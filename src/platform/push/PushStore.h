@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/UserDefaults.h"
+#include "platform/storage/UserDefaults.h"
 
 //! What the push client remembers from run to run: the id of this device, and which messages it has
 //! had. Owned by the push client.

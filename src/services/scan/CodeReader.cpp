@@ -1,6 +1,6 @@
 #include "services/scan/CodeReader.h"
 
-#include "platform/BoundedImage.h"
+#include "platform/media/BoundedImage.h"
 #include "services/Logging.h"
 #include "services/scan/LumaPlane.h"
 

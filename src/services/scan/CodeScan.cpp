@@ -1,10 +1,10 @@
 #include "services/scan/CodeScan.h"
 
-#include "platform/CaptureDevice.h"
+#include "platform/media/CaptureDevice.h"
 #include "services/Logging.h"
 #include "services/scan/ScanSuccessJumpVC.h"
 #include "services/scan/WCQRCodeScanningVC.h"
-#include "ui/Shell.h"
+#include "ui/shell/Shell.h"
 
 #include <QMediaDevices>
 #include <QAudioDevice>

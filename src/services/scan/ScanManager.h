@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/CaptureDevice.h"
+#include "platform/media/CaptureDevice.h"
 #include "services/scan/CodeReader.h"
 
 #include <QObject>

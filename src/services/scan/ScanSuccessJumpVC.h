@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/NavigationController.h"
+#include "ui/navigation/NavigationController.h"
 
 #include <QPointer>
 
@@ -16,7 +16,7 @@ class ScanSuccessJumpVC : public ViewController
 
 public:
     static constexpr auto screenName = "ScanSuccessJumpScreen";
-    static constexpr auto screenSource = "qrc:/qt/qml/Vant/Services/scan/ScanSuccessJumpScreen.qml";
+    static constexpr auto screenSource = "qrc:/qt/qml/Vant/Services/ScanSuccessJumpScreen.qml";
 
     explicit ScanSuccessJumpVC(NavigationController *navigation);
 

@@ -1,11 +1,11 @@
 #include "services/scan/WCQRCodeScanningVC.h"
 
 #include "model/StringFormat.h"
-#include "net/LogMask.h"
-#include "platform/CaptureDevice.h"
+#include "net/request/LogMask.h"
+#include "platform/media/CaptureDevice.h"
 #include "services/Logging.h"
 #include "services/scan/ScanSuccessJumpVC.h"
-#include "ui/Shell.h"
+#include "ui/shell/Shell.h"
 
 #include <QCoreApplication>
 #include <QThreadPool>

@@ -2,7 +2,7 @@
 
 #include "services/scan/ScanEnvironment.h"
 #include "services/scan/ScanManager.h"
-#include "ui/NavigationController.h"
+#include "ui/navigation/NavigationController.h"
 
 #include <QPointer>
 #include <QStringList>
@@ -25,8 +25,7 @@ class WCQRCodeScanningVC : public ViewController
 
 public:
     static constexpr auto screenName = "WCQRCodeScanningScreen";
-    static constexpr auto screenSource
-        = "qrc:/qt/qml/Vant/Services/scan/WCQRCodeScanningScreen.qml";
+    static constexpr auto screenSource = "qrc:/qt/qml/Vant/Services/WCQRCodeScanningScreen.qml";
     //! A scene below it is dark.
     static constexpr double darkBrightness = -1.0;
 

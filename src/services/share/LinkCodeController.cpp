@@ -1,7 +1,7 @@
 #include "services/share/LinkCodeController.h"
 
 #include "services/Logging.h"
-#include "ui/Shell.h"
+#include "ui/shell/Shell.h"
 
 #include <ZXing/BitMatrix.h>
 #include <ZXing/MultiFormatWriter.h>

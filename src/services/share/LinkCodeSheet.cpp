@@ -1,7 +1,7 @@
 #include "services/share/LinkCodeSheet.h"
 
 #include "services/share/LinkCodeController.h"
-#include "ui/Shell.h"
+#include "ui/shell/Shell.h"
 
 using namespace Qt::StringLiterals;
 
@@ -20,7 +20,7 @@ bool LinkCodeSheet::showLink(ShareSDK::Platform platform, const QString &title, 
         return false;
     const QString name = u"LinkCodeScreen"_s;
     m_shell->navigator()->registerScreen(
-        name, QUrl(u"qrc:/qt/qml/Vant/Services/share/LinkCodeScreen.qml"_s));
+        name, QUrl(u"qrc:/qt/qml/Vant/Services/LinkCodeScreen.qml"_s));
     if (!m_shell->navigator()->present(name, sheet.get()))
         return false;
     sheet.release(); // the navigator's now

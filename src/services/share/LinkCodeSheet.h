@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ShareLinkSheet.h"
+#include "platform/services/ShareLinkSheet.h"
 
 class Shell;
 

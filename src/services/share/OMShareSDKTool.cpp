@@ -1,6 +1,6 @@
 #include "services/share/OMShareSDKTool.h"
 
-#include "platform/WXApi.h"
+#include "platform/services/WXApi.h"
 
 #include <QCoreApplication>
 

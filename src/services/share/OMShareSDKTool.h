@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/DeploymentConfiguration.h"
-#include "platform/ShareSDK.h"
+#include "platform/services/ShareSDK.h"
 
 class WXApi;
 

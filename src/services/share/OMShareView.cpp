@@ -1,6 +1,6 @@
 #include "services/share/OMShareView.h"
 
-#include "ui/Shell.h"
+#include "ui/shell/Shell.h"
 
 using namespace Qt::StringLiterals;
 
@@ -23,7 +23,7 @@ void OMShareView::show()
 {
     const QString name = u"OMShareScreen"_s;
     m_shell->navigator()->registerScreen(
-        name, QUrl(u"qrc:/qt/qml/Vant/Services/share/OMShareScreen.qml"_s));
+        name, QUrl(u"qrc:/qt/qml/Vant/Services/OMShareScreen.qml"_s));
     m_shell->navigator()->present(name, this);
 }
 

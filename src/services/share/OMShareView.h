@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/ViewController.h"
+#include "ui/navigation/ViewController.h"
 
 #include <QStringList>
 #include <QUrl>

@@ -1,10 +1,10 @@
 #include "services/share/ShareForPages.h"
 
 #include "model/StringFormat.h"
-#include "platform/HTTPSessionManager.h"
+#include "platform/http/HTTPSessionManager.h"
 #include "services/Logging.h"
 #include "services/share/OMShareSDKTool.h"
-#include "ui/Shell.h"
+#include "ui/shell/Shell.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ShareSDK.h"
+#include "platform/services/ShareSDK.h"
 #include "services/share/OMShareView.h"
 
 #include <QPointer>

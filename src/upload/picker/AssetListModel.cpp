@@ -1,6 +1,6 @@
 #include "upload/picker/AssetListModel.h"
 
-#include "upload/picker/AlbumImageProvider.h"
+#include "upload/album/AlbumImageProvider.h"
 #include "upload/picker/AssetSelection.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/PhotoAsset.h"
+#include "platform/media/PhotoAsset.h"
 
 #include <QList>
 #include <QObject>

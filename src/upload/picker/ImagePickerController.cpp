@@ -1,7 +1,7 @@
 #include "upload/picker/ImagePickerController.h"
 
-#include "platform/PhotoLibrary.h"
-#include "ui/Shell.h"
+#include "platform/media/PhotoLibrary.h"
+#include "ui/shell/Shell.h"
 #include "upload/Logging.h"
 #include "upload/preparation/MediaCodecs.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/PhotoAsset.h"
-#include "ui/ViewController.h"
+#include "platform/media/PhotoAsset.h"
+#include "ui/navigation/ViewController.h"
 #include "upload/picker/AssetListModel.h"
 #include "upload/picker/AssetSelection.h"
 #include "upload/picker/CaptureFile.h"
@@ -37,7 +37,7 @@ class ImagePickerController : public ViewController
 
 public:
     static constexpr auto screenName = "ImagePickerScreen";
-    static constexpr auto screenSource = "qrc:/qt/qml/Vant/Upload/picker/ImagePickerScreen.qml";
+    static constexpr auto screenSource = "qrc:/qt/qml/Vant/Upload/ImagePickerScreen.qml";
 
     enum class Stage { Grid, Preview, Capture };
     Q_ENUM(Stage)

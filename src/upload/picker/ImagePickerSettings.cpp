@@ -1,6 +1,6 @@
 #include "upload/picker/ImagePickerSettings.h"
 
-#include "ui/HexColor.h"
+#include "ui/theme/HexColor.h"
 
 void ImagePickerSettings::setThemeColor(const QString &hexText)
 {

@@ -11,6 +11,9 @@ struct HeifPhoto
     QImage image; //!< upright; null: error says why
     QString error;
 
-    //! Whether the first bytes of a file are those of a HEIC or HEIF photo; twelve are enough.
+    static constexpr qint64 signatureSize = 12;
+    static constexpr qint64 largestFile = 256 * 1024 * 1024; //!< bytes; it is read as a whole
+
+    //! Whether the first signatureSize bytes of a file are those of a HEIC or HEIF photo.
     static bool isHeif(const QByteArray &start);
 };

@@ -10,8 +10,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 signatureSize = 12;
-constexpr qint64 largestHeif = 256 * 1024 * 1024; // bytes
 constexpr int bestQuality = 100;
 
 PhotoPreparation::Result failure(const QString &error)
@@ -21,7 +19,7 @@ PhotoPreparation::Result failure(const QString &error)
 
 PhotoPreparation::Result jpegOf(QIODevice &file)
 {
-    if (file.size() > largestHeif)
+    if (file.size() > HeifPhoto::largestFile)
         return failure(u"too large a photo"_s);
     const auto photo = MediaCodecs::shared().decodeHeif(file.readAll());
     if (photo.image.isNull())
@@ -38,7 +36,7 @@ PhotoPreparation::Result prepare(const QString &filePath)
     // A pipe would be waited for without end.
     if (!QFileInfo(filePath).isFile() || !file.open(QIODevice::ReadOnly))
         return failure(u"the file cannot be read"_s);
-    const QByteArray start = file.peek(signatureSize);
+    const QByteArray start = file.peek(HeifPhoto::signatureSize);
     if (HeifPhoto::isHeif(start))
         return jpegOf(file);
     QString extension;

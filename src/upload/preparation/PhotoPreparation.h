@@ -1,6 +1,6 @@
 #pragma once
 
-#include "upload/UploadData.h"
+#include "upload/protocol/UploadData.h"
 
 #include <QObject>
 #include <QThreadPool>

@@ -1,6 +1,6 @@
 #include "upload/preparation/Thumbnail.h"
 
-#include "platform/BoundedImage.h"
+#include "platform/media/BoundedImage.h"
 #include "upload/preparation/MediaCodecs.h"
 
 #include <QFile>
@@ -8,9 +8,6 @@
 #include <QImageReader>
 
 namespace {
-
-constexpr qint64 signatureSize = 12;
-constexpr qint64 largestHeif = 256 * 1024 * 1024; // bytes
 
 // What it takes for the picture to fill the square, or to fit into it; the size itself when it is
 // smaller.
@@ -33,8 +30,8 @@ QImage finished(const QImage &image, int side, Qt::AspectRatioMode mode)
 
 QImage readPhoto(QFile &file, int side, Qt::AspectRatioMode mode)
 {
-    if (HeifPhoto::isHeif(file.peek(signatureSize))) {
-        if (file.size() > largestHeif)
+    if (HeifPhoto::isHeif(file.peek(HeifPhoto::signatureSize))) {
+        if (file.size() > HeifPhoto::largestFile)
             return {};
         return MediaCodecs::shared().decodeSmallHeif(file.readAll(), side).image;
     }

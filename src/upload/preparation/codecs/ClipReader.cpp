@@ -12,7 +12,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto patience = 10s; // of one clip
+constexpr auto clipPatience = 10s; // of one clip
 constexpr auto pollInterval = 5ms;
 
 struct StreamList
@@ -94,7 +94,7 @@ ClipInfo ClipReader::read(const QString &filePath, std::stop_token stop)
     std::optional<ClipInfo> info;
     {
         const GObjectPointer<GstDiscoverer> discoverer(
-            gst_discoverer_new(std::chrono::nanoseconds(patience).count(), &error));
+            gst_discoverer_new(std::chrono::nanoseconds(clipPatience).count(), &error));
         const GErrorPointer owned(error);
         if (discoverer) {
             g_signal_connect(discoverer.get(), "discovered", G_CALLBACK(discovered), &info);

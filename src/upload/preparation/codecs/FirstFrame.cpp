@@ -10,8 +10,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto patience = 5s; // for one frame
-constexpr auto pollInterval = 50ms;
+constexpr auto framePatience = 5s; // for one frame
 constexpr std::array laterPlaces {0.1, 0.35}; // of the duration
 constexpr int leastContrast = 24; // of 255
 
@@ -27,11 +26,11 @@ constexpr auto description
 bool waitForFrame(GstElement *pipeline, const std::stop_token &stop)
 {
     const GstObjectPointer<GstBus> bus(gst_element_get_bus(pipeline));
-    const auto end = std::chrono::steady_clock::now() + patience;
+    const auto end = std::chrono::steady_clock::now() + framePatience;
     while (!stop.stop_requested() && std::chrono::steady_clock::now() < end) {
-        const GstMessagePointer message(
-            gst_bus_timed_pop_filtered(bus.get(), std::chrono::nanoseconds(pollInterval).count(),
-                GstMessageType(GST_MESSAGE_ERROR | GST_MESSAGE_EOS | GST_MESSAGE_ASYNC_DONE)));
+        const GstMessagePointer message(gst_bus_timed_pop_filtered(bus.get(),
+            std::chrono::nanoseconds(MediaFramework::stopInterval).count(),
+            GstMessageType(GST_MESSAGE_ERROR | GST_MESSAGE_EOS | GST_MESSAGE_ASYNC_DONE)));
         if (message)
             return GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_ASYNC_DONE;
     }

@@ -1,6 +1,6 @@
 #include "upload/preparation/codecs/HeifDecoder.h"
 
-#include "platform/BoundedImage.h"
+#include "platform/media/BoundedImage.h"
 
 #include <libheif/heif.h>
 

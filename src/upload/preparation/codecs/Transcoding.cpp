@@ -9,8 +9,7 @@ using namespace std::chrono_literals;
 namespace {
 
 // How long no frame may come through.
-constexpr auto patience = 30s;
-constexpr auto pollInterval = 50ms;
+constexpr auto longestStandstill = 30s;
 
 // The number of threads is part of the result. Encoded queues have no bound: a clip whose sound
 // lies far behind its picture would otherwise leave picture and sound waiting for each other. They
@@ -85,9 +84,9 @@ QString runToTheEnd(GstElement *pipeline, std::chrono::nanoseconds duration,
     auto reached = 0ns;
     auto lastAdvance = std::chrono::steady_clock::now();
     while (!stop.stop_requested()) {
-        const GstMessagePointer message(
-            gst_bus_timed_pop_filtered(bus.get(), std::chrono::nanoseconds(pollInterval).count(),
-                GstMessageType(GST_MESSAGE_ERROR | GST_MESSAGE_EOS)));
+        const GstMessagePointer message(gst_bus_timed_pop_filtered(bus.get(),
+            std::chrono::nanoseconds(MediaFramework::stopInterval).count(),
+            GstMessageType(GST_MESSAGE_ERROR | GST_MESSAGE_EOS)));
         if (message)
             return GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_EOS
                 ? QString()
@@ -99,7 +98,7 @@ QString runToTheEnd(GstElement *pipeline, std::chrono::nanoseconds duration,
             lastAdvance = now;
             if (duration > 0ns)
                 progress(qMin(1.0, double(reached.count()) / double(duration.count())));
-        } else if (now - lastAdvance > patience) {
+        } else if (now - lastAdvance > longestStandstill) {
             return QStringLiteral("the clip does not go on");
         }
     }

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "services/LocationForPages.h"
+#include "services/scan/CodeScan.h"
+#include "services/share/ShareForPages.h"
+#include "web/home/PageServices.h"
+
+class SecondaryPages;
+
+//! What the portal's pages ask for beyond their view, each handed to the one that does it. Owned by
+//! the application; what it is given must outlive it.
+class StudentPageServices : public PageServices
+{
+public:
+    StudentPageServices(const ScanEnvironment &scan, LocationManager *locationManager,
+        ShareSDK *shareSDK, QNetworkAccessManager *network, SecondaryPages *pages);
+
+    void scanQrCode(Answer onQrResult) override;
+    void initLocation() override;
+    void getLocation(Answer onGetBDLocation) override;
+    void action(const QUrl &imageUrl) override;
+    void linkShareAction(const QString &url, const QString &title, const QString &content,
+        const QString &imageUrl) override;
+    void jump2Outlink(const QString &url, const QString &title, const QString &color) override;
+    void jump2OutlinkLandscape(const QString &url) override;
+
+private:
+    CodeScan m_codeScan;
+    LocationForPages m_location;
+    ShareForPages m_share;
+    SecondaryPages *m_pages;
+};

@@ -1,0 +1,14 @@
+#include "login/enabling/PActivateViewController.h"
+
+#include "net/catalogue/RequestInterface.h"
+
+PActivateViewController::PActivateViewController(const LoginEnvironment &environment)
+    : ActivateFormViewController(environment)
+{
+}
+
+void PActivateViewController::verify(
+    const QString &userName, const QString &cartNo, const ResponseCallback &response)
+{
+    environment().requests->verifyPatriarchAccountWithUserName(userName, cartNo, response);
+}

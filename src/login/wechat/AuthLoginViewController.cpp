@@ -1,0 +1,43 @@
+#include "login/wechat/AuthLoginViewController.h"
+
+#include "model/LoginModel.h"
+#include "ui/navigation/NavigationController.h"
+#include "ui/shell/Shell.h"
+
+using namespace Qt::StringLiterals;
+
+AuthLoginViewController::AuthLoginViewController(
+    const LoginEnvironment &environment, const QJsonObject &params)
+    : LoginFormViewController(environment)
+{
+    setTitle(u"账号绑定"_s);
+    loginViewModel().authParams = params;
+}
+
+AuthLoginViewController *AuthLoginViewController::present(
+    const LoginEnvironment &environment, const QJsonObject &params)
+{
+    Navigator *navigator = environment.shell->navigator();
+    auto *binding = new AuthLoginViewController(environment, params);
+    auto *frame = new NavigationController(navigator, u"AuthLoginScreen"_s, binding);
+    binding->setParent(frame);
+    navigator->present(QString::fromLatin1(NavigationController::screenName), frame);
+    return binding;
+}
+
+void AuthLoginViewController::viewDidLoad()
+{
+    // What is stored already says nothing of this screen: a login without a token leaves it so.
+    connect(environment().loginModel, &LoginModel::isLoginWritten, this, [this](bool isLogin) {
+        if (isLogin)
+            environment().shell->navigator()->dismiss(this);
+    });
+}
+
+void AuthLoginViewController::loginCompleted()
+{
+    LoginModel *loginModel = environment().loginModel;
+    loginModel->setSchool(school);
+    loginModel->setCity(city);
+    loginModel->setProvinces(provinces);
+}

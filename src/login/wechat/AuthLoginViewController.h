@@ -1,0 +1,31 @@
+#pragma once
+
+#include "login/form/LoginFormViewController.h"
+
+//! The binding screen: one sign-in with account and password, which binds the account to the
+//! WeChat identity that it was opened with. Presented over the login screen and owned by the
+//! navigator from then on; it dismisses itself as soon as somebody is signed in.
+class AuthLoginViewController : public LoginFormViewController
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Controllers are made in C++.")
+
+public:
+    //! \a params: the identity, as the platform gave it.
+    AuthLoginViewController(const LoginEnvironment &environment, const QJsonObject &params);
+
+    //! Opens a binding screen in a navigation controller over what is shown.
+    static AuthLoginViewController *present(
+        const LoginEnvironment &environment, const QJsonObject &params);
+
+    // Handed over from the login screen, and stored by a login.
+    QString school;
+    QString city;
+    QString provinces;
+
+    void viewDidLoad() override;
+
+private:
+    void loginCompleted() override;
+};

@@ -1,0 +1,74 @@
+#include "ui/feedback/AlertView.h"
+
+#include <algorithm>
+
+AlertView::AlertView(QObject *parent)
+    : QObject(parent)
+{
+}
+
+int AlertView::show(const Alert &alert, Answer answer)
+{
+    return ask(alert, [answer = std::move(answer)](int buttonIndex, const QString &) {
+        if (answer)
+            answer(buttonIndex);
+    });
+}
+
+int AlertView::ask(const Alert &alert, InputAnswer answer)
+{
+    Pending pending {++m_lastNumber, alert, std::move(answer)};
+    if (alert.style == Alert::Style::Dialog && alert.buttons.isEmpty())
+        pending.alert.buttons = {QStringLiteral("确定")};
+    m_queue.enqueue(std::move(pending));
+    if (m_queue.size() == 1)
+        Q_EMIT changed();
+    return m_lastNumber;
+}
+
+void AlertView::withdraw(int number)
+{
+    const auto it = std::find_if(m_queue.begin(), m_queue.end(),
+        [number](const Pending &pending) { return pending.number == number; });
+    if (it == m_queue.end())
+        return;
+    if (it == m_queue.begin())
+        return finish(cancelled);
+    const Pending withdrawn = *it;
+    m_queue.erase(it);
+    withdrawn.answer(cancelled, {});
+}
+
+void AlertView::setInput(const QString &input)
+{
+    if (hasInput())
+        m_queue.head().alert.input = input;
+}
+
+void AlertView::press(int buttonIndex)
+{
+    if (isVisible() && buttonIndex >= 0 && buttonIndex < buttons().size())
+        finish(buttonIndex);
+}
+
+bool AlertView::cancel()
+{
+    if (!isVisible() || (!isFullScreen() && !current().backButton))
+        return false;
+    finish(isFullScreen() ? cancelled : *current().backButton);
+    return true;
+}
+
+const Alert &AlertView::current() const
+{
+    static const Alert none;
+    return m_queue.isEmpty() ? none : m_queue.head().alert;
+}
+
+void AlertView::finish(int buttonIndex)
+{
+    // The answer may show the next alert, so this one is out of the queue before.
+    const Pending answered = m_queue.dequeue();
+    Q_EMIT changed();
+    answered.answer(buttonIndex, answered.alert.input.value_or(QString()));
+}

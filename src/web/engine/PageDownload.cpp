@@ -1,0 +1,154 @@
+#include "web/engine/PageDownload.h"
+
+#include "ui/feedback/AlertView.h"
+#include "web/engine/PageHost.h"
+#include "web/engine/PageOrigin.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLocale>
+#include <QUuid>
+#include <QWebEngineDownloadRequest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int cancelButton = 0;
+constexpr int confirmButton = 1;
+
+QString originOf(const QUrl &file, const QUrl &page)
+{
+    // Data in the address itself is the page's own.
+    return PageOrigin::name(file.scheme() == u"data" ? page : file);
+}
+
+QString freeName(const QDir &folder, const QString &name)
+{
+    const QFileInfo wanted(name);
+    const QString suffix = wanted.suffix().isEmpty() ? QString() : u'.' + wanted.suffix();
+    QString free = name;
+    for (int number = 1; folder.exists(free); ++number)
+        free = u"%1 (%2)%3"_s.arg(wanted.completeBaseName()).arg(number).arg(suffix);
+    return free;
+}
+
+}
+
+PageDownload::PageDownload(QWebEngineDownloadRequest *request, const QUrl &page, PageHost *host)
+    : QObject(host)
+    , m_host(host)
+    , m_name(request->downloadFileName())
+    , m_fetched(u".%1"_s.arg(QUuid::createUuid().toString(QUuid::WithoutBraces)))
+{
+    goOn(request);
+    ask(originOf(request->url(), page), request->totalBytes());
+}
+
+void PageDownload::goOn(QWebEngineDownloadRequest *request)
+{
+    if (m_request)
+        disconnect(m_request, nullptr, this, nullptr);
+    m_request = request;
+    request->setDownloadDirectory(m_host->downloadDirectory());
+    request->setDownloadFileName(m_fetched);
+    // The engine wants its answer at once. What is small has come before it pauses.
+    request->accept();
+    if (!m_agreed)
+        request->pause();
+    connect(request, &QWebEngineDownloadRequest::stateChanged, this, &PageDownload::stateChanged);
+    connect(request, &QObject::destroyed, this, &PageDownload::fail);
+}
+
+void PageDownload::ask(const QString &origin, qint64 size)
+{
+    Alert alert;
+    alert.title = u"下载文件"_s;
+    alert.message = u"来自 %1：\n%2"_s.arg(origin, m_name);
+    if (size > 0)
+        alert.message
+            += u"，"_s + QLocale::c().formattedDataSize(size, 0, QLocale::DataSizeSIFormat);
+    alert.buttons = {u"取消"_s, u"确定"_s};
+    alert.backButton = cancelButton;
+    m_question = m_host->alertView()->show(alert, [self = QPointer(this)](int button) {
+        if (self && !self->m_ended)
+            self->didAnswer(button);
+    });
+}
+
+void PageDownload::didAnswer(int button)
+{
+    if (button == confirmButton)
+        return agree();
+    if (button == cancelButton)
+        Q_EMIT refused();
+    refuse();
+}
+
+void PageDownload::withdraw()
+{
+    if (!m_agreed)
+        m_host->alertView()->withdraw(m_question);
+}
+
+void PageDownload::agree()
+{
+    m_agreed = true;
+    if (m_request->state() == QWebEngineDownloadRequest::DownloadCompleted)
+        keep();
+    else
+        m_request->resume();
+}
+
+void PageDownload::refuse()
+{
+    m_ended = true;
+    m_request->cancel();
+    removeFetched();
+    deleteLater();
+}
+
+void PageDownload::stateChanged()
+{
+    switch (m_request->state()) {
+    case QWebEngineDownloadRequest::DownloadCompleted:
+        if (m_agreed)
+            keep();
+        return;
+    case QWebEngineDownloadRequest::DownloadCancelled:
+    case QWebEngineDownloadRequest::DownloadInterrupted:
+        return fail();
+    default:
+        return;
+    }
+}
+
+void PageDownload::keep()
+{
+    QDir folder(m_host->downloadDirectory());
+    const QString name = freeName(folder, m_name);
+    if (!folder.rename(m_fetched, name))
+        return fail();
+    m_ended = true;
+    m_host->downloadEnded(name, true);
+    deleteLater();
+}
+
+void PageDownload::fail()
+{
+    if (std::exchange(m_ended, true))
+        return;
+    withdraw();
+    if (m_request)
+        m_request->cancel();
+    removeFetched();
+    m_host->downloadEnded(m_name, false);
+    deleteLater();
+}
+
+void PageDownload::removeFetched()
+{
+    QDir folder(m_host->downloadDirectory());
+    folder.remove(m_fetched);
+    folder.remove(m_fetched + u".download"_s); // the engine's name until all has come
+}

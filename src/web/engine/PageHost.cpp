@@ -1,0 +1,35 @@
+#include "web/engine/PageHost.h"
+
+#include "ui/shell/Shell.h"
+#include "web/Logging.h"
+
+using namespace Qt::StringLiterals;
+
+PageHost::PageHost(
+    Shell *shell, MainQueue *mainQueue, LinkHandOver *links, const QString &downloadDirectory)
+    : m_shell(shell)
+    , m_mainQueue(mainQueue)
+    , m_links(links)
+    , m_downloadDirectory(downloadDirectory)
+{
+}
+
+AlertView *PageHost::alertView() const
+{
+    return m_shell->alertView();
+}
+
+void PageHost::close(ViewController *page)
+{
+    m_shell->navigator()->dismiss(page);
+}
+
+void PageHost::downloadEnded(const QString &fileName, bool completed)
+{
+    if (completed) {
+        m_shell->toast()->showSuccess(u"已下载：%1"_s.arg(fileName));
+        return;
+    }
+    qCWarning(lcWeb) << "a file was not downloaded:" << fileName;
+    m_shell->toast()->showError(u"下载失败"_s);
+}

@@ -1,0 +1,266 @@
+#include "web/engine/WebView.h"
+
+#include "platform/http/ServerTrust.h"
+#include "web/Logging.h"
+#include "web/engine/EngineNavigation.h"
+#include "web/engine/LinkHandOver.h"
+#include "web/engine/PageHost.h"
+
+#include <QQuickWebEngineProfile>
+#include <QWebEngineCertificateError>
+#include <QWebEngineHistory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QWebEngineCertificateError *certificateErrorIn(const QVariant &value)
+{
+    if (value.metaType() != QMetaType::fromType<QWebEngineCertificateError>())
+        return nullptr;
+    return static_cast<const QWebEngineCertificateError *>(value.constData());
+}
+
+}
+
+WebView::WebView(QQuickWebEngineProfile *profile, QObject *bridge, PageHost *host)
+    : m_profile(profile)
+    , m_bridge(bridge)
+    , m_host(host)
+    , m_dialogs(host->alertView(), host->mainQueue())
+    , m_downloads(host)
+{
+}
+
+// The engine's own url may be that of a page that is still on its way.
+QUrl WebView::documentUrl() const
+{
+    const auto *history
+        = m_view ? m_view->property("history").value<QWebEngineHistory *>() : nullptr;
+    return history ? history->currentItem().url() : QUrl();
+}
+
+void WebView::load(const QUrl &url)
+{
+    schedule([this, url] { Q_EMIT loadRequested(url); });
+}
+
+void WebView::loadHtml(const QString &html)
+{
+    m_hasPage = false;
+    m_downloads.withdraw();
+    schedule([this, html] { Q_EMIT htmlRequested(html); });
+}
+
+void WebView::schedule(std::function<void()> load)
+{
+    // The engine keeps the page for as long as its dialog is open.
+    m_dialogs.documentGone();
+    const bool scheduled = bool(m_pendingLoad);
+    m_pendingLoad = std::move(load);
+    m_loadStarted = false;
+    if (std::exchange(m_loadAwaited, true))
+        Q_EMIT loadEnded();
+    if (m_view && !scheduled)
+        QMetaObject::invokeMethod(this, &WebView::makePendingLoad, Qt::QueuedConnection);
+}
+
+void WebView::makePendingLoad()
+{
+    const auto pending = std::exchange(m_pendingLoad, {});
+    if (!pending)
+        return;
+    // A view whose renderer died would load pages without the profile's scripts.
+    if (std::exchange(m_needsNewView, false)) {
+        Q_EMIT recreateRequested();
+        endEvaluations();
+    }
+    pending();
+}
+
+void WebView::reload()
+{
+    if (m_needsNewView)
+        return load(m_url);
+    m_dialogs.documentGone();
+    Q_EMIT reloadRequested();
+}
+
+void WebView::startAfresh()
+{
+    m_hasPage = false;
+    m_downloads.withdraw();
+    // A view that has just been made takes no text.
+    load(QUrl(u"about:blank"_s));
+    m_needsNewView = bool(m_view);
+    m_diedSinceLoad = false;
+    Q_EMIT documentGone();
+}
+
+void WebView::startAfreshIn(QQuickWebEngineProfile *profile)
+{
+    m_profile = profile;
+    m_profileIsNew = true;
+    startAfresh();
+}
+
+void WebView::goBack()
+{
+    Q_EMIT historyStepRequested(-1);
+}
+
+void WebView::goForward()
+{
+    Q_EMIT historyStepRequested(1);
+}
+
+void WebView::evaluateJavaScript(const QString &script, Evaluated done)
+{
+    if (!m_view) {
+        if (done)
+            done({});
+        return;
+    }
+    const int id = done ? ++m_lastEvaluation : 0;
+    if (done)
+        m_evaluations.insert(id, std::move(done));
+    Q_EMIT scriptRequested(id, script);
+}
+
+void WebView::viewCreated(QObject *view)
+{
+    m_view = view;
+    if (std::exchange(m_profileIsNew, false))
+        Q_EMIT profileChanged();
+    makePendingLoad();
+}
+
+void WebView::scriptFinished(int id, const QVariant &result)
+{
+    if (const Evaluated done = m_evaluations.take(id))
+        done(result);
+}
+
+void WebView::endEvaluations()
+{
+    const auto evaluations = std::exchange(m_evaluations, {});
+    for (const Evaluated &done : evaluations)
+        done({});
+}
+
+void WebView::navigationRequested(const QUrl &url, bool isMainFrame)
+{
+    using Target = NavigationPolicy::Target;
+    applyPolicy(url, isMainFrame ? Target::MainFrame : Target::Subframe);
+}
+
+bool WebView::mayFollow(const QUrl &url) const
+{
+    return EngineNavigation::mayFollow(url);
+}
+
+void WebView::newWindowRequested(const QUrl &url, bool userInitiated)
+{
+    using Target = NavigationPolicy::Target;
+    applyPolicy(url, userInitiated ? Target::NewWindow : Target::UnaskedWindow);
+}
+
+void WebView::applyPolicy(const QUrl &url, NavigationPolicy::Target target)
+{
+    LinkHandOver *links = m_host->links();
+    const auto policy = NavigationPolicy::decide(url, target, links->customerServiceAccount());
+    links->openFirst(policy.openInSystem);
+    // A page that opens windows in a loop must not keep the view from what was asked for.
+    const bool isInTheWay = target == NavigationPolicy::Target::UnaskedWindow && m_loadAwaited;
+    if (policy.loadInThisView && !isInTheWay && EngineNavigation::isLoadable(url))
+        load(url);
+}
+
+void WebView::downloadRequested(QWebEngineDownloadRequest *request)
+{
+    m_downloads.start(request, m_url);
+}
+
+void WebView::engineUrlChanged(const QUrl &url)
+{
+    if (std::exchange(m_documentAwaited, false))
+        m_dialogs.documentGone();
+    if (m_url == url)
+        return;
+    m_url = url;
+    Q_EMIT urlChanged();
+}
+
+void WebView::loadStarted()
+{
+    m_loadStarted = true;
+    m_documentAwaited = true;
+}
+
+// An end that is reported after a newer load was asked for belongs to the one before.
+bool WebView::endLoad()
+{
+    m_documentAwaited = false;
+    if (!std::exchange(m_loadStarted, false))
+        return false;
+    m_loadAwaited = false;
+    Q_EMIT loadEnded();
+    return true;
+}
+
+void WebView::loadSucceeded()
+{
+    m_diedSinceLoad = false;
+    if (!endLoad())
+        return;
+    m_hasPage = m_url.scheme() != u"about" && m_url.scheme() != u"data";
+    Q_EMIT didFinishNavigation();
+}
+
+void WebView::loadFailed(bool isHttpStatus, const QString &error)
+{
+    if (isHttpStatus) {
+        loadSucceeded();
+        return;
+    }
+    if (!endLoad())
+        return;
+    qCWarning(lcWeb) << "a page could not be loaded:" << error;
+    Q_EMIT didFailNavigation(error);
+}
+
+void WebView::loadStopped()
+{
+    endLoad();
+}
+
+void WebView::consoleMessage(const QString &message, int line, const QString &source)
+{
+    qCDebug(lcWebPage).noquote() << u"%1:%2: %3"_s.arg(source).arg(line).arg(message);
+}
+
+void WebView::renderProcessTerminated(int exitCode)
+{
+    // A renderer that leaves in order has nothing to show for it.
+    qCWarning(lcWeb) << "the page's process has ended, exit code" << exitCode;
+    endLoad();
+    m_dialogs.documentGone();
+    Q_EMIT documentGone();
+    endEvaluations();
+    m_needsNewView = true;
+    if (std::exchange(m_diedSinceLoad, true))
+        Q_EMIT didFailNavigation(u"the page's process ends again and again"_s);
+    else
+        load(m_url);
+}
+
+bool WebView::trustsCertificate(const QVariant &error) const
+{
+    // The type has no empty value, which a conversion would need.
+    const auto *certificateError = certificateErrorIn(error);
+    // Added authorities mend that nobody knows the signer, and nothing else.
+    return certificateError
+        && certificateError->type() == QWebEngineCertificateError::CertificateAuthorityInvalid
+        && ServerTrust::isTrusted(
+            certificateError->certificateChain(), certificateError->url().host());
+}

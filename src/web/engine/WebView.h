@@ -1,0 +1,136 @@
+#pragma once
+
+#include "web/engine/NavigationPolicy.h"
+#include "web/engine/PageDialogs.h"
+#include "web/engine/PageDownloads.h"
+
+#include <QHash>
+#include <QObject>
+#include <QPointer>
+#include <QUrl>
+#include <QVariant>
+#include <qqmlregistration.h>
+
+#include <functional>
+
+class PageHost;
+class QQuickWebEngineProfile;
+class QWebEngineDownloadRequest;
+
+//! A web view as the controllers see it; WebPage.qml carries out what is asked here and reports
+//! what happens.
+//!
+//! Owned by the controller of the screen. Of the loads asked for in one turn, or before the view
+//! exists, the last is made. A dead renderer is replaced and its page loaded again; the second
+//! death without a load in between is a failure.
+class WebView : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the controller of a screen.")
+    Q_MOC_INCLUDE(<QQuickWebEngineProfile>)
+    Q_MOC_INCLUDE(<QWebEngineDownloadRequest>)
+    Q_PROPERTY(QQuickWebEngineProfile *profile READ profile NOTIFY profileChanged)
+    Q_PROPERTY(QObject *bridge READ bridge CONSTANT)
+    Q_PROPERTY(PageDialogs *dialogs READ dialogs CONSTANT)
+    Q_PROPERTY(QUrl url READ url NOTIFY urlChanged)
+
+public:
+    using Evaluated = std::function<void(const QVariant &result)>;
+
+    //! \a bridge is published to the page as "shell"; null: the pages of this view have none.
+    WebView(QQuickWebEngineProfile *profile, QObject *bridge, PageHost *host);
+
+    QQuickWebEngineProfile *profile() const { return m_profile; }
+    QObject *bridge() const { return m_bridge; }
+    PageDialogs *dialogs() { return &m_dialogs; }
+
+    //! What the view shows or loads; empty before the first load.
+    QUrl url() const { return m_url; }
+    //! The address of the document that the view shows now.
+    QUrl documentUrl() const;
+    //! Whether the view has shown a page of the network since it was last emptied.
+    bool hasPage() const { return m_hasPage; }
+
+    void load(const QUrl &url);
+    //! Shows a text in the place of a page.
+    void loadHtml(const QString &html);
+    void reload();
+    //! Leaves the view without a page and without a history: what is loaded next comes in a new
+    //! view.
+    void startAfresh();
+    //! The same, in another profile; the one before is in use until profileChanged.
+    void startAfreshIn(QQuickWebEngineProfile *profile);
+    //! Steps in the history of the view, where there is one to make.
+    void goBack();
+    void goForward();
+    //! Runs a script in the page; without a page, or when it goes meanwhile, the result is invalid.
+    void evaluateJavaScript(const QString &script, Evaluated done = {});
+
+    // Reports of the view.
+    Q_INVOKABLE void viewCreated(QObject *view);
+    Q_INVOKABLE void scriptFinished(int id, const QVariant &result);
+    //! A frame of the page is about to go to the address; links for other programs go to them.
+    Q_INVOKABLE void navigationRequested(const QUrl &url, bool isMainFrame);
+    //! Whether the engine may follow that navigation itself.
+    Q_INVOKABLE bool mayFollow(const QUrl &url) const;
+    //! A window of its own is asked for; \a userInitiated: by a touch.
+    Q_INVOKABLE void newWindowRequested(const QUrl &url, bool userInitiated);
+    Q_INVOKABLE void downloadRequested(QWebEngineDownloadRequest *request);
+    Q_INVOKABLE void engineUrlChanged(const QUrl &url);
+    Q_INVOKABLE void loadStarted();
+    Q_INVOKABLE void loadSucceeded();
+    //! An HTTP status is no failure: the server sent a page with it.
+    Q_INVOKABLE void loadFailed(bool isHttpStatus, const QString &error);
+    Q_INVOKABLE void loadStopped();
+    //! What a page writes to its console: for its authors, who switch the category vant.web.page
+    //! on.
+    Q_INVOKABLE void consoleMessage(const QString &message, int line, const QString &source);
+    Q_INVOKABLE void renderProcessTerminated(int exitCode);
+    //! Whether a certificate that the engine refuses is signed by an authority the deployment adds.
+    Q_INVOKABLE bool trustsCertificate(const QVariant &error) const;
+
+Q_SIGNALS:
+    void urlChanged();
+    //! A view of the new profile has taken the place of the one before.
+    void profileChanged();
+    // For the view.
+    void loadRequested(const QUrl &url);
+    void htmlRequested(const QString &html);
+    void reloadRequested();
+    void historyStepRequested(int offset);
+    //! \a id: 0 where nobody waits for the result.
+    void scriptRequested(int id, const QString &script);
+    void recreateRequested();
+    // For the controller.
+    void didFinishNavigation();
+    void didFailNavigation(const QString &error);
+    //! A load has ended in any way, or another has taken its place.
+    void loadEnded();
+    void documentGone();
+
+private:
+    void schedule(std::function<void()> load);
+    void makePendingLoad();
+    bool endLoad();
+    void endEvaluations();
+    void applyPolicy(const QUrl &url, NavigationPolicy::Target target);
+
+    QQuickWebEngineProfile *m_profile;
+    QObject *m_bridge;
+    PageHost *m_host;
+    PageDialogs m_dialogs;
+    PageDownloads m_downloads;
+    QUrl m_url;
+    QPointer<QObject> m_view; // the engine's
+    std::function<void()> m_pendingLoad; // the last one asked for in this turn
+    bool m_loadStarted = false; // of the load asked for last
+    bool m_loadAwaited = false; // one was asked for and has not ended
+    bool m_documentAwaited = false; // a load has started, and the page is still the one before
+    bool m_hasPage = false;
+    bool m_needsNewView = false; // the one there is dead, or has a history that must go
+    bool m_profileIsNew = false;
+    QHash<int, Evaluated> m_evaluations;
+    int m_lastEvaluation = 0;
+    bool m_diedSinceLoad = false;
+};

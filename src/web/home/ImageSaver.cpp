@@ -1,0 +1,69 @@
+#include "web/home/ImageSaver.h"
+
+#include "platform/http/HTTPSessionManager.h"
+#include "platform/media/PhotoLibrary.h"
+#include "ui/feedback/Toast.h"
+#include "web/Logging.h"
+
+#include <QPointer>
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto downloadTimeout = 30s;
+
+// A page must not reach the device's own files this way.
+bool mayBeSaved(const QUrl &url)
+{
+    const QString scheme = url.scheme();
+    return scheme == u"http" || scheme == u"https" || scheme == u"data";
+}
+
+}
+
+ImageSaver::ImageSaver(QNetworkAccessManager *network, PhotoLibrary *album, Toast *toast)
+    : m_network(network)
+    , m_album(album)
+    , m_toast(toast)
+{
+}
+
+void ImageSaver::saveImageToDiskWithUrl(const QString &url)
+{
+    if (!mayBeSaved(QUrl(url))) {
+        didFinishSaving(u"the address cannot be downloaded"_s);
+        return;
+    }
+    HTTPSessionManager session(m_network);
+    session.setCachePolicy(HTTPSessionManager::CachePolicy::ReturnCacheDataElseLoad);
+    session.setTimeoutInterval(downloadTimeout);
+    session.GET(
+        url, {},
+        [self = QPointer(this)](const HTTPResponse &response) {
+            if (!self)
+                return;
+            self->m_album->writeImageToSavedPhotosAlbum(
+                response.body, [self](const QString &error) {
+                    if (self)
+                        self->didFinishSaving(error);
+                });
+        },
+        [self = QPointer(this)](const HTTPResponse &, const HTTPError &error) {
+            if (self)
+                self->didFinishSaving(error.description);
+        });
+}
+
+void ImageSaver::didFinishSaving(const QString &error)
+{
+    if (error.isNull()) {
+        m_toast->showSuccess(u"保存成功"_s);
+        return;
+    }
+    qCWarning(lcWeb) << "an image was not saved:" << error;
+    m_toast->showError(u"保存失败"_s);
+}

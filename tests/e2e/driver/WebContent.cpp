@@ -1,0 +1,139 @@
+#include "e2e/driver/WebContent.h"
+
+#include "e2e/driver/Hand.h"
+#include "e2e/driver/Patience.h"
+#include "e2e/driver/Screen.h"
+#include "e2e/driver/ScriptAnswer.h"
+#include "e2e/driver/StepFailed.h"
+#include "ui/navigation/PresentedScreen.h"
+
+#include <QJsonDocument>
+#include <QJsonArray>
+#include <QJSValue>
+#include <QPointer>
+#include <QQmlEngine>
+#include <QQuickItem>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A page that is left never answers.
+constexpr int scriptTimeoutMs = 500;
+constexpr int viewTimeoutMs = 15'000;
+constexpr double longestDrag = 0.6; // of the view's height
+
+// %1: the selector, quoted.
+const QString elementScript = QStringLiteral(R"((function () {
+    var element = document.querySelector(%1);
+    if (!element) return [];
+    var box = element.getBoundingClientRect();
+    var hit = document.elementFromPoint(box.left + box.width / 2, box.top + box.height / 2);
+    return [location.pathname + location.search, element.textContent, innerWidth,
+        box.left, box.top, box.width, box.height, hit !== null && element.contains(hit)];
+})())");
+
+// Its engine's view does not survive the answer of a script.
+bool isLeaving(const QQuickItem *view)
+{
+    for (const QQuickItem *item = view; item; item = item->parentItem()) {
+        const QVariant screen = item->property("screen");
+        const auto *presented = screen.value<PresentedScreen *>();
+        if (screen.isValid()
+            && (!presented || presented->phase() == PresentedScreen::Phase::Disappearing))
+            return true;
+    }
+    return false;
+}
+
+QString quoted(const QString &text)
+{
+    const QByteArray array = QJsonDocument(QJsonArray {text}).toJson(QJsonDocument::Compact);
+    return QString::fromUtf8(array.sliced(1, array.size() - 2));
+}
+
+}
+
+WebContent::WebContent(const Screen &screen, Hand *hand)
+    : m_screen(screen)
+    , m_hand(hand)
+{
+}
+
+QVariant WebContent::read(const QString &expression) const
+{
+    QQuickItem *view = m_screen.webView();
+    QQmlEngine *engine = view && !isLeaving(view) ? qmlEngine(view) : nullptr;
+    if (!engine)
+        return {};
+    auto *answer = new ScriptAnswer;
+    // Shared with the engine, which may call back after the time is over.
+    const QJSValue wrapped = engine->newQObject(answer);
+    QMetaObject::invokeMethod(view, "runJavaScript", Q_ARG(QString, expression),
+        Q_ARG(QJSValue, wrapped.property(u"take"_s)));
+    const QPointer guard(answer);
+    Patience::waitUntil([&] { return !guard || guard->isTaken(); }, scriptTimeoutMs);
+    return guard ? guard->value() : QVariant();
+}
+
+std::optional<WebContent::Element> WebContent::find(const QString &selector) const
+{
+    const QVariantList found = read(elementScript.arg(quoted(selector))).toList();
+    const QQuickItem *view = m_screen.webView();
+    if (found.size() != 8 || !view)
+        return {};
+    const double scale = view->width() / found[2].toDouble();
+    const QRectF box(found[3].toDouble() * scale, found[4].toDouble() * scale,
+        found[5].toDouble() * scale, found[6].toDouble() * scale);
+    return Element {
+        found[0].toString(), found[1].toString(), view->mapRectToScene(box), found[7].toBool()};
+}
+
+QString WebContent::path() const
+{
+    return read(u"location.pathname + location.search"_s).toString();
+}
+
+bool WebContent::isLoading() const
+{
+    const QQuickItem *view = m_screen.webView();
+    return !view || view->property("loading").toBool();
+}
+
+QPointF WebContent::bringIntoView(const QString &selector) const
+{
+    QPointF before;
+    const bool rests = Patience::waitUntil(
+        [&] {
+            const auto element = find(selector);
+            if (!element)
+                return false;
+            if (!element->reachable) {
+                dragTowards(element->place);
+                return false;
+            }
+            const QPointF centre = element->place.center();
+            return std::exchange(before, centre) == centre;
+        },
+        viewTimeoutMs);
+    if (!rests)
+        throw StepFailed {u"%1 cannot be brought into view on %2"_s.arg(selector, path())};
+    return before;
+}
+
+void WebContent::dragTowards(const QRectF &place) const
+{
+    const QQuickItem *view = m_screen.webView();
+    if (!view)
+        return;
+    const QRectF whole = view->mapRectToScene(QRectF(0, 0, view->width(), view->height()));
+    const double reach = whole.height() * longestDrag;
+    const double way = qBound(-reach, whole.center().y() - place.center().y(), reach);
+    const QPointF from(whole.center().x(), whole.center().y() - way / 2);
+    m_hand->drag(from, from + QPointF(0, way));
+}
+
+void WebContent::tap(const QString &selector) const
+{
+    m_hand->tap(bringIntoView(selector));
+}
