@@ -35,21 +35,19 @@ int refuse(const QString &problem)
 
 using Configuration = std::variant<DeploymentConfiguration, QString>;
 
-// The operator's file over the base; the base where there is none.
-Configuration fileConfiguration(const CommandLine &line, const DeploymentConfiguration &base)
+// The operator's keys over the base; the base where there is no file of the operator's.
+Configuration over(
+    const DeploymentConfiguration &base, const CommandLine &line, const QByteArray &text)
 {
-    return line.configFile.isNull() ? base : ConfigurationFile::read(line.configFile, base);
+    return line.configFile.isNull() ? base : ConfigurationFile::parse(text, line.configFile, base);
 }
 
-// The defaults, the sandbox's own over them, the operator's file over both.
-Configuration configurationFor(const CommandLine &line, SandboxProcess &sandbox)
+// Once, for it may be replaced at any time.
+std::variant<QByteArray, QString> operatorsText(const CommandLine &line)
 {
-    Configuration base;
-    if (line.sandbox)
-        base = sandbox.start();
-    if (std::holds_alternative<QString>(base))
-        return base;
-    return fileConfiguration(line, std::get<DeploymentConfiguration>(base));
+    if (line.configFile.isNull())
+        return QByteArray();
+    return ConfigurationFile::read(line.configFile);
 }
 
 }
@@ -74,8 +72,12 @@ int main(int argc, char *argv[])
         return refuse(problem);
     if (!line.profile.isNull() && (line.profile.isEmpty() || !QDir().mkpath(line.profile)))
         return refuse(u"--profile: the folder \"%1\" cannot be made"_s.arg(line.profile));
-    if (const auto file = fileConfiguration(line, {}); std::holds_alternative<QString>(file))
-        return refuse(std::get<QString>(file));
+    const auto text = operatorsText(line);
+    if (const auto *problem = std::get_if<QString>(&text))
+        return refuse(*problem);
+    Configuration configuration = over({}, line, std::get<QByteArray>(text));
+    if (const auto *problem = std::get_if<QString>(&configuration))
+        return refuse(*problem);
 
     ApplicationSetup::beforeApplication();
     QGuiApplication application(argc, argv);
@@ -95,7 +97,12 @@ int main(int argc, char *argv[])
     }
 
     SandboxProcess sandbox;
-    const auto configuration = configurationFor(line, sandbox);
+    if (line.sandbox) {
+        const Configuration base = sandbox.start();
+        configuration = std::holds_alternative<QString>(base)
+            ? base
+            : over(std::get<DeploymentConfiguration>(base), line, std::get<QByteArray>(text));
+    }
     if (const auto *problem = std::get_if<QString>(&configuration))
         return refuse(*problem);
     const auto &deployment = std::get<DeploymentConfiguration>(configuration);

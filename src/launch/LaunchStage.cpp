@@ -2,26 +2,28 @@
 
 #include "launch/guide/UserGuideViewController.h"
 #include "launch/notices/JurisdictionNoticeView.h"
+#include "model/DeploymentConfiguration.h"
+#include "platform/Device.h"
+#include "session/Account.h"
 
-LaunchStage::LaunchStage(const Setup &setup)
-    : m_environment {.shell = setup.shell,
-        .defaults = setup.defaults,
-        .requests = setup.requests,
-        .consent = &m_consent,
-        .displayName = setup.configuration.app.displayName,
-        .contentHost = setup.configuration.hosts.content,
-        .openOutLinkPage = setup.openOutLinkPage}
-    , m_consent(setup.defaults, setup.shareSDK, setup.terminate)
+#include <unistd.h>
+
+LaunchStage::LaunchStage(const Device &device, Account *account, Shell *shell, ShareSDK *shareSDK,
+    const DeploymentConfiguration &configuration, const QSize &screenPixels)
+    : m_consent(device.defaults, shareSDK, [] { ::_exit(EXIT_SUCCESS); })
     , m_splashAd(
-          setup.requests, setup.network, setup.mainQueue, setup.notifications, setup.screenPixels)
-    , m_updateCheck({.requests = setup.requests,
-          .shell = setup.shell,
-          .urlOpener = setup.urlOpener,
-          .session = setup.session,
-          .notifications = setup.notifications,
-          .build = setup.configuration.app.build,
-          .officialHost = setup.configuration.hosts.official,
-          .launchAdShowing = [this] { return m_splashAd.isShowing(); }})
+          &account->requests, device.network, device.mainQueue, device.notifications, screenPixels)
+    , m_updateCheck(
+          device, account, shell, configuration, [this] { return m_splashAd.isShowing(); })
+    , m_environment {.shell = shell,
+          .defaults = device.defaults,
+          .requests = &account->requests,
+          .consent = &m_consent,
+          .displayName = configuration.app.displayName,
+          .contentHost = configuration.hosts.content,
+          .openOutLinkPage = [this](const QString &url, const QString &title) {
+              Q_EMIT openOutLinkPage(url, title);
+          }}
 {
 }
 

@@ -4,32 +4,17 @@
 #include "launch/ad/VANTSplashAdManager.h"
 #include "launch/notices/LaunchEnvironment.h"
 #include "launch/notices/PrivacyConsent.h"
-#include "model/DeploymentConfiguration.h"
 
 //! Everything that a launch puts before the person: advertisement, notices, guide, update. One for
-//! the process, made by the application; what it is given must outlive it.
-class LaunchStage
+//! the process; what it is given must outlive it.
+class LaunchStage : public QObject
 {
-public:
-    struct Setup
-    {
-        DeploymentConfiguration configuration;
-        Shell *shell;
-        UserDefaults *defaults;
-        RequestInterface *requests;
-        QNetworkAccessManager *network;
-        MainQueue *mainQueue;
-        NotificationCenter *notifications;
-        UserSession *session;
-        UrlOpener *urlOpener;
-        ShareSDK *shareSDK;
-        QSize screenPixels; //!< portrait
-        std::function<void(const QString &url, const QString &title)> openOutLinkPage;
-        //! Ends the process at once, without any of the usual work at its end.
-        std::function<void()> terminate;
-    };
+    Q_OBJECT
 
-    explicit LaunchStage(const Setup &setup);
+public:
+    //! \a screenPixels: of the screen, portrait; the advertisement's picture is chosen for it.
+    LaunchStage(const Device &device, Account *account, Shell *shell, ShareSDK *shareSDK,
+        const DeploymentConfiguration &configuration, const QSize &screenPixels);
 
     VANTSplashAdManager *splashAd() { return &m_splashAd; }
     PrivacyConsent *consent() { return &m_consent; }
@@ -40,9 +25,13 @@ public:
     //! The guide, at a first start. \a windowPixels chooses its drawings.
     void showUserGuide(const QSize &windowPixels);
 
+Q_SIGNALS:
+    //! The person wants to read a page, under a bar with this title and over what is shown.
+    void openOutLinkPage(const QString &url, const QString &title);
+
 private:
-    LaunchEnvironment m_environment;
     PrivacyConsent m_consent;
     VANTSplashAdManager m_splashAd;
     UpdateCheck m_updateCheck;
+    LaunchEnvironment m_environment;
 };

@@ -2,10 +2,10 @@
 
 #include "launch/Logging.h"
 #include "model/DictionaryMapper.h"
-#include "net/catalogue/RequestInterface.h"
+#include "platform/Device.h"
 #include "platform/desktop/UrlOpener.h"
 #include "platform/time/NotificationCenter.h"
-#include "session/UserSession.h"
+#include "session/Account.h"
 #include "ui/shell/Shell.h"
 
 #include <QPointer>
@@ -18,7 +18,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString applicationId = QStringLiteral("vant_moqe_st");
-constexpr int cancelButton = 0; // of the optional dialog
 const QString downloadPage = QStringLiteral("pages/official/h5/download.jsp");
 
 // As such numbers are read: what stands before anything else, 0 where there is none.
@@ -34,19 +33,24 @@ qint64 integerOf(const QJsonValue &value)
 
 }
 
-UpdateCheck::UpdateCheck(const UpdateEnvironment &environment)
-    : m_environment(environment)
+UpdateCheck::UpdateCheck(const Device &device, Account *account, Shell *shell,
+    const DeploymentConfiguration &configuration, std::function<bool()> launchAdShowing)
+    : m_account(account)
+    , m_shell(shell)
+    , m_urlOpener(device.urlOpener)
+    , m_build(configuration.app.build)
+    , m_officialHost(configuration.hosts.official)
+    , m_launchAdShowing(std::move(launchAdShowing))
 {
-    m_environment.notifications->addObserver(
-        u"xhLaunchAdShowFinish"_s, this, [this](const QVariant &) {
-            if (const auto update = std::exchange(m_waiting, std::nullopt))
-                present(*update);
-        });
+    device.notifications->addObserver(u"xhLaunchAdShowFinish"_s, this, [this](const QVariant &) {
+        if (const auto update = std::exchange(m_waiting, std::nullopt))
+            present(*update);
+    });
 }
 
 void UpdateCheck::checkAppUpdate()
 {
-    m_environment.requests->checkAppUpdateWithCurNo(m_environment.build, applicationId,
+    m_account->requests.checkAppUpdateWithCurNo(m_build, applicationId,
         [self = QPointer(this)](int status, const QJsonValue &data, const auto &) {
             if (self)
                 self->didAnswer(status, data);
@@ -58,7 +62,7 @@ void UpdateCheck::didAnswer(int status, const QJsonValue &data)
 {
     if (status != ResponseStatus::success)
         return;
-    if (integerOf(data[u"bulid_no"]) <= leadingInteger(m_environment.build))
+    if (integerOf(data[u"bulid_no"]) <= leadingInteger(m_build))
         return;
     showUpdate(DictionaryMapper::text(data[u"version_content"]),
         integerOf(data[u"is_force"]) != 0 ? Force::Yes : Force::No);
@@ -67,7 +71,7 @@ void UpdateCheck::didAnswer(int status, const QJsonValue &data)
 void UpdateCheck::showUpdate(const QString &message, Force isForce)
 {
     const Update update {message, isForce};
-    if (m_environment.launchAdShowing && m_environment.launchAdShowing())
+    if (m_launchAdShowing && m_launchAdShowing())
         m_waiting = update;
     else
         present(update);
@@ -75,32 +79,25 @@ void UpdateCheck::showUpdate(const QString &message, Force isForce)
 
 void UpdateCheck::present(const Update &update)
 {
-    Alert alert;
-    alert.title = u"版本更新"_s;
-    alert.message = update.message;
-    if (update.isForce == Force::Yes) {
-        alert.buttons = {u"确定"_s};
-        alert.tag = ForcedTag;
-    } else {
-        alert.buttons = {u"取消"_s, u"确定"_s};
-        alert.tag = OptionalTag;
-        alert.backButton = cancelButton;
-    }
-    m_environment.shell->alertView()->show(
-        alert, [self = QPointer(this), tag = alert.tag](int buttonIndex) {
-            if (self)
-                self->clickedButtonAtIndex(tag, buttonIndex);
-        });
+    const QString title = u"版本更新"_s;
+    Alert alert = update.isForce == Force::Yes
+        ? Alert {.title = title, .message = update.message, .buttons = {u"确定"_s}}
+        : Alert::question(title, update.message);
+    alert.tag = update.isForce == Force::Yes ? ForcedTag : OptionalTag;
+    m_shell->alertView()->show(alert, [self = QPointer(this), tag = alert.tag](int buttonIndex) {
+        if (self)
+            self->clickedButtonAtIndex(tag, buttonIndex);
+    });
 }
 
 void UpdateCheck::clickedButtonAtIndex(int tag, int buttonIndex)
 {
     const bool forced = tag == ForcedTag && buttonIndex == 0;
-    if (!forced && !(tag == OptionalTag && buttonIndex == 1))
+    if (!forced && !(tag == OptionalTag && buttonIndex == Alert::Confirm))
         return;
-    const QUrl page(m_environment.officialHost + downloadPage);
-    if (!m_environment.urlOpener->openURL(page))
+    const QUrl page(m_officialHost + downloadPage);
+    if (!m_urlOpener->openURL(page))
         qCWarning(lcLaunch) << "no browser took the download page" << page;
     if (forced)
-        m_environment.session->logout();
+        m_account->session.logout();
 }

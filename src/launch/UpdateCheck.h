@@ -5,29 +5,15 @@
 #include <functional>
 #include <optional>
 
-class NotificationCenter;
+class Account;
 class QJsonValue;
-class RequestInterface;
 class Shell;
 class UrlOpener;
-class UserSession;
-
-//! What the update check works with; nothing is owned, all must outlive it.
-struct UpdateEnvironment
-{
-    RequestInterface *requests;
-    Shell *shell;
-    UrlOpener *urlOpener;
-    UserSession *session;
-    NotificationCenter *notifications;
-    QString build; //!< the client's own build number
-    QString officialHost; //!< with the download page; ends with "/"
-    //! Whether a launch advertisement covers the window.
-    std::function<bool()> launchAdShowing;
-};
+struct DeploymentConfiguration;
+struct Device;
 
 //! Asks at start-up whether the platform knows a newer build, and offers it. Nothing about it is
-//! stored: what is declined is offered again at the next start. Owned by the application.
+//! stored: what is declined is offered again at the next start.
 class UpdateCheck : public QObject
 {
     Q_OBJECT
@@ -36,7 +22,10 @@ public:
     enum class Force { No, Yes };
     enum Tag { ForcedTag = 101, OptionalTag = 102 };
 
-    explicit UpdateCheck(const UpdateEnvironment &environment);
+    //! \a launchAdShowing: whether a launch advertisement covers the window; none: there is never
+    //! one.
+    UpdateCheck(const Device &device, Account *account, Shell *shell,
+        const DeploymentConfiguration &configuration, std::function<bool()> launchAdShowing);
 
     //! One question to the platform; failures are silent.
     void checkAppUpdate();
@@ -55,6 +44,11 @@ private:
     void didAnswer(int status, const QJsonValue &data);
     void present(const Update &update);
 
-    UpdateEnvironment m_environment;
+    Account *m_account;
+    Shell *m_shell;
+    UrlOpener *m_urlOpener;
+    QString m_build;
+    QString m_officialHost; // ends with "/"
+    std::function<bool()> m_launchAdShowing;
     std::optional<Update> m_waiting;
 };

@@ -32,13 +32,15 @@ ImagePickerSettings pickerSettings(const SlicingUploadConfig &config, bool video
 
 }
 
-SlicingUpload::SlicingUpload(const UploadEnvironment &environment)
-    : m_environment(environment)
-    , m_scratch(environment.libraryPath)
-    , m_videos(environment.exportFolder)
+SlicingUpload::SlicingUpload(const Device &device, UserSession *session, Shell *shell)
+    : m_device(device)
+    , m_session(session)
+    , m_shell(shell)
+    , m_scratch(device.paths.data)
+    , m_videos(device.paths.exports)
 {
-    connect(environment.session, &UserSession::ending, this, &SlicingUpload::cancel);
-    connect(environment.session, &UserSession::userChanging, this, [this] { m_videos.clear(); });
+    connect(session, &UserSession::ending, this, &SlicingUpload::cancel);
+    connect(session, &UserSession::userChanging, this, [this] { m_videos.clear(); });
 }
 
 SlicingUpload::~SlicingUpload() = default;
@@ -46,8 +48,8 @@ SlicingUpload::~SlicingUpload() = default;
 void SlicingUpload::pushImagePickerControllerWithConfig(
     const SlicingUploadConfig &config, bool video, const QString &asker)
 {
-    ImagePickerController::present(m_environment.shell, m_environment.photoLibrary,
-        m_environment.albumFolder, pickerSettings(config, video),
+    ImagePickerController::present(m_shell, m_device.photoLibrary, m_device.paths.album,
+        pickerSettings(config, video),
         [self = QPointer(this), config, asker](const std::optional<QList<PhotoAsset>> &picked) {
             if (self && picked)
                 self->didFinishPicking(config, *picked, asker);
@@ -57,15 +59,15 @@ void SlicingUpload::pushImagePickerControllerWithConfig(
 void SlicingUpload::didFinishPicking(
     const SlicingUploadConfig &config, const QList<PhotoAsset> &assets, const QString &asker)
 {
-    if (!m_environment.reachability->isReachable()) {
-        m_environment.shell->toast()->showError(u"没有网络连接..."_s);
+    if (!m_device.reachability->isReachable()) {
+        m_shell->toast()->showError(u"没有网络连接..."_s);
         return;
     }
     qCDebug(lcUpload) << "reachability status"
-                      << int(m_environment.reachability->networkReachabilityStatus());
-    m_environment.backGroundlogin(
-        [self = QPointer(this), session = m_environment.session->number(), config, assets, asker] {
-            if (self && session == self->m_environment.session->number())
+                      << int(m_device.reachability->networkReachabilityStatus());
+    Q_EMIT loginNeeded(
+        [self = QPointer(this), session = m_session->number(), config, assets, asker] {
+            if (self && session == self->m_session->number())
                 self->startRun(config, assets, asker);
         });
 }
@@ -73,8 +75,8 @@ void SlicingUpload::didFinishPicking(
 void SlicingUpload::startRun(
     const SlicingUploadConfig &config, const QList<PhotoAsset> &assets, const QString &asker)
 {
-    m_runs.push_back(
-        std::make_unique<UploadRun>(m_environment, &m_scratch, &m_photos, &m_videos, config));
+    m_runs.push_back(std::make_unique<UploadRun>(
+        m_device, m_shell->toast(), &m_scratch, &m_photos, &m_videos, config));
     UploadRun *run = m_runs.back().get();
     connect(run, &UploadRun::ended, this, [this, run, asker] { didEnd(*run, asker); });
     connect(run, &UploadRun::finished, this, [this, run] { forget(run); });
@@ -102,7 +104,7 @@ void SlicingUpload::didEnd(const UploadRun &run, const QString &asker)
         return;
     const QString text = QString::fromUtf8(QJsonDocument(run.results()).toJson());
     if (run.results().isEmpty())
-        m_environment.shell->toast()->showError(u"上传失败"_s);
+        m_shell->toast()->showError(u"上传失败"_s);
     else
         Q_EMIT onSlicingUpload(text, asker);
     qCDebug(lcUpload).noquote() << u"1111%1"_s.arg(text);

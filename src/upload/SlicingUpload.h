@@ -1,6 +1,6 @@
 #pragma once
 
-#include "upload/UploadEnvironment.h"
+#include "platform/Device.h"
 #include "upload/preparation/PhotoPreparation.h"
 #include "upload/preparation/VideoExport.h"
 #include "upload/protocol/ScratchFolder.h"
@@ -11,18 +11,22 @@
 #include <memory>
 #include <vector>
 
+class Shell;
 class UploadRun;
+class UserSession;
 struct PhotoAsset;
 
-//! Uploads from pages: lets the user pick photos or a clip and uploads them. One for the process,
-//! owned by the application; several runs may be under way at once. Its end, and that of the user's
-//! session, stops them, and nothing more is told.
+//! Uploads from pages: lets the user pick photos or a clip and uploads them. One for the process;
+//! several runs may be under way at once. Its end, and that of the user's session, stops them, and
+//! nothing more is told.
 class SlicingUpload : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit SlicingUpload(const UploadEnvironment &environment);
+    using LoggedIn = std::function<void()>;
+
+    SlicingUpload(const Device &device, UserSession *session, Shell *shell);
     ~SlicingUpload() override;
 
     //! Opens the picker as the page's configuration wants it; what is picked is uploaded. \a asker
@@ -34,6 +38,9 @@ public:
         const QString &asker = {});
 
 Q_SIGNALS:
+    //! Before a run: whoever hears it renews the login without a screen, and calls back only when
+    //! that has worked.
+    void loginNeeded(const LoggedIn &success);
     //! A run has uploaded something: its results as the text of a JSON list. A run without any
     //! shows a toast instead. \a asker: who asked for the run.
     void onSlicingUpload(const QString &result, const QString &asker);
@@ -45,7 +52,9 @@ private:
     void didEnd(const UploadRun &run, const QString &asker);
     void forget(UploadRun *run);
 
-    UploadEnvironment m_environment;
+    Device m_device;
+    UserSession *m_session;
+    Shell *m_shell;
     ScratchFolder m_scratch;
     PhotoPreparation m_photos;
     VideoExport m_videos;

@@ -1,9 +1,9 @@
 #include "upload/UploadRun.h"
 
+#include "platform/Device.h"
 #include "platform/media/PhotoAsset.h"
-#include "ui/shell/Shell.h"
+#include "ui/feedback/Toast.h"
 #include "upload/Logging.h"
-#include "upload/UploadEnvironment.h"
 #include "upload/preparation/PhotoPreparation.h"
 #include "upload/preparation/VideoExport.h"
 
@@ -20,9 +20,11 @@ constexpr double preparationEnd = 0.5;
 
 }
 
-UploadRun::UploadRun(const UploadEnvironment &environment, ScratchFolder *scratch,
+UploadRun::UploadRun(const Device &device, Toast *toast, ScratchFolder *scratch,
     PhotoPreparation *photos, VideoExport *videos, const SlicingUploadConfig &config)
-    : m_environment(environment)
+    : m_network(device.network)
+    , m_reachability(device.reachability)
+    , m_toast(toast)
     , m_scratch(scratch)
     , m_photos(photos)
     , m_videos(videos)
@@ -32,13 +34,13 @@ UploadRun::UploadRun(const UploadEnvironment &environment, ScratchFolder *scratc
 
 UploadRun::~UploadRun()
 {
-    m_environment.shell->toast()->hideLoading(m_loadingToast);
+    m_toast->hideLoading(m_loadingToast);
 }
 
 void UploadRun::start(const QList<PhotoAsset> &assets)
 {
     m_assets = assets;
-    m_loadingToast = m_environment.shell->toast()->showLoading(u"上传中..."_s);
+    m_loadingToast = m_toast->showLoading(u"上传中..."_s);
     QMetaObject::invokeMethod(this, &UploadRun::letNextBegin, Qt::QueuedConnection);
 }
 
@@ -74,8 +76,8 @@ void UploadRun::startVideo(int index)
     if (m_config.maxFileSingleSizeLimit < double(file.size())) {
         if (m_assets.size() == 1) {
             m_upMaxFileSingleSizeLimit = true;
-            m_environment.shell->toast()->hideLoading(m_loadingToast);
-            m_environment.shell->toast()->showError(u"上传失败：单个文件大小超过最大限制"_s);
+            m_toast->hideLoading(m_loadingToast);
+            m_toast->showError(u"上传失败：单个文件大小超过最大限制"_s);
         }
         return skip(u"the clip is too large"_s);
     }
@@ -116,8 +118,7 @@ void UploadRun::skip(const QString &reason)
 
 void UploadRun::upload(int index, const UploadData &data, bool isVideo, const QString &fileExt)
 {
-    OMUploadFileManager &manager
-        = m_managers.emplace_back(m_environment.network, m_environment.reachability, m_scratch);
+    OMUploadFileManager &manager = m_managers.emplace_back(m_network, m_reachability, m_scratch);
     connect(&manager, &OMUploadFileManager::preparationProgressed, this,
         [this, index](qint64 done, qint64 total) {
             showProgress(index,
@@ -145,15 +146,14 @@ void UploadRun::upload(int index, const UploadData &data, bool isVideo, const QS
 void UploadRun::showProgress(int index, double share)
 {
     if (!m_upMaxFileSingleSizeLimit && !m_hasEnded)
-        m_environment.shell->toast()->showProgress(
-            m_loadingToast, (index + share) / double(m_assets.size()));
+        m_toast->showProgress(m_loadingToast, (index + share) / double(m_assets.size()));
 }
 
 void UploadRun::end()
 {
     if (std::exchange(m_hasEnded, true))
         return;
-    m_environment.shell->toast()->hideLoading(m_loadingToast);
+    m_toast->hideLoading(m_loadingToast);
     Q_EMIT ended();
     finishIfIdle();
 }

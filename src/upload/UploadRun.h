@@ -8,12 +8,13 @@
 
 class PhotoPreparation;
 class ScratchFolder;
+class Toast;
 class VideoExport;
+struct Device;
 struct PhotoAsset;
-struct UploadEnvironment;
 
 //! What was picked at once, prepared and uploaded item by item, with the progress on the screen.
-//! Single use, owned by SlicingUpload.
+//! Single use.
 //!
 //! The items wait in turn for one counting semaphore that every report of every upload signals. So
 //! the first report of an item lets the next one begin, further ones let later items begin early,
@@ -25,8 +26,8 @@ class UploadRun : public QObject
 
 public:
     //! All must outlive the run.
-    UploadRun(const UploadEnvironment &environment, ScratchFolder *scratch,
-        PhotoPreparation *photos, VideoExport *videos, const SlicingUploadConfig &config);
+    UploadRun(const Device &device, Toast *toast, ScratchFolder *scratch, PhotoPreparation *photos,
+        VideoExport *videos, const SlicingUploadConfig &config);
     ~UploadRun() override;
 
     void start(const QList<PhotoAsset> &assets);
@@ -55,7 +56,9 @@ private:
     void end();
     void finishIfIdle();
 
-    const UploadEnvironment &m_environment;
+    QNetworkAccessManager *m_network;
+    const NetworkReachabilityManager *m_reachability;
+    Toast *m_toast;
     ScratchFolder *m_scratch;
     PhotoPreparation *m_photos;
     VideoExport *m_videos;

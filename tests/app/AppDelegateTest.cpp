@@ -73,7 +73,8 @@ private Q_SLOTS:
         m_client->delegate.didFinishLaunchingWithOptions({});
         QCOMPARE(m_client->root(), root);
         // The update check, and the silent login where there is one.
-        QCOMPARE(m_client->session.net.manager.connectItems().size(), root == blankRoot ? 2u : 1u);
+        QCOMPARE(m_client->session.account.requestManager.connectItems().size(),
+            root == blankRoot ? 2u : 1u);
         m_client->mainQueue.advance(1h);
         QCOMPARE(m_client->root(), root);
         QVERIFY2(m_client->loginModel().isFirstInstall() && m_client->loginModel().isLoginOut(),
@@ -98,12 +99,12 @@ private Q_SLOTS:
         QVERIFY(m_client->session.rememberLogin(u"student01"_s));
         m_client->loginModel().setIsLogin(true);
         const QString token = m_client->loginModel().login_token();
-        const QString settings = m_client->session.net.folder.filePath(u"settings.ini"_s);
+        const QString settings = m_client->session.folder.filePath(u"settings.ini"_s);
         TRY_VERIFY(QSettings(settings, QSettings::IniFormat).contains(u"loginTokenForST"_s));
-        m_client->session.net.reopenDefaults();
+        m_client->session.reopenDefaults();
         m_client->delegate.didFinishLaunchingWithOptions({});
         QCOMPARE(m_client->root(), blankRoot);
-        QCOMPARE(m_client->session.net.manager.connectItems().size(), 1u);
+        QCOMPARE(m_client->session.account.requestManager.connectItems().size(), 1u);
         m_client->mainQueue.advance(patience);
         QCOMPARE(m_client->root(), root == homeRoot ? blankRoot : root);
         QVERIFY(m_client->loginModel().isTokenAwaited());
@@ -114,7 +115,7 @@ private Q_SLOTS:
         QCOMPARE(m_client->root(), root);
         QVERIFY(m_client->loginModel().isLogin());
         // Who is signed in has consented, whether the token can be read yet or not.
-        TRY_COMPARE(m_client->session.net.defaults.stringForKey(u"GTPushCid"_s), u"getCidFailed"_s);
+        TRY_COMPARE(m_client->session.defaults.stringForKey(u"GTPushCid"_s), u"getCidFailed"_s);
     }
 
     void aLoginThatIsNotAcceptedLeadsToTheLoginScreen_data()
@@ -175,7 +176,7 @@ private Q_SLOTS:
         // The token outlives its session and brings nobody back.
         m_client->delegate.backGroundloginInWithRefresh(true, complete);
         QVERIFY(!m_client->session.isWaiting());
-        m_client->session.session.resume();
+        m_client->account.session.resume();
         m_client->delegate.backGroundloginInWithRefresh(true, complete);
         QCOMPARE(completions, 0);
         QVERIFY(silentLoginEnds());
@@ -195,8 +196,8 @@ private Q_SLOTS:
 
     void nothingTellsOfThePersonOrTheDeviceBeforeConsent()
     {
-        m_client->session.net.student.prepare();
-        TRY_VERIFY(!m_client->session.net.student.uuid().isNull());
+        m_client->session.account.studentIdentifier.prepare();
+        TRY_VERIFY(!m_client->session.account.studentIdentifier.uuid().isNull());
         m_sandbox.takeRequests();
         m_client->delegate.didFinishLaunchingWithOptions({});
         m_client->launch.splashAd()->setupXHLaunchAd();
@@ -207,15 +208,14 @@ private Q_SLOTS:
             asked << request.value(u"start"_s);
             QStringList sent = request.headers.values();
             sent << QString::fromUtf8(request.query) << QString::fromUtf8(request.body);
-            QVERIFY(!sent.join(u' ').contains(m_client->session.net.student.uuid()));
+            QVERIFY(!sent.join(u' ').contains(m_client->session.account.studentIdentifier.uuid()));
             QVERIFY(!request.headers.contains(u"cookie"_s));
         }
         asked.sort();
         QCOMPARE(asked, (QStringList {u"appUpdateInfo"_s, u"listAd4App"_s}));
         // Whatever comes of a registration is stored.
-        const auto registered = [this] {
-            return !m_client->session.net.defaults.stringForKey(u"GTPushCid"_s).isNull();
-        };
+        const auto registered
+            = [this] { return !m_client->session.defaults.stringForKey(u"GTPushCid"_s).isNull(); };
         QVERIFY(!registered());
         m_client->launch.consent()->agree();
         TRY_VERIFY(registered());
@@ -225,7 +225,7 @@ private Q_SLOTS:
     {
         signIn();
         m_client->delegate.didFinishLaunchingWithOptions({});
-        TRY_COMPARE(m_client->session.net.defaults.stringForKey(u"GTPushCid"_s), u"getCidFailed"_s);
+        TRY_COMPARE(m_client->session.defaults.stringForKey(u"GTPushCid"_s), u"getCidFailed"_s);
     }
 
     void theSilentLoginsMessageWaitsForTheAdvertisement()
@@ -258,7 +258,7 @@ private Q_SLOTS:
         m_client->pushRegistration.didReceiveNotification(notification);
         QCOMPARE(m_client->delegate.takePushDictionary(), std::nullopt);
         // But not while nobody is signed in; nor is it anybody else's.
-        UserSession &session = m_client->session.session;
+        UserSession &session = m_client->account.session;
         for (const bool sameUser : {true, false}) {
             m_client->delegate.urlStr = u"https://h/"_s;
             session.logout();

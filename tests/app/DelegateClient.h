@@ -1,13 +1,10 @@
 #pragma once
 
 #include "app/delegate/AppDelegate.h"
+#include "app/parts/Screens.h"
 #include "launch/LaunchStage.h"
-#include "login/school/LoginViewController2.h"
-#include "platform/desktop/ApplicationBadge.h"
-#include "platform/push/DesktopNotifications.h"
-#include "platform/push/MqttPushClient.h"
-#include "platform/services/DesktopShareSDK.h"
-#include "platform/services/PositioningLocationManager.h"
+#include "login/screen/SchoolLoginViewController.h"
+#include "ui/navigation/NavigationController.h"
 #include "web/HomeStage.h"
 #include "web/home/STHomeViewController.h"
 
@@ -21,20 +18,15 @@ public:
     QString root() { return shell.navigator()->rootName(); }
     LoginModel &loginModel() { return stage.loginModel; }
 
-    DeploymentConfiguration configuration;
     HomeStage stage;
     SessionClient &session {stage.session};
+    Account &account {stage.account};
     ManualMainQueue &mainQueue {stage.mainQueue};
     NotificationCenter &notifications {stage.notifications};
     Shell &shell {stage.shell};
-    PositioningLocationManager locationManager {&mainQueue, &session.net.network, {}};
-    DesktopShareSDK shareSDK {&stage.urlOpener, &stage.album, nullptr, {}};
-    ApplicationBadge badge {QStringLiteral("vant-student.desktop")};
-    DesktopNotifications desktopNotifications {{}, {}};
-    //! Without a broker.
-    MqttPushClient pushClient;
-    PushRegistration pushRegistration;
+    PushRegistration &pushRegistration {stage.portal.pushRegistration};
     LaunchStage launch;
+    Screens screens;
     //! What the window system is asked for, and what it says.
     QList<Qt::ScreenOrientation> orientations;
     QString orientationRefusal;
@@ -42,5 +34,4 @@ public:
 
 private:
     QString turn(Qt::ScreenOrientation orientation);
-    std::unique_ptr<SchoolLoginViewController> makeLogin();
 };

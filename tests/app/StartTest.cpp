@@ -1,4 +1,4 @@
-#include "app/start/ProfilePaths.h"
+#include "platform/storage/ProfilePaths.h"
 #include "app/start/ConfigurationFile.h"
 #include "app/start/ProfileLock.h"
 #include "app/start/RunningInstance.h"

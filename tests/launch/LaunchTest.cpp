@@ -2,7 +2,6 @@
 #include "launch/ad/VANTSplashAdManager.h"
 #include "platform/time/NotificationCenter.h"
 #include "session/SessionClient.h"
-#include "support/NotedUrlOpener.h"
 #include "support/PageServer.h"
 #include "support/Patience.h"
 #include "support/PlatformProcess.h"
@@ -42,15 +41,17 @@ struct Bench
         : hosts(sandbox.hosts())
         , client(hosts)
         , shell(client.mainQueue)
-        , check({.requests = &client.net.requests,
-              .shell = &shell,
-              .urlOpener = &opener,
-              .session = &client.session,
-              .notifications = &notifications,
-              .build = build,
-              .officialHost = hosts.official,
-              .launchAdShowing = [] { return false; }})
+        , check(client.device, &client.account, &shell, configured(hosts, build), {})
     {
+    }
+
+    static DeploymentConfiguration configured(
+        const DeploymentConfiguration::Hosts &hosts, const QString &build)
+    {
+        DeploymentConfiguration configuration;
+        configuration.hosts = hosts;
+        configuration.app.build = build;
+        return configuration;
     }
 
     bool checkEnds()
@@ -63,10 +64,8 @@ struct Bench
     SessionClient client;
     Shell shell;
     AlertView *alert {shell.alertView()};
-    NotificationCenter notifications;
-    NotedUrlOpener opener;
     UpdateCheck check;
-    QSignalSpy ended {&client.session, &UserSession::ended};
+    QSignalSpy ended {&client.account.session, &UserSession::ended};
 };
 
 }
@@ -88,12 +87,12 @@ private:
     int m_finished = 0;
 
     LaunchAd *ad() { return m_manager->launchAd(); }
-    QNetworkAccessManager *network() { return &m_client->net.network; }
+    QNetworkAccessManager *network() { return &m_client->network; }
 
     void launch()
     {
         m_finished = 0;
-        m_manager = std::make_unique<VANTSplashAdManager>(&m_client->net.requests, network(),
+        m_manager = std::make_unique<VANTSplashAdManager>(&m_client->account.requests, network(),
             &m_client->mainQueue, m_notifications.get(), screen);
         m_manager->setupXHLaunchAd();
         QVERIFY(m_manager->isShowing());
@@ -116,7 +115,7 @@ private Q_SLOTS:
         m_manager.reset();
         m_client = std::make_unique<SessionClient>(m_sandbox.hosts());
         auto *cache = new QNetworkDiskCache(network());
-        cache->setCacheDirectory(m_client->net.folder.filePath(u"http"_s));
+        cache->setCacheDirectory(m_client->folder.filePath(u"http"_s));
         network()->setCache(cache);
         m_notifications = std::make_unique<NotificationCenter>();
         m_notifications->addObserver(
@@ -188,7 +187,7 @@ private Q_SLOTS:
             = m_sandbox.address(PlatformProcess::Content) + u"images/ad-still.png"_s;
         listPicture(address);
         launch();
-        TRY_VERIFY(m_client->net.manager.connectItems().empty());
+        TRY_VERIFY(m_client->account.requestManager.connectItems().empty());
         advance(1999ms);
         QCOMPARE(m_finished, 0);
         advance(1ms);
@@ -250,7 +249,7 @@ private Q_SLOTS:
         QCOMPARE(bench.alert->buttons(),
             tag == 101 ? QStringList {u"确定"_s} : (QStringList {u"取消"_s, u"确定"_s}));
         QCOMPARE(bench.alert->cancel(), tag == 102);
-        QVERIFY2(bench.opener.opened.isEmpty(), "going back is no consent");
+        QVERIFY2(bench.client.urlOpener.opened.isEmpty(), "going back is no consent");
     }
 
     void actsOnTheButton_data()
@@ -270,19 +269,19 @@ private Q_SLOTS:
         QFETCH(const bool, opens);
         Bench bench(m_sandbox, u"1"_s);
         QVERIFY(bench.client.rememberLogin(u"student01"_s));
-        LoginModel &login = bench.client.net.loginModel;
+        LoginModel &login = bench.client.account.loginModel;
         QNetworkCookie session("mo", "1");
         session.setDomain(u"127.0.0.1"_s);
         session.setPath(u"/"_s);
-        bench.client.net.cookies->setCookie(session);
-        bench.client.cookies.handleCookie();
+        bench.client.cookieStorage->setCookie(session);
+        bench.client.account.ssoCookies.handleCookie();
         login.setUserName(u"u"_s);
         login.setPassword(u"p"_s);
         login.setIsLogin(true);
-        bench.client.session.resume();
+        bench.client.account.session.resume();
         bench.check.showUpdate(u"新"_s, forced ? UpdateCheck::Force::Yes : UpdateCheck::Force::No);
         bench.alert->press(button);
-        QCOMPARE(bench.opener.opened,
+        QCOMPARE(bench.client.urlOpener.opened,
             opens ? QList {QUrl(bench.hosts.official + u"pages/official/h5/download.jsp"_s)}
                   : QList<QUrl>());
         QCOMPARE(login.isLogin(), !forced);
@@ -290,7 +289,7 @@ private Q_SLOTS:
         QCOMPARE(login.userName(), forced ? u""_s : u"u"_s);
         QCOMPARE(login.password(), forced ? u""_s : u"p"_s);
         QCOMPARE(bench.client.savedCookieNames().isEmpty(), forced);
-        QCOMPARE(bench.client.net.cookies->holdsCookieNamed({"mo"}), !forced);
+        QCOMPARE(bench.client.cookieStorage->holdsCookieNamed({"mo"}), !forced);
         QVERIFY(!bench.alert->isVisible());
     }
 };

@@ -46,17 +46,17 @@ struct Bench
 
     bool shows(const QString &text) const { return ui.itemWithText(text) != nullptr; }
     void click(const QString &text) { ui.click(ui.itemWithText(text)); }
-    bool stored(const QString &key) { return client.net.defaults.boolForKey(key); }
+    bool stored(const QString &key) { return client.defaults.boolForKey(key); }
 
     SessionClient client;
     UiHarness ui;
     ViewController root;
     NotedShareSDK shareSDK;
     int terminated = 0;
-    PrivacyConsent consent {&client.net.defaults, &shareSDK, [this] { ++terminated; }};
+    PrivacyConsent consent {&client.defaults, &shareSDK, [this] { ++terminated; }};
     LaunchEnvironment environment {.shell = &ui.shell,
-        .defaults = &client.net.defaults,
-        .requests = &client.net.requests,
+        .defaults = &client.defaults,
+        .requests = &client.account.requests,
         .consent = &consent,
         .displayName = u"成长平台"_s,
         .contentHost = u"https://content/"_s,
@@ -124,7 +124,7 @@ private Q_SLOTS:
 
     void aRefusalEndsTheProgramAndWritesNothingMore()
     {
-        const QString folder = m_bench->client.net.folder.path() + u"/refused"_s;
+        const QString folder = m_bench->client.folder.path() + u"/refused"_s;
         QDir().mkpath(folder);
         QProcess program;
         program.setProcessChannelMode(QProcess::ForwardedChannels);

@@ -15,17 +15,9 @@ LoginHarness::LoginHarness(PlatformProcess &sandbox)
 LoginEnvironment LoginHarness::environment()
 {
     return {
-        .defaults = &defaults,
-        .loginModel = &loginModel,
-        .mainQueue = &mainQueue,
-        .network = &network,
-        .notifications = &notifications,
-        .pushBinding = &session.binding,
-        .reachability = &reachability,
-        .requests = &requests,
+        .device = session.device,
+        .account = &session.account,
         .shell = &shell,
-        .session = &session.session,
-        .wxApi = nullptr,
         .displayName = u"成长平台"_s,
         .launchAdShowing = [] { return false; },
     };

@@ -1,10 +1,8 @@
 #pragma once
 
 #include "login/form/LoginEnvironment.h"
-#include "platform/time/NotificationCenter.h"
 #include "session/SessionClient.h"
 #include "support/PlatformProcess.h"
-#include "support/SwitchedReachability.h"
 #include "ui/shell/Shell.h"
 
 //! All that a login screen works with, in a profile of its own, against a real school platform.
@@ -26,12 +24,12 @@ public:
     PlatformProcess &sandbox;
     SessionClient session;
     ManualMainQueue &mainQueue {session.mainQueue};
-    LoginModel &loginModel {session.net.loginModel};
-    UserDefaults &defaults {session.net.defaults};
-    QNetworkAccessManager &network {session.net.network};
-    BaseRequestManager &manager {session.net.manager};
-    RequestInterface &requests {session.net.requests};
-    NotificationCenter notifications;
-    SwitchedReachability reachability;
+    LoginModel &loginModel {session.account.loginModel};
+    UserDefaults &defaults {session.defaults};
+    QNetworkAccessManager &network {session.network};
+    BaseRequestManager &manager {session.account.requestManager};
+    RequestInterface &requests {session.account.requests};
+    NotificationCenter &notifications {session.notifications};
+    SwitchedReachability &reachability {session.reachability};
     Shell shell {session.mainQueue};
 };

@@ -91,7 +91,7 @@ private:
         m_harness->loginModel.setSiteCode(siteCode);
         LoginEnvironment environment = m_harness->environment();
         environment.isPatriarch = isPatriarch;
-        environment.wxApi = m_wxApi.get();
+        environment.device.wxApi = m_wxApi.get();
         m_navigation.reset();
         m_login = std::make_unique<LoginViewController2>(environment);
         Navigator *navigator = m_harness->shell.navigator();
@@ -133,11 +133,11 @@ private Q_SLOTS:
         m_login->login();
         TRY_VERIFY(m_harness->loginModel.isLogin());
         QByteArrayList secrets {"vant1234", m_harness->loginModel.login_token().toUtf8()};
-        for (const QNetworkCookie &cookie : m_harness->session.net.cookies->cookies()) {
+        for (const QNetworkCookie &cookie : m_harness->session.cookieStorage->cookies()) {
             if (cookie.name() == "mo" || cookie.name() == "tmo")
                 secrets << cookie.value();
         }
-        const QString path = m_harness->session.net.folder.filePath(u"settings.ini"_s);
+        const QString path = m_harness->session.folder.filePath(u"settings.ini"_s);
         for (const QString &key :
             {u"loginTokenForST"_s, u"passwordForST"_s, u"vantCookies"_s, u"MiPushUsingCookie"_s}) {
             QVERIFY2(m_harness->defaults.objectForKey(key).isValid(), qPrintable(key));
@@ -294,7 +294,7 @@ private Q_SLOTS:
         QTest::newRow("signed in by password") << Change([](LoginViewController2Test &test) {
             test.m_harness->loginModel.setLogin_token(u"token"_s);
             test.m_harness->loginModel.setIsLogin(true);
-            test.m_harness->session.session.resume();
+            test.m_harness->session.account.session.resume();
         }) << QStringList();
         QTest::newRow("a password is on its way") << Change([](LoginViewController2Test &test) {
             test.m_login->setAccount(u"student02"_s);
@@ -362,7 +362,7 @@ private Q_SLOTS:
         QVERIFY(!m_harness->shell.progressHUD()->isVisible());
 
         // From now on the platform knows the identity.
-        m_harness->session.session.expire();
+        m_harness->session.account.session.expire();
         m_login->viewDidAppear();
         m_login->checkUserInstructions();
         m_login->wechatLogin();

@@ -115,7 +115,7 @@ private Q_SLOTS:
         QCOMPARE(model.login_token(), u"old"_s);
         QVERIFY(!m_harness->defaults.objectForKey(u"vantCookies"_s).isValid());
         // Nor does a session stay that nobody has signed in to.
-        QVERIFY(!m_harness->session.net.cookies->holdsCookieNamed({"mo", "tmo"}));
+        QVERIFY(!m_harness->session.cookieStorage->holdsCookieNamed({"mo", "tmo"}));
         QCOMPARE(m_harness->askedFor(), QStringList {u"login4H5"_s});
     }
 

@@ -1,10 +1,7 @@
 #include "net/NetClient.h"
 
-#include "model/SecretSettings.h"
 #include "model/StringFormat.h"
 #include "support/Patience.h"
-
-#include <QLoggingCategory>
 
 char *toString(const Answer &answer)
 {
@@ -16,26 +13,12 @@ char *toString(const Answer &answer)
 }
 
 NetClient::NetClient(const DeploymentConfiguration::Hosts &hosts)
-    : keychain(u"net-test"_qs, folder.filePath(u"keychain.ini"_qs))
-    , defaults(folder.filePath(u"settings.ini"_qs), &keychain, secretSettings)
-    , loginModel(&defaults)
-    , cookies(new HTTPCookieStorage(folder.filePath(u"cookies.json"_qs)))
+    : loginModel(&defaults)
     , student(&keychain, u"student"_qs)
     , patriarch(&keychain, u"patriarch"_qs)
     , manager(&network, &loginModel, &defaults, hosts)
     , requests(&manager, &student, &patriarch)
 {
-    network.setCookieJar(cookies);
-    // The items of tests have no place in the keyring of whoever runs them.
-    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
-    QLoggingCategory::setFilterRules(u"vant.platform.info=false"_qs);
-}
-
-void NetClient::reopenDefaults()
-{
-    // In its place, for all that work with it.
-    std::destroy_at(&defaults);
-    std::construct_at(&defaults, folder.filePath(u"settings.ini"_qs), &keychain, secretSettings);
 }
 
 Answer NetClient::await(const Call &call)

@@ -4,10 +4,7 @@
 #include "model/LoginModel.h"
 #include "net/catalogue/RequestInterface.h"
 #include "net/request/BaseRequestManager.h"
-#include "platform/storage/HTTPCookieStorage.h"
-
-#include <QNetworkAccessManager>
-#include <QTemporaryDir>
+#include "support/TestProfile.h"
 
 //! What a call ended with.
 struct Answer
@@ -23,7 +20,7 @@ struct Answer
 char *toString(const Answer &answer);
 
 //! The request layer with everything below it, in a profile of its own.
-class NetClient
+class NetClient : public TestProfile
 {
 public:
     using Call = std::function<void(ResponseCallback)>;
@@ -39,15 +36,7 @@ public:
     //! Sets the chosen school's own server; null strings take an address away.
     void setLocal(const QString &url, const QString &urlQe);
 
-    //! Opens the settings anew, as a restart finds them: their secrets are awaited.
-    void reopenDefaults();
-
-    QTemporaryDir folder;
-    KeyChainStore keychain;
-    UserDefaults defaults;
     LoginModel loginModel;
-    QNetworkAccessManager network;
-    HTTPCookieStorage *cookies; //!< the network's
     DeviceIdentifier student;
     DeviceIdentifier patriarch;
     BaseRequestManager manager;

@@ -1,16 +1,16 @@
 #pragma once
 
-#include "net/NetClient.h"
-#include "session/LoginResult.h"
-#include "session/PushBinding.h"
-#include "session/SilentLogin.h"
-#include "session/SsoCookies.h"
-#include "session/UserSession.h"
+#include "platform/Device.h"
+#include "platform/time/NotificationCenter.h"
+#include "session/Account.h"
 #include "support/ManualMainQueue.h"
+#include "support/NotedUrlOpener.h"
+#include "support/SwitchedReachability.h"
+#include "support/TestProfile.h"
 
-//! The session with everything below it, in a profile of its own; its clock stands still until it
-//! is advanced.
-class SessionClient
+//! Everything up to the session, in a profile of its own: the device is the test's, its clock
+//! stands still until it is advanced.
+class SessionClient : public TestProfile
 {
 public:
     explicit SessionClient(const DeploymentConfiguration::Hosts &hosts);
@@ -22,13 +22,12 @@ public:
     //! The names of the saved session cookies, sorted.
     QStringList savedCookieNames() const;
     //! Whether a call to the platform is on its way.
-    bool isWaiting() const { return !net.manager.connectItems().empty(); }
+    bool isWaiting() const { return !account.requestManager.connectItems().empty(); }
 
-    NetClient net;
     ManualMainQueue mainQueue;
-    SsoCookies cookies;
-    LoginResult result;
-    UserSession session;
-    PushBinding binding;
-    SilentLogin silentLogin;
+    NotificationCenter notifications;
+    SwitchedReachability reachability;
+    NotedUrlOpener urlOpener;
+    Device device; //!< the parts above; no others
+    Account account;
 };

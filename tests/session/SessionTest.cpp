@@ -34,7 +34,7 @@ private Q_SLOTS:
     {
         start(Refresh::No);
         start(Refresh::Yes);
-        m_client->silentLogin.start(
+        m_client->account.silentLogin.start(
             Refresh::No, UserCheck::No, [this](Outcome, const QString &) { start(Refresh::No); });
         TRY_COMPARE(m_endings.size(), 3);
         for (const Ending &ending : std::as_const(m_endings))
@@ -74,7 +74,7 @@ private Q_SLOTS:
         m_platform.addFault({{u"start"_s, u"bindGeTui"_s}, {u"times"_s, 1000}, {u"status"_s, 500}});
         model().setC_id(u"cid-1"_s);
         model().userModel = UserModel();
-        m_client->binding.bindGeTui();
+        m_client->account.pushBinding.bindGeTui();
         QCOMPARE(settled().size(), 1);
         for (int retry = 1; retry <= 10; ++retry) {
             m_client->mainQueue.advance(3599s);
@@ -85,7 +85,7 @@ private Q_SLOTS:
         // The process's ten are used up.
         m_client->mainQueue.advance(24h);
         QCOMPARE(settled().size(), 0);
-        m_client->binding.bindGeTui();
+        m_client->account.pushBinding.bindGeTui();
         QCOMPARE(settled().size(), 1);
         m_client->mainQueue.advance(24h);
         QCOMPARE(settled().size(), 0);
@@ -95,8 +95,8 @@ private Q_SLOTS:
     {
         m_platform.addFault({{u"start"_s, u"login4H5"_s}, {u"delay_ms"_s, 100}});
         {
-            SilentLogin brief(
-                &model(), &m_client->net.requests, &m_client->session, &m_client->binding);
+            SilentLogin brief(&model(), &m_client->account.requests, &m_client->account.session,
+                &m_client->account.pushBinding);
             brief.start(Refresh::Yes, UserCheck::Yes,
                 [this](Outcome, const QString &) { m_endings.append(Ending()); });
         }
@@ -129,13 +129,14 @@ private:
         return {{u"user"_s, user}, {u"login_token"_s, u"token of "_s + userId}};
     }
 
-    LoginModel &model() { return m_client->net.loginModel; }
+    LoginModel &model() { return m_client->account.loginModel; }
 
     void start(Refresh refresh, UserCheck check = UserCheck::Yes)
     {
-        m_client->silentLogin.start(refresh, check, [this](Outcome outcome, const QString &text) {
-            m_endings.append({outcome, text});
-        });
+        m_client->account.silentLogin.start(
+            refresh, check, [this](Outcome outcome, const QString &text) {
+                m_endings.append({outcome, text});
+            });
     }
 
     Ending run(Refresh refresh = Refresh::Yes)
@@ -197,7 +198,7 @@ void SessionTest::storesNothingWithoutSuccess()
         QVERIFY(!model().isLogin());
         QVERIFY(!model().userModel && !model().ssoinfo && !model().siteInfo);
         QCOMPARE(model().login_token(), token);
-        QVERIFY(!m_client->net.defaults.objectForKey(u"vantCookies"_s).isValid());
+        QVERIFY(!m_client->defaults.objectForKey(u"vantCookies"_s).isValid());
         QVERIFY(!m_client->isWaiting());
     }
 }
@@ -214,7 +215,7 @@ void SessionTest::aSessionEndsOnceAndWhatWasBegunInItIsDropped()
     QFETCH(const QString, way);
     const bool leaves = way == u"the user leaves";
     const bool isReplaced = way == u"another signs in";
-    UserSession &session = m_client->session;
+    UserSession &session = m_client->account.session;
     m_platform.addFault({{u"start"_s, u"bindGeTui"_s}, {u"times"_s, 10}, {u"status"_s, 500}});
     model().setC_id(u"cid"_s);
     model().setUserName(u"u"_s);
@@ -254,7 +255,7 @@ void SessionTest::aSessionEndsOnceAndWhatWasBegunInItIsDropped()
     QCOMPARE(session.isActive(), isReplaced);
     QCOMPARE(model().userName(), leaves ? u""_s : u"u"_s);
     QCOMPARE(model().login_token(), isReplaced ? u"token of another"_s : token);
-    QVERIFY(!m_client->net.defaults.objectForKey(u"MiPushUsingCookie"_s).isValid());
+    QVERIFY(!m_client->defaults.objectForKey(u"MiPushUsingCookie"_s).isValid());
     if (!isReplaced) {
         session.logout();
         session.expire();
@@ -278,8 +279,8 @@ void SessionTest::anotherUserFindsNothingOfTheFormer()
     QFETCH(const QString, site);
     QFETCH(const QString, user);
     QFETCH(const bool, isOther);
-    UserSession &session = m_client->session;
-    HTTPCookieStorage *storage = m_client->net.cookies;
+    UserSession &session = m_client->account.session;
+    HTTPCookieStorage *storage = m_client->cookieStorage;
     const QUrl host(u"http://h.example/"_s);
     const auto receive = [&](const char *cookie) {
         storage->setCookiesFromUrl(QNetworkCookie::parseCookies(cookie), host);
@@ -292,7 +293,7 @@ void SessionTest::anotherUserFindsNothingOfTheFormer()
         return names;
     };
     storage->removeReceivedBefore(storage->mark());
-    m_client->net.requests.setOrganization(u"school01"_s);
+    m_client->account.requests.setOrganization(u"school01"_s);
     QVERIFY(session.begin(session.attempt(), answerFor(u"1"_s), ChosenRegion()));
     receive("mo=former; Max-Age=1000");
     receive("theme=former; Max-Age=1000");
@@ -309,10 +310,10 @@ void SessionTest::anotherUserFindsNothingOfTheFormer()
                             << model().userModel->user_id;
     });
     // Later runs know whose the last session was.
-    UserSession nextRun(
-        &model(), &m_client->net.defaults, storage, &m_client->cookies, &m_client->result);
+    UserSession nextRun(&model(), &m_client->defaults, storage, &m_client->account.ssoCookies,
+        &m_client->account.loginResult);
     connect(&nextRun, &UserSession::userChanging, &session, &UserSession::userChanging);
-    m_client->net.requests.setOrganization(site);
+    m_client->account.requests.setOrganization(site);
     QVERIFY(nextRun.begin({nextRun.number(), attempt.cookieMark}, answerFor(user), ChosenRegion()));
     QCOMPARE(signedInAtTheChange, isOther ? (QStringList {u"no"_s, u"1"_s}) : QStringList());
     QVERIFY(model().isLogin());
@@ -320,14 +321,14 @@ void SessionTest::anotherUserFindsNothingOfTheFormer()
     QCOMPARE(held(*storage), isOther ? QByteArrayList {"tmo"} : all);
     QCOMPARE(m_client->savedCookieNames(), QStringList {u"tmo"_s});
     const QByteArrayList persistent {"theme", "tmo"};
-    TRY_COMPARE(held(HTTPCookieStorage(m_client->net.folder.filePath(u"cookies.json"_s))),
+    TRY_COMPARE(held(HTTPCookieStorage(m_client->folder.filePath(u"cookies.json"_s))),
         isOther ? QByteArrayList {"tmo"} : persistent);
 }
 
 void SessionTest::whatLiesHereWithoutAKnownUserIsNobodys()
 {
-    UserSession &session = m_client->session;
-    HTTPCookieStorage *storage = m_client->net.cookies;
+    UserSession &session = m_client->account.session;
+    HTTPCookieStorage *storage = m_client->cookieStorage;
     QSignalSpy changes(&session, &UserSession::userChanging);
     const auto receive = [&](const char *cookie) {
         storage->setCookiesFromUrl(
@@ -340,12 +341,12 @@ void SessionTest::whatLiesHereWithoutAKnownUserIsNobodys()
     session.resume();
     QVERIFY(session.begin(session.attempt(), answerFor(u"0"_s), Refresh::Yes));
     QVERIFY(storage->holdsCookieNamed({"theme"}));
-    m_client->net.defaults.removeObjectForKey(u"LastUser"_s);
+    m_client->defaults.removeObjectForKey(u"LastUser"_s);
     session.expire();
     QVERIFY(session.begin(session.attempt(), answerFor(u"1"_s), ChosenRegion()));
     QVERIFY(changes.size() == 1 && !storage->holdsCookieNamed({"theme"}));
     session.expire();
-    m_client->net.defaults.removeObjectForKey(u"LastUser"_s);
+    m_client->defaults.removeObjectForKey(u"LastUser"_s);
     session.launch();
     QCOMPARE(changes.size(), 2);
     // From now on somebody is known, if only as nobody: the first to sign in finds all as it is.
@@ -363,7 +364,7 @@ void SessionTest::whatLiesHereWithoutAKnownUserIsNobodys()
 
 void SessionTest::anAnswerKeepsWhatWorks()
 {
-    m_client->net.requests.setOrganization(u"school01"_s);
+    m_client->account.requests.setOrganization(u"school01"_s);
     model().setLogin_token(u"old token"_s);
     model().setSchool(u"A"_s);
     model().setProvinces(u"B"_s);
@@ -381,11 +382,11 @@ void SessionTest::anAnswerKeepsWhatWorks()
         {R"({"login_token": "", "redirect_url": ""})", u""_s, u""_s},
     };
     for (const auto &[answer, token, redirectUrl] : rows) {
-        m_client->net.defaults.setObject(u"http://before/"_s, u"redirect_url"_s);
-        m_client->result.handleLoginResult(
+        m_client->defaults.setObject(u"http://before/"_s, u"redirect_url"_s);
+        m_client->account.loginResult.handleLoginResult(
             QJsonDocument::fromJson(answer).object(), ChosenRegion {{}, u""_s, u"新"_s});
         QCOMPARE(model().login_token(), token);
-        const UserDefaults restarted(m_client->net.folder.filePath(u"settings.ini"_s));
+        const UserDefaults restarted(m_client->folder.filePath(u"settings.ini"_s));
         QCOMPARE(restarted.stringForKey(u"redirect_url"_s), redirectUrl);
         QCOMPARE(restarted.objectForKey(u"redirect_url"_s).isValid(), !redirectUrl.isNull());
         QCOMPARE(model().userModel, UserModel());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "web/home/PageServices.h"
+#include "web/portal/PageServices.h"
 
 //! For tests in which no page asks for anything.
 class NoPageServices : public PageServices

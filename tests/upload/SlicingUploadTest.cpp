@@ -5,7 +5,6 @@
 #include "session/SessionClient.h"
 #include "support/Patience.h"
 #include "support/PlatformProcess.h"
-#include "support/SwitchedReachability.h"
 #include "ui/shell/Shell.h"
 #include "upload/SampleMedia.h"
 #include "upload/UploadRun.h"
@@ -57,25 +56,19 @@ private Q_SLOTS:
         m_reachability.status = NetworkReachabilityManager::Status::Unknown;
         m_logins = 0;
         m_loginIsSlow = false;
-        m_client.session.resume();
+        m_client.account.session.resume();
         m_folder = std::make_unique<QTemporaryDir>();
-        m_upload = std::make_unique<SlicingUpload>(UploadEnvironment {
-            .network = &m_network,
-            .reachability = &m_reachability,
-            .photoLibrary = nullptr,
-            .shell = &m_shell,
-            .session = &m_client.session,
-            .backGroundlogin =
-                [this](const UploadEnvironment::LoggedIn &success) {
-                    ++m_logins;
-                    m_loggedIn = success;
-                    if (!m_loginIsSlow)
-                        success();
-                },
-            .albumFolder = {},
-            .libraryPath = m_folder->path(),
-            .exportFolder = m_folder->filePath(u"exports"_s),
-        });
+        Device device = m_client.device;
+        device.paths.data = m_folder->path();
+        device.paths.exports = m_folder->filePath(u"exports"_s);
+        m_upload = std::make_unique<SlicingUpload>(device, &m_client.account.session, &m_shell);
+        connect(m_upload.get(), &SlicingUpload::loginNeeded, this,
+            [this](const SlicingUpload::LoggedIn &success) {
+                ++m_logins;
+                m_loggedIn = success;
+                if (!m_loginIsSlow)
+                    success();
+            });
     }
 
     void cleanup() { m_upload.reset(); }
@@ -165,7 +158,7 @@ private Q_SLOTS:
         if (withTheProgram)
             m_upload.reset();
         else
-            m_client.session.expire();
+            m_client.account.session.expire();
         // The connection goes with what was sent by it.
         TRY_VERIFY(m_network.findChildren<QNetworkReply *>().isEmpty());
         QCOMPARE(results.count(), 0);
@@ -176,16 +169,16 @@ private Q_SLOTS:
     {
         m_loginIsSlow = true;
         m_upload->didFinishPicking(m_config, assets({u"short.mp4"_s}));
-        m_client.session.expire();
+        m_client.account.session.expire();
         m_loggedIn();
         m_loginIsSlow = false;
-        m_client.session.resume();
+        m_client.account.session.resume();
         QSignalSpy results(m_upload.get(), &SlicingUpload::onSlicingUpload);
         m_upload->didFinishPicking(m_config, assets({u"short.mp4"_s}));
         TRY_COMPARE(results.count(), 1);
         QDir exports(m_folder->filePath(u"exports"_s));
         QCOMPARE(exports.entryList(QDir::Files).size(), 1);
-        Q_EMIT m_client.session.userChanging();
+        Q_EMIT m_client.account.session.userChanging();
         QCOMPARE(exports.entryList(QDir::Files).size(), 0);
     }
 
@@ -211,12 +204,12 @@ private:
     SessionClient m_client {m_platform.hosts()};
     ManualMainQueue &m_queue {m_client.mainQueue};
     Shell m_shell {m_queue};
-    QNetworkAccessManager m_network;
-    SwitchedReachability m_reachability;
+    QNetworkAccessManager &m_network {m_client.network};
+    SwitchedReachability &m_reachability {m_client.reachability};
     SlicingUploadConfig m_config;
     int m_logins = 0;
     bool m_loginIsSlow = false;
-    UploadEnvironment::LoggedIn m_loggedIn;
+    SlicingUpload::LoggedIn m_loggedIn;
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<SlicingUpload> m_upload;
 };

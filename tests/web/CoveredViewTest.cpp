@@ -93,14 +93,14 @@ private Q_SLOTS:
             "</script>");
         m_server->setPage("/other.html", "<title>other</title>");
         m_delegate = std::make_unique<NotedDelegate>();
-        m_stage = std::make_unique<HomeStage>(DeploymentConfiguration::Hosts(), m_delegate.get());
-        m_stage->session.session.resume();
+        m_stage = std::make_unique<HomeStage>();
+        m_stage->session.account.session.resume();
         m_stage->loginModel.setIsLogin(true);
         m_stage->loginModel.siteInfo = SiteModel();
         m_stage->loginModel.siteInfo->redirect_url = m_server->url("/portal.html");
-        m_home = std::make_unique<STHomeViewController>(m_stage->environment());
-        m_pages = std::make_unique<SecondaryPages>(
-            navigator(), &m_stage->profiles, &m_stage->pageHost, &m_stage->mainQueue, [](bool) {});
+        m_home = std::make_unique<STHomeViewController>(m_stage->environment(m_delegate.get()));
+        m_pages = std::make_unique<SecondaryPages>(navigator(), &m_stage->portal.pageProfiles,
+            &m_stage->portal.pageHost, &m_stage->mainQueue);
         navigator()->setAnimated(false);
         navigator()->registerScreen(
             u"HomeScreen"_s, QUrl(u"qrc:/qt/qml/Vant/Web/HomeScreen.qml"_s));

@@ -71,7 +71,7 @@ private Q_SLOTS:
         m_home->show();
         QVERIFY(m_home->waitForPage(u"portal"_s));
         const auto value = [this](const char *name) {
-            for (const QNetworkCookie &cookie : m_home->stage.session.net.cookies->cookies()) {
+            for (const QNetworkCookie &cookie : m_home->stage.session.cookieStorage->cookies()) {
                 if (cookie.name() == name)
                     return cookie.value();
             }
@@ -80,7 +80,7 @@ private Q_SLOTS:
         TRY_COMPARE(value("tmo"), "renewed");
         QVERIFY(value("rblgin").isEmpty());
 
-        m_home->stage.session.cookies.handleCookie();
+        m_home->stage.session.account.ssoCookies.handleCookie();
         m_home->controller.logout();
         QVERIFY(!m_home->stage.loginModel.isLogin());
         QVERIFY(!m_home->stage.defaults.objectForKey(u"vantCookies"_s).isValid());
@@ -109,31 +109,32 @@ private Q_SLOTS:
         for (const bool sameUser : {true, false}) {
             m_home->controller.changeStatusColor(u"#ff0000"_s);
             m_home->controller.longClickSaveImgAble = true;
-            stage.session.session.expire();
+            stage.session.account.session.expire();
             QCOMPARE(m_home->controller.statusBarColor(), QColor(u"#3dd187"_s));
             QVERIFY(!m_home->controller.longClickSaveImgAble);
             QVERIFY(!stage.shell.actionSheet()->isVisible());
             QVERIFY(!stage.shell.alertView()->isVisible());
             TRY_COMPARE(m_home->controller.webView()->url(), QUrl(u"about:blank"_s));
             // An answer that was on its way to the page when the session ended.
-            QWebEngineCookieStore *engine = stage.profiles.home()->engineProfile()->cookieStore();
+            QWebEngineCookieStore *engine
+                = stage.portal.pageProfiles.home()->engineProfile()->cookieStore();
             QSignalSpy late(engine, &QWebEngineCookieStore::cookieAdded);
             engine->setCookie(QNetworkCookie("mo", "late"), QUrl(m_server->url("/")));
             TRY_COMPARE(late.size(), 1);
-            QVERIFY(!stage.session.net.cookies->holdsCookieNamed({"mo"}));
+            QVERIFY(!stage.session.cookieStorage->holdsCookieNamed({"mo"}));
             engine->deleteCookie(QNetworkCookie("mo", "late"), QUrl(m_server->url("/")));
             stage.notifications.postNotificationName(u"backGeTuiPushLoadNewWeb"_s,
                 QVariantMap {{u"payload"_s, m_server->url("/other.html")}});
             if (!sameUser)
                 m_home->changeUser();
-            stage.session.session.resume();
+            stage.session.account.session.resume();
             stage.loginModel.setIsLogin(true);
             QVERIFY(m_home->waitForPage(u"portal"_s));
             TRY_COMPARE(
                 m_home->evaluate(read).toString(), sameUser ? u"the formerp=1"_s : u"null"_s);
         }
         QCOMPARE(m_server->requestsFor("/other.html").size(), 0);
-        const QDir folders(stage.session.net.folder.filePath(u"web"_s));
+        const QDir folders(stage.session.folder.filePath(u"web"_s));
         const auto onlyTheNewIsThere = [&] {
             stage.mainQueue.advance(2s);
             return folders.entryList(QDir::Dirs | QDir::NoDotAndDotDot) == QStringList {u"1"_s};
@@ -150,7 +151,7 @@ private Q_SLOTS:
         UserDefaults defaults(folder.filePath(u"settings.ini"_s));
         defaults.setObject(2, u"PageFolder"_s);
         const PageProfiles profiles(
-            web.path(), m_home->stage.session.net.cookies, &defaults, &m_home->stage.mainQueue);
+            web.path(), m_home->stage.session.cookieStorage, &defaults, &m_home->stage.mainQueue);
         TRY_COMPARE(web.entryList(QDir::Dirs | QDir::NoDotAndDotDot), QStringList {u"2"_s});
     }
 
@@ -253,13 +254,14 @@ private Q_SLOTS:
         m_home->evaluate(u"call('detectOnline')"_s);
         TRY_COMPARE(answer(u"detectOnline"_s), u"{\"result\":0}"_s);
         QVERIFY(answer(u"getAppInfo"_s).isEmpty());
-        m_home->stage.session.net.student.prepare();
+        m_home->stage.session.account.studentIdentifier.prepare();
         TRY_VERIFY(!answer(u"getAppInfo"_s).isEmpty());
-        QVERIFY(!m_home->stage.session.net.student.uuid().isEmpty());
-        QVERIFY(answer(u"getAppInfo"_s).contains(m_home->stage.session.net.student.uuid()));
+        QVERIFY(!m_home->stage.session.account.studentIdentifier.uuid().isEmpty());
+        QVERIFY(answer(u"getAppInfo"_s)
+                    .contains(m_home->stage.session.account.studentIdentifier.uuid()));
 
         for (const bool onPurpose : {false, true}) {
-            m_home->stage.session.session.resume();
+            m_home->stage.session.account.session.resume();
             m_home->stage.loginModel.setIsLogin(true);
             m_home->stage.loginModel.setIsLoginOut(false);
             QVERIFY(m_home->waitForPage(u"portal"_s));
@@ -308,7 +310,7 @@ private Q_SLOTS:
             authorise(text, u"8888"_s);
             authorise(u"of another state"_s, u"123"_s);
             authorise({}, u"8888"_s);
-            Q_EMIT stage.slicingUpload.onSlicingUpload(text, asker);
+            Q_EMIT stage.portal.slicingUpload.onSlicingUpload(text, asker);
         };
         QVERIFY(!answered(function));
         deliver(u"in time"_s);

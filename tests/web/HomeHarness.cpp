@@ -11,21 +11,26 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-HomeEnvironment environment(HomeStage &stage, const QStringList &trustedOrigins)
+DeploymentConfiguration trusting(const QStringList &origins)
 {
-    HomeEnvironment environment = stage.environment();
-    environment.configuration.trustedOrigins = trustedOrigins;
-    return environment;
+    DeploymentConfiguration configuration;
+    configuration.trustedOrigins = origins;
+    return configuration;
 }
 
 }
 
 HomeHarness::HomeHarness(const QStringList &trustedOrigins)
-    : controller(environment(stage, trustedOrigins))
+    : stage(trusting(trustedOrigins))
+    , controller(stage.environment(&delegate))
 {
+    QObject::connect(&stage.portal.slicingUpload, &SlicingUpload::loginNeeded, &controller,
+        [this](const SlicingUpload::LoggedIn &success) {
+            delegate.backGroundloginInWithRefresh(false, success);
+        });
     BridgeHandlers::registerAll(controller.bridge(), &controller);
     stage.loginModel.setIsLogin(true);
-    stage.session.session.resume();
+    stage.session.account.session.resume();
     window.engine()->addImportPath(u"qrc:/qt/qml"_s);
     window.setInitialProperties({{u"controller"_s, QVariant::fromValue(&controller)}});
     window.setResizeMode(QQuickView::SizeRootObjectToView);
@@ -43,7 +48,7 @@ void HomeHarness::addCookie(const char *name, const char *value, const QString &
     QNetworkCookie cookie(name, value);
     cookie.setDomain(domain);
     cookie.setPath(u"/"_s);
-    stage.session.net.cookies->setCookie(cookie);
+    stage.session.cookieStorage->setCookie(cookie);
 }
 
 void HomeHarness::show()
@@ -56,9 +61,8 @@ void HomeHarness::show()
 
 void HomeHarness::changeUser()
 {
-    stage.profiles.renew();
-    stage.session.net.cookies->removeReceivedBefore(stage.session.net.cookies->mark());
-    Q_EMIT stage.session.session.userChanging();
+    stage.session.cookieStorage->removeReceivedBefore(stage.session.cookieStorage->mark());
+    Q_EMIT stage.session.account.session.userChanging();
 }
 
 bool HomeHarness::waitForPage(const QString &title)

@@ -49,7 +49,7 @@ public:
     void clickText(const QString &text);
 
     NotedDelegate delegate;
-    HomeStage stage {{}, &delegate};
+    HomeStage stage;
     STHomeViewController controller;
     QQuickView window;
 };

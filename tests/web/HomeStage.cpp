@@ -1,55 +1,41 @@
 #include "web/HomeStage.h"
 
-#include "web/home/STHomeViewControllerDelegate.h"
-
 using namespace Qt::StringLiterals;
 
-HomeStage::HomeStage(
-    const DeploymentConfiguration::Hosts &hosts, STHomeViewControllerDelegate *delegate)
-    : session(hosts)
-    , album(session.net.folder.filePath(u"album"_s))
-    , pageHost(&shell, &mainQueue, &linkHandOver, session.net.folder.path())
-    , profiles(session.net.folder.filePath(u"web"_s), session.net.cookies, &session.net.defaults,
-          &session.mainQueue)
-    , delegate(delegate)
-    , slicingUpload({
-          .network = &session.net.network,
-          .reachability = &reachability,
-          .photoLibrary = &album,
-          .shell = &shell,
-          .session = &session.session,
-          .backGroundlogin =
-              [delegate](const UploadEnvironment::LoggedIn &success) {
-                  delegate->backGroundloginInWithRefresh(false, success);
-              },
-          .albumFolder = {},
-          .libraryPath = session.net.folder.path(),
-          .exportFolder = session.net.folder.filePath(u"exports"_s),
-      })
+namespace {
+
+Device completed(HomeStage &stage)
+{
+    Device device = stage.session.device;
+    device.photoLibrary = &stage.album;
+    device.wxApi = &stage.wxApi;
+    device.locationManager = &stage.locationManager;
+    device.badge = &stage.badge;
+    device.pushClient = &stage.pushClient;
+    return device;
+}
+
+}
+
+HomeStage::HomeStage(const DeploymentConfiguration &configuration)
+    : configuration(configuration)
+    , session(configuration.hosts)
+    , album(session.device.paths.album)
+    , pushClient(
+          {.broker = {}, .extraCaFile = {}, .storeFile = session.folder.filePath(u"push.ini"_s)},
+          &mainQueue, &desktopNotifications, &badge)
+    , device(completed(*this))
+    , portal(device, &account, &shell, configuration)
 {
 }
 
-HomeEnvironment HomeStage::environment()
+HomeEnvironment HomeStage::environment(STHomeViewControllerDelegate *delegate)
 {
-    return {
-        .configuration = {},
-        .delegate = delegate,
-        .profiles = &profiles,
-        .loginModel = &loginModel,
-        .defaults = &defaults,
-        .session = &session.session,
-        .deviceIdentifier = &session.net.student,
-        .cookieStorage = session.net.cookies,
-        .ssoCookies = &session.cookies,
-        .notifications = &notifications,
-        .mainQueue = &mainQueue,
-        .reachability = &reachability,
-        .network = &session.net.network,
-        .photoLibrary = &album,
-        .wxApi = &wxApi,
-        .services = &services,
-        .pageHost = &pageHost,
-        .slicingUpload = &slicingUpload,
+    return {.device = device,
+        .account = &account,
         .shell = &shell,
-    };
+        .portal = &portal,
+        .services = &services,
+        .delegate = delegate,
+        .configuration = configuration};
 }

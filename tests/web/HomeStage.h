@@ -1,18 +1,16 @@
 #pragma once
 
+#include "platform/desktop/ApplicationBadge.h"
 #include "platform/media/FolderPhotoLibrary.h"
+#include "platform/push/DesktopNotifications.h"
+#include "platform/push/MqttPushClient.h"
 #include "platform/services/BrowserWXApi.h"
-#include "platform/time/NotificationCenter.h"
+#include "platform/services/PositioningLocationManager.h"
 #include "session/SessionClient.h"
 #include "support/NoPageServices.h"
-#include "support/NotedUrlOpener.h"
-#include "support/SwitchedReachability.h"
 #include "ui/shell/Shell.h"
-#include "upload/SlicingUpload.h"
-#include "web/engine/LinkHandOver.h"
-#include "web/engine/PageHost.h"
 #include "web/home/HomeEnvironment.h"
-#include "web/profiles/PageProfiles.h"
+#include "web/portal/Portal.h"
 
 //! Keeps the answers that pages wait for.
 class HeldPageServices : public NoPageServices
@@ -25,28 +23,31 @@ public:
 };
 
 //! A session and all else that a home container works with, in one temporary folder; its clock
-//! stands still until it is advanced. The delegate is asked from the first upload on.
+//! stands still until it is advanced, and there is no broker.
 class HomeStage
 {
 public:
-    HomeStage(const DeploymentConfiguration::Hosts &hosts, STHomeViewControllerDelegate *delegate);
+    explicit HomeStage(const DeploymentConfiguration &configuration = {});
 
-    HomeEnvironment environment();
+    HomeEnvironment environment(STHomeViewControllerDelegate *delegate);
 
+    const DeploymentConfiguration configuration;
     SessionClient session;
+    Account &account {session.account};
     ManualMainQueue &mainQueue {session.mainQueue};
-    LoginModel &loginModel {session.net.loginModel};
-    UserDefaults &defaults {session.net.defaults};
-    NotificationCenter notifications;
-    SwitchedReachability reachability;
-    NotedUrlOpener urlOpener;
+    LoginModel &loginModel {account.loginModel};
+    UserDefaults &defaults {session.defaults};
+    NotificationCenter &notifications {session.notifications};
+    SwitchedReachability &reachability {session.reachability};
+    NotedUrlOpener &urlOpener {session.urlOpener};
     FolderPhotoLibrary album;
     BrowserWXApi wxApi {&urlOpener, nullptr, &defaults, {}};
-    Shell shell {session.mainQueue};
+    PositioningLocationManager locationManager {&mainQueue, &session.network, {}};
+    ApplicationBadge badge {QStringLiteral("vant-student.desktop")};
+    DesktopNotifications desktopNotifications {{}, {}};
+    MqttPushClient pushClient;
+    const Device device; //!< the session's, and the rest of it
+    Shell shell {mainQueue};
     HeldPageServices services;
-    LinkHandOver linkHandOver {&urlOpener, &mainQueue, QStringLiteral("4711")};
-    PageHost pageHost;
-    PageProfiles profiles;
-    STHomeViewControllerDelegate *delegate;
-    SlicingUpload slicingUpload;
+    Portal portal;
 };

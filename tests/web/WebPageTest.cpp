@@ -118,8 +118,7 @@ private Q_SLOTS:
     {
         PageHarness harness;
         Navigator *navigator = harness.shell.navigator();
-        SecondaryPages pages(
-            navigator, &harness.profiles, &harness.pageHost, &harness.mainQueue, [](bool) {});
+        SecondaryPages pages(navigator, &harness.profiles, &harness.pageHost, &harness.mainQueue);
         for (int i = 0; i < 30; ++i)
             pages.jump2Outlink(u"http://127.0.0.1/"_s, QString::number(i), {});
         pages.jump2OutlinkLandscape(u"http://127.0.0.1/"_s);

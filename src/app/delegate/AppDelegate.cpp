@@ -3,7 +3,6 @@
 #include "app/Logging.h"
 #include "launch/LaunchStage.h"
 #include "login/screen/SchoolLoginViewController.h"
-#include "model/LoginModel.h"
 #include "model/StringFormat.h"
 #include "platform/desktop/ApplicationBadge.h"
 #include "platform/services/LocationManager.h"
@@ -11,9 +10,11 @@
 #include "platform/time/MainQueue.h"
 #include "platform/time/NotificationCenter.h"
 #include "services/share/OMShareSDKTool.h"
+#include "session/Account.h"
 #include "ui/navigation/NavigationController.h"
 #include "ui/shell/Shell.h"
 #include "web/home/STHomeViewController.h"
+#include "web/portal/Portal.h"
 
 #include <QPointer>
 
@@ -30,20 +31,28 @@ const QString tappedNotification = QStringLiteral("backGeTuiPushLoadNewWeb");
 
 }
 
-AppDelegate::AppDelegate(const AppDelegateEnvironment &environment, Controllers controllers)
-    : m_environment(environment)
-    , m_controllers(std::move(controllers))
+AppDelegate::AppDelegate(const AppDelegateEnvironment &environment)
+    : m_device(environment.device)
+    , m_account(environment.account)
+    , m_shell(environment.shell)
+    , m_portal(environment.portal)
+    , m_environment(environment)
 {
-    connect(m_environment.wxApi, &WXApi::onResp, this, &AppDelegate::onResp);
-    m_environment.notifications->addObserver(tappedNotification, this,
+    connect(m_device.wxApi, &WXApi::onResp, this, &AppDelegate::onResp);
+    m_device.notifications->addObserver(tappedNotification, this,
         [this](const QVariant &userInfo) { keepUntilSignedIn(userInfo); });
-    connect(m_environment.session, &UserSession::begun, m_environment.wxApi,
-        &WXApi::cancelPendingRequest);
-    connect(m_environment.session, &UserSession::ending, m_environment.wxApi,
-        &WXApi::cancelPendingRequest);
-    connect(m_environment.session, &UserSession::ending, this, [this] { urlStr.clear(); });
-    connect(m_environment.session, &UserSession::userChanging, this,
-        [this] { pushDictionary.reset(); });
+    connect(&m_account->session, &UserSession::begun, m_device.wxApi, &WXApi::cancelPendingRequest);
+    connect(
+        &m_account->session, &UserSession::ending, m_device.wxApi, &WXApi::cancelPendingRequest);
+    connect(&m_account->session, &UserSession::ending, this, [this] { urlStr.clear(); });
+    connect(
+        &m_account->session, &UserSession::userChanging, this, [this] { pushDictionary.reset(); });
+    connect(&m_portal->secondaryPages, &SecondaryPages::landscapeScreenWanted, this,
+        &AppDelegate::setLandscapeScreen);
+    connect(&m_portal->slicingUpload, &SlicingUpload::loginNeeded, this,
+        [this](const SlicingUpload::LoggedIn &success) {
+            backGroundloginInWithRefresh(false, success);
+        });
 }
 
 AppDelegate::~AppDelegate() = default;
@@ -51,22 +60,22 @@ AppDelegate::~AppDelegate() = default;
 bool AppDelegate::didFinishLaunchingWithOptions(
     const std::optional<QVariantMap> &launchNotification)
 {
-    LoginModel *login = m_environment.loginModel;
-    m_environment.session->launch();
-    m_environment.pushBinding->regidFailedCount = 0;
+    LoginModel *login = &m_account->loginModel;
+    m_account->session.launch();
+    m_account->pushBinding.regidFailedCount = 0;
     if (!login->isFirstInstall()) {
         login->setIsFirstInstall(true);
         login->setIsLoginOut(true);
     }
     if (login->isLogin() && hasStoredToken()) {
-        m_environment.shell->navigator()->setRootViewController(u""_s);
+        m_shell->navigator()->setRootViewController(u""_s);
         loginWhenTokenIsReadable();
     } else {
         observeIsLogin(Token::Needed, Version::Marked);
     }
     registerServices();
-    m_environment.mainQueue->after(launchNotificationDelay, this, [this, launchNotification] {
-        m_environment.notifications->postNotificationName(
+    m_device.mainQueue->after(launchNotificationDelay, this, [this, launchNotification] {
+        m_device.notifications->postNotificationName(
             tappedNotification, launchNotification ? QVariant(*launchNotification) : QVariant());
     });
     m_environment.launch->showUserGuide(m_environment.windowPixels());
@@ -80,34 +89,34 @@ void AppDelegate::loginWhenTokenIsReadable()
     const auto once = [self = QPointer(this), isDone = std::make_shared<bool>(false)] {
         if (!self || std::exchange(*isDone, true))
             return;
-        if (self->m_environment.loginModel->isLogin() && self->hasToken()) {
-            self->m_environment.session->resume();
+        if (self->m_account->loginModel.isLogin() && self->hasToken()) {
+            self->m_account->session.resume();
             self->backGroundloginInWithRefresh(true, [] {});
         } else {
             self->observeIsLogin(Token::Needed, Version::Marked);
         }
     };
-    if (!m_environment.loginModel->isTokenAwaited())
+    if (!m_account->loginModel.isTokenAwaited())
         return once();
-    m_environment.mainQueue->after(keychainPatience, this, once);
-    m_environment.loginModel->whenTokenIsReadable(once);
+    m_device.mainQueue->after(keychainPatience, this, once);
+    m_account->loginModel.whenTokenIsReadable(once);
 }
 
 void AppDelegate::registerServices()
 {
     const DeploymentConfiguration &configuration = m_environment.configuration;
-    m_environment.locationManager->setEnableHTTPS(true);
-    m_environment.locationManager->setApiKey(configuration.location.mapKey);
+    m_device.locationManager->setEnableHTTPS(true);
+    m_device.locationManager->setApiKey(configuration.location.mapKey);
     registerPush();
-    OMShareSDKTool::registerShareSDK(*m_environment.shareSDK, *m_environment.wxApi, configuration);
+    OMShareSDKTool::registerShareSDK(m_portal->shareSDK, *m_device.wxApi, configuration);
 }
 
 // The push service learns of this device; before a first sign-in not without consent.
 void AppDelegate::registerPush()
 {
     PrivacyConsent *consent = m_environment.launch->consent();
-    PushRegistration *push = m_environment.pushRegistration;
-    if (consent->isGiven() || (m_environment.loginModel->isLogin() && hasStoredToken()))
+    PushRegistration *push = &m_portal->pushRegistration;
+    if (consent->isGiven() || (m_account->loginModel.isLogin() && hasStoredToken()))
         push->start();
     else
         connect(consent, &PrivacyConsent::given, push, &PushRegistration::start,
@@ -116,42 +125,42 @@ void AppDelegate::registerPush()
 
 void AppDelegate::applicationDidBecomeActive()
 {
-    m_environment.badge->setNumber(0);
-    m_environment.pushRegistration->resetBadge();
+    m_device.badge->setNumber(0);
+    m_portal->pushRegistration.resetBadge();
 }
 
 bool AppDelegate::openURL(const QUrl &url)
 {
-    return m_environment.wxApi->handleOpenURL(url);
+    return m_device.wxApi->handleOpenURL(url);
 }
 
 bool AppDelegate::continueUserActivity(const QUrl &universalLink)
 {
-    return m_environment.wxApi->handleOpenUniversalLink(universalLink);
+    return m_device.wxApi->handleOpenUniversalLink(universalLink);
 }
 
 void AppDelegate::onResp(const SendAuthResp &response)
 {
-    m_environment.notifications->postNotificationName(u"WechatAuthCode"_s,
+    m_device.notifications->postNotificationName(u"WechatAuthCode"_s,
         QVariantMap {{u"code"_s, response.code}, {u"state"_s, response.state}});
 }
 
 STHomeViewController *AppDelegate::homeNavViewController()
 {
     if (!m_homeViewController)
-        m_homeViewController = m_controllers.makeHome();
+        m_homeViewController = m_environment.makeHome();
     return m_homeViewController.get();
 }
 
 void AppDelegate::prepareHome()
 {
-    m_environment.shell->navigator()->prepare(u"HomeScreen"_s, homeNavViewController());
+    m_shell->navigator()->prepare(u"HomeScreen"_s, homeNavViewController());
 }
 
 SchoolLoginViewController *AppDelegate::loginVC()
 {
     if (!m_loginVC)
-        m_loginVC = m_controllers.makeLogin();
+        m_loginVC = m_environment.makeLogin();
     return m_loginVC.get();
 }
 
@@ -159,14 +168,14 @@ NavigationController *AppDelegate::loginViewController()
 {
     if (!m_loginNavigationController)
         m_loginNavigationController = std::make_unique<NavigationController>(
-            m_environment.shell->navigator(), loginVC()->screenName(), loginVC());
+            m_shell->navigator(), loginVC()->screenName(), loginVC());
     return m_loginNavigationController.get();
 }
 
 // Every call adds an observer for the rest of the process, and every observer routes: deliberate.
 void AppDelegate::observeIsLogin(Token token, Version version, std::function<void()> signedIn)
 {
-    m_environment.loginModel->observeIsLogin(
+    m_account->loginModel.observeIsLogin(
         this, [this, token, version, signedIn = std::move(signedIn)](bool isLogin) mutable {
             if (!isLogin || (token == Token::Needed && !hasToken())) {
                 switchToLogin();
@@ -180,38 +189,37 @@ void AppDelegate::observeIsLogin(Token token, Version version, std::function<voi
 
 bool AppDelegate::hasToken() const
 {
-    return !m_environment.loginModel->login_token().isEmpty();
+    return !m_account->loginModel.login_token().isEmpty();
 }
 
 bool AppDelegate::hasStoredToken() const
 {
-    return hasToken() || m_environment.loginModel->isTokenAwaited();
+    return hasToken() || m_account->loginModel.isTokenAwaited();
 }
 
 void AppDelegate::switchToHome(Version version)
 {
-    m_environment.mainQueue->after(switchDelay, this, [this, version] {
+    m_device.mainQueue->after(switchDelay, this, [this, version] {
         // Signed out again in the meantime: the login flow is there already.
-        if (!m_environment.loginModel->isLogin())
+        if (!m_account->loginModel.isLogin())
             return;
-        m_environment.shell->navigator()->setRootViewController(
-            u"HomeScreen"_s, homeNavViewController());
+        m_shell->navigator()->setRootViewController(u"HomeScreen"_s, homeNavViewController());
         if (version == Version::Marked)
-            m_environment.loginModel->setIsNotBeforeVersion(true);
+            m_account->loginModel.setIsNotBeforeVersion(true);
     });
     // The delay is there, so the view is made in it.
-    m_environment.mainQueue->after(0ms, this, [this] { prepareHome(); });
+    m_device.mainQueue->after(0ms, this, [this] { prepareHome(); });
 }
 
 void AppDelegate::switchToLogin()
 {
-    m_environment.shell->navigator()->setRootViewController(
+    m_shell->navigator()->setRootViewController(
         QString::fromLatin1(NavigationController::screenName), loginViewController());
 }
 
 void AppDelegate::gotoLoginVC()
 {
-    m_environment.session->expire();
+    m_account->session.expire();
     observeIsLogin(Token::Needed, Version::NotMarked);
 }
 
@@ -229,10 +237,10 @@ void AppDelegate::loginInBackground(
     bool refresh, SilentLogin::UserCheck check, std::function<void()> success)
 {
     // The token outlives its session, and must not undo its end.
-    if (!m_environment.session->isActive())
+    if (!m_account->session.isActive())
         return;
     const auto refreshing = refresh ? LoginResult::Refresh::Yes : LoginResult::Refresh::No;
-    m_environment.silentLogin->start(refreshing, check,
+    m_account->silentLogin.start(refreshing, check,
         [self = QPointer(this), refresh, success = std::move(success)](
             SilentLogin::Outcome outcome, const QString &errorDescription) {
             if (!self)
@@ -248,7 +256,7 @@ void AppDelegate::loginInBackground(
                 return;
             case SilentLogin::Outcome::Cancelled:
                 // Signed out while the window waited for it.
-                if (!self->m_environment.shell->navigator()->rootViewController())
+                if (!self->m_shell->navigator()->rootViewController())
                     self->gotoLoginVC();
                 return;
             case SilentLogin::Outcome::SignedIn:
@@ -258,7 +266,7 @@ void AppDelegate::loginInBackground(
                 success();
                 return;
             }
-            self->m_environment.loginModel->setIsLogin(true);
+            self->m_account->loginModel.setIsLogin(true);
             self->observeIsLogin(Token::NotNeeded, Version::Marked, success);
         });
 }
@@ -277,7 +285,7 @@ std::optional<QVariantMap> AppDelegate::takePushDictionary()
 
 void AppDelegate::keepUntilSignedIn(const QVariant &userInfo)
 {
-    const bool isTakenNow = m_homeHasLoaded && m_environment.session->isActive();
+    const bool isTakenNow = m_homeHasLoaded && m_account->session.isActive();
     const QVariantMap notification = userInfo.toMap();
     // One without a page opens nothing, and must not take the place of one that does.
     if (!isTakenNow && !notification.value(u"payload"_s).toString().isEmpty())
@@ -286,12 +294,12 @@ void AppDelegate::keepUntilSignedIn(const QVariant &userInfo)
 
 void AppDelegate::keepNotification(const QVariantMap &userInfo)
 {
-    m_environment.pushRegistration->keep(userInfo);
+    m_portal->pushRegistration.keep(userInfo);
 }
 
 void AppDelegate::bindGeTuiAgain()
 {
-    m_environment.pushRegistration->bindGeTuiAgain();
+    m_portal->pushRegistration.bindGeTuiAgain();
 }
 
 void AppDelegate::setLandscapeScreen(bool landscape)

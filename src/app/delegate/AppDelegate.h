@@ -1,64 +1,46 @@
 #pragma once
 
-#include "services/PushRegistration.h"
-#include "session/PushBinding.h"
+#include "model/DeploymentConfiguration.h"
+#include "platform/Device.h"
 #include "session/SilentLogin.h"
 #include "web/home/STHomeViewControllerDelegate.h"
 
-#include <QObject>
-
 #include <memory>
 
-class ApplicationBadge;
+class Account;
 class LaunchStage;
-class LocationManager;
-class MainQueue;
 class NavigationController;
+class Portal;
 class SchoolLoginViewController;
-class ShareSDK;
 class Shell;
 class STHomeViewController;
-class WXApi;
 struct SendAuthResp;
 
 //! What the application delegate works with; nothing is owned, all must outlive it.
 struct AppDelegateEnvironment
 {
-    DeploymentConfiguration configuration;
+    Device device;
+    Account *account;
     Shell *shell;
-    LoginModel *loginModel;
-    MainQueue *mainQueue;
-    NotificationCenter *notifications;
-    UserSession *session;
-    SilentLogin *silentLogin;
-    PushBinding *pushBinding;
-    PushRegistration *pushRegistration;
-    LocationManager *locationManager;
-    ShareSDK *shareSDK;
-    WXApi *wxApi;
-    ApplicationBadge *badge;
+    Portal *portal;
     LaunchStage *launch;
+    DeploymentConfiguration configuration;
     std::function<QSize()> windowPixels; //!< the window's size in pixels
     //! Asks the window system to show the window this way; null, or why it does not.
     std::function<QString(Qt::ScreenOrientation orientation)> requestGeometryUpdate;
+    //! Make the controllers of the two flows, each once.
+    std::function<std::unique_ptr<SchoolLoginViewController>()> makeLogin;
+    std::function<std::unique_ptr<STHomeViewController>()> makeHome;
 };
 
 //! Decides at launch and ever after whether the window shows the login flow or the home container.
-//! One for the process; the screens' controllers are made by the application when they are first
-//! asked for.
+//! One for the process; the screens' controllers are made when they are first asked for.
 class AppDelegate : public QObject, public STHomeViewControllerDelegate
 {
     Q_OBJECT
 
 public:
-    //! Make the controllers of the two flows, each once.
-    struct Controllers
-    {
-        std::function<std::unique_ptr<SchoolLoginViewController>()> makeLogin;
-        std::function<std::unique_ptr<STHomeViewController>()> makeHome;
-    };
-
-    AppDelegate(const AppDelegateEnvironment &environment, Controllers controllers);
+    explicit AppDelegate(const AppDelegateEnvironment &environment);
     ~AppDelegate() override;
 
     //! The launch: first install, routing, registration of the services, the notification that
@@ -115,8 +97,11 @@ private:
     void keepUntilSignedIn(const QVariant &userInfo);
     void onResp(const SendAuthResp &response);
 
-    AppDelegateEnvironment m_environment;
-    Controllers m_controllers;
+    const Device m_device;
+    Account *const m_account;
+    Shell *const m_shell;
+    Portal *const m_portal;
+    const AppDelegateEnvironment m_environment;
     std::unique_ptr<SchoolLoginViewController> m_loginVC;
     std::unique_ptr<NavigationController> m_loginNavigationController;
     std::unique_ptr<STHomeViewController> m_homeViewController;

@@ -124,13 +124,12 @@ QString located(const QString &name, const toml::source_region &at, const QStrin
 
 }
 
-std::variant<DeploymentConfiguration, QString> ConfigurationFile::read(
-    const QString &filePath, const DeploymentConfiguration &base)
+std::variant<QByteArray, QString> ConfigurationFile::read(const QString &filePath)
 {
     QFile file(filePath);
     if (!file.open(QIODevice::ReadOnly))
         return u"%1: %2"_s.arg(filePath, file.errorString());
-    return parse(file.readAll(), filePath, base);
+    return file.readAll();
 }
 
 std::variant<DeploymentConfiguration, QString> ConfigurationFile::parse(

@@ -2,6 +2,8 @@
 
 #include "model/DeploymentConfiguration.h"
 
+#include <QByteArray>
+
 #include <variant>
 
 //! Reads a deployment's configuration (TOML) over a base: keys that are absent keep the base's
@@ -9,10 +11,9 @@
 //! errors.
 namespace ConfigurationFile {
 
-//! The configuration, or one line "file:line: what is wrong".
-std::variant<DeploymentConfiguration, QString> read(
-    const QString &filePath, const DeploymentConfiguration &base = {});
-//! The same from a text; \a name stands for the file in the error.
+//! The file's text, or one line that says why it cannot be read.
+std::variant<QByteArray, QString> read(const QString &filePath);
+//! The configuration, or one line "name:line: what is wrong".
 std::variant<DeploymentConfiguration, QString> parse(
     const QByteArray &text, const QString &name, const DeploymentConfiguration &base = {});
 

@@ -3,6 +3,7 @@
 #include "login/enabling/STSetingAccountViewController.h"
 #include "login/form/StringValidators.h"
 #include "model/DictionaryMapper.h"
+#include "session/Account.h"
 #include "ui/navigation/NavigationController.h"
 #include "ui/shell/Shell.h"
 

@@ -1,6 +1,7 @@
 #include "login/enabling/PActivateViewController.h"
 
 #include "net/catalogue/RequestInterface.h"
+#include "session/Account.h"
 
 PActivateViewController::PActivateViewController(const LoginEnvironment &environment)
     : ActivateFormViewController(environment)
@@ -10,5 +11,5 @@ PActivateViewController::PActivateViewController(const LoginEnvironment &environ
 void PActivateViewController::verify(
     const QString &userName, const QString &cartNo, const ResponseCallback &response)
 {
-    environment().requests->verifyPatriarchAccountWithUserName(userName, cartNo, response);
+    environment().account->requests.verifyPatriarchAccountWithUserName(userName, cartNo, response);
 }

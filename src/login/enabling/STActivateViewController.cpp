@@ -1,6 +1,7 @@
 #include "login/enabling/STActivateViewController.h"
 
 #include "net/catalogue/RequestInterface.h"
+#include "session/Account.h"
 
 STActivateViewController::STActivateViewController(const LoginEnvironment &environment)
     : ActivateFormViewController(environment)
@@ -10,5 +11,5 @@ STActivateViewController::STActivateViewController(const LoginEnvironment &envir
 void STActivateViewController::verify(
     const QString &userNo, const QString &cartNo, const ResponseCallback &response)
 {
-    environment().requests->verifyAccountWithUserNo(userNo, cartNo, response);
+    environment().account->requests.verifyAccountWithUserNo(userNo, cartNo, response);
 }

@@ -2,6 +2,7 @@
 
 #include "model/StringFormat.h"
 #include "net/catalogue/RequestInterface.h"
+#include "session/Account.h"
 #include "ui/navigation/NavigationController.h"
 #include "ui/shell/Shell.h"
 
@@ -70,7 +71,7 @@ void STSetingAccountViewController::seting()
         return showError(u"两次输入的密码不一致"_s);
     submit(
         [&](const ResponseCallback &response) {
-            RequestInterface *requests = environment().requests;
+            RequestInterface *requests = &environment().account->requests;
             if (environment().isPatriarch)
                 requests->settingPatriarchAccountWithUserID(userId(), account, password, response);
             else

@@ -6,6 +6,7 @@
 #include "platform/desktop/NetworkReachabilityManager.h"
 #include "platform/http/ServerAddress.h"
 #include "platform/time/MainQueue.h"
+#include "session/Account.h"
 #include "ui/shell/Shell.h"
 
 using namespace Qt::StringLiterals;
@@ -60,7 +61,7 @@ void LoginFormViewController::setUserInstructionsSelected(bool selected)
 
 QString LoginFormViewController::connectionWarning() const
 {
-    const RequestInterface &requests = *m_environment.requests;
+    const RequestInterface &requests = m_environment.account->requests;
     const bool isOpen = !requests.getCurrentOrganization().isEmpty()
         && ServerAddress::isOpenToOthers(QUrl(requests.loginAddress()));
     return isOpen ? u"该学校的连接未加密，密码可能被他人看到"_s : QString();
@@ -70,7 +71,7 @@ void LoginFormViewController::serverChanged()
 {
     if (!connectionWarning().isEmpty())
         qCWarning(lcLogin) << "passwords go unencrypted to"
-                           << QUrl(m_environment.requests->loginAddress()).host();
+                           << QUrl(m_environment.account->requests.loginAddress()).host();
     Q_EMIT connectionChanged();
 }
 
@@ -125,7 +126,7 @@ void LoginFormViewController::login()
 {
     if (m_loginRunning)
         return;
-    if (!m_environment.reachability->isReachable())
+    if (!m_environment.device.reachability->isReachable())
         return showError(u"没有网络连接..."_s);
     if (const QString missing = missingBeforeAccount(); !missing.isEmpty())
         return showError(missing);
@@ -140,13 +141,13 @@ void LoginFormViewController::login()
     beginLogin();
     CommandObserver observer;
     observer.error = [this](const CommandError &error) {
-        m_environment.mainQueue->after(errorDelay, this, [this, error] {
+        m_environment.device.mainQueue->after(errorDelay, this, [this, error] {
             endLogin();
             showError(error.msg);
         });
     };
     observer.completed = [this] {
-        LoginModel *loginModel = m_environment.loginModel;
+        LoginModel *loginModel = &m_environment.account->loginModel;
         loginModel->setUserName(account());
         loginModel->setPassword(password());
         loginCompleted();

@@ -4,6 +4,7 @@
 #include "model/LoginModel.h"
 #include "net/catalogue/RequestInterface.h"
 #include "platform/time/MainQueue.h"
+#include "session/Account.h"
 #include "session/PushBinding.h"
 
 #include <QPointer>
@@ -51,14 +52,14 @@ void LoginViewModel::setUserPassword(const QString &userPassword)
 
 void LoginViewModel::setOrganization(const QString &organization)
 {
-    m_environment.requests->setOrganization(organization);
+    m_environment.account->requests.setOrganization(organization);
     Q_EMIT loginEnableSignal(isLoginEnabled());
 }
 
 bool LoginViewModel::isLoginEnabled() const
 {
     return !m_userCode.isEmpty() && !m_userPassword.isEmpty()
-        && !m_environment.requests->getCurrentOrganization().isEmpty();
+        && !m_environment.account->requests.getCurrentOrganization().isEmpty();
 }
 
 void LoginViewModel::loginCommand(PatriarchLogin patriarch, CommandObserver observer)
@@ -77,32 +78,35 @@ void LoginViewModel::bindWechatCommand(CommandObserver observer)
 
 void LoginViewModel::login(UserCheck check, PushWait wait, CommandObserver observer)
 {
-    m_environment.session->own(m_environment.requests->accountBindWechatWithUserCode(m_userCode,
-        m_userPassword, entry(authParams, u"union_id"), entry(authParams, u"open_id"),
-        entry(authParams, u"nick"), entry(authParams, u"timestamp"), entry(authParams, u"sign"),
-        authParams ? u"WEIXIN"_s : u""_s, authParams ? u"1"_s : u""_s,
-        [self = QPointer(this), attempt = m_environment.session->attempt(), check, wait,
-            observer = std::move(observer)](int status, const QJsonValue &data, const auto &error) {
-            if (!self)
-                return;
-            if (!self->m_environment.session->isCurrent(attempt))
-                observer.sendError({});
-            else if (status == ResponseStatus::success)
-                self->handleLoginAnswer(attempt, data, check, wait, observer);
-            else
-                self->refuse(attempt, commandError(error), observer);
-        }));
+    m_environment.account->session.own(
+        m_environment.account->requests.accountBindWechatWithUserCode(m_userCode, m_userPassword,
+            entry(authParams, u"union_id"), entry(authParams, u"open_id"),
+            entry(authParams, u"nick"), entry(authParams, u"timestamp"), entry(authParams, u"sign"),
+            authParams ? u"WEIXIN"_s : u""_s, authParams ? u"1"_s : u""_s,
+            [self = QPointer(this), attempt = m_environment.account->session.attempt(), check, wait,
+                observer = std::move(observer)](
+                int status, const QJsonValue &data, const auto &error) {
+                if (!self)
+                    return;
+                if (!self->m_environment.account->session.isCurrent(attempt))
+                    observer.sendError({});
+                else if (status == ResponseStatus::success)
+                    self->handleLoginAnswer(attempt, data, check, wait, observer);
+                else
+                    self->refuse(attempt, commandError(error), observer);
+            }));
 }
 
 void LoginViewModel::wechatLoginCommand(PatriarchLogin patriarch, CommandObserver observer)
 {
     const int type = patriarch == PatriarchLogin::Yes ? patriarchWeixinType : ordinaryWeixinType;
-    m_environment.session->own(m_environment.requests->loginForAppWeixinWithCode(authCode, type,
-        [self = QPointer(this), attempt = m_environment.session->attempt(),
+    m_environment.account->session.own(m_environment.account->requests.loginForAppWeixinWithCode(
+        authCode, type,
+        [self = QPointer(this), attempt = m_environment.account->session.attempt(),
             observer = std::move(observer)](int status, const QJsonValue &data, const auto &error) {
             if (!self)
                 return;
-            if (!self->m_environment.session->isCurrent(attempt)) {
+            if (!self->m_environment.account->session.isCurrent(attempt)) {
                 observer.sendError({});
             } else if (status == ResponseStatus::success) {
                 self->handleLoginAnswer(attempt, data, UserCheck::No, PushWait::Yes, observer);
@@ -118,7 +122,7 @@ void LoginViewModel::wechatLoginCommand(PatriarchLogin patriarch, CommandObserve
 void LoginViewModel::refuse(
     const UserSession::Attempt &attempt, const CommandError &error, const CommandObserver &observer)
 {
-    m_environment.session->reject(attempt);
+    m_environment.account->session.reject(attempt);
     observer.sendError(error);
 }
 
@@ -131,16 +135,17 @@ void LoginViewModel::handleLoginAnswer(const UserSession::Attempt &attempt, cons
     if (check == UserCheck::Yes && user.user_type == UserModel::refusedType)
         return refuse(attempt, {0, u"亲，您没有权限登录"_s}, observer);
 
-    m_environment.session->begin(attempt, data.toObject(), ChosenRegion {school, provinces, city});
-    if (m_environment.loginModel->isLoginOut())
+    m_environment.account->session.begin(
+        attempt, data.toObject(), ChosenRegion {school, provinces, city});
+    if (m_environment.account->loginModel.isLoginOut())
         bindGeTui(wait);
     observer.sendCompleted();
 }
 
 void LoginViewModel::bindGeTui(PushWait wait)
 {
-    PushBinding *binding = m_environment.pushBinding;
-    if (wait == PushWait::Yes && m_environment.loginModel->c_id().isNull())
+    PushBinding *binding = &m_environment.account->pushBinding;
+    if (wait == PushWait::Yes && m_environment.account->loginModel.c_id().isNull())
         binding->bindGeTuiAfter(pushWait);
     else
         binding->bindGeTui();
@@ -148,7 +153,7 @@ void LoginViewModel::bindGeTui(PushWait wait)
 
 void LoginViewModel::requestSiteCommand(const QString &searchkey, CommandObserver observer)
 {
-    m_environment.requests->requsetSiteWithSearchkey(searchkey,
+    m_environment.account->requests.requsetSiteWithSearchkey(searchkey,
         [self = QPointer(this), observer = std::move(observer)](
             int status, const QJsonValue &data, const auto &error) {
             if (!self)
@@ -167,17 +172,17 @@ void LoginViewModel::requestSiteCommand(const QString &searchkey, CommandObserve
 
 void LoginViewModel::logoCommand(const QString &site_id, CommandObserver observer)
 {
-    m_environment.requests->requestSchoolLogo(site_id, forward(std::move(observer)));
+    m_environment.account->requests.requestSchoolLogo(site_id, forward(std::move(observer)));
 }
 
 void LoginViewModel::requestAgreementUser(CommandObserver observer)
 {
-    m_environment.requests->requestAgreementUser(forward(std::move(observer)));
+    m_environment.account->requests.requestAgreementUser(forward(std::move(observer)));
 }
 
 void LoginViewModel::requestAgreementPrivacy(CommandObserver observer)
 {
-    m_environment.requests->requestAgreementPrivacy(forward(std::move(observer)));
+    m_environment.account->requests.requestAgreementPrivacy(forward(std::move(observer)));
 }
 
 ResponseCallback LoginViewModel::forward(CommandObserver observer)

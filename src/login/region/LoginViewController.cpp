@@ -8,6 +8,7 @@
 #include "model/LoginModel.h"
 #include "model/StringFormat.h"
 #include "net/catalogue/RequestInterface.h"
+#include "session/Account.h"
 #include "ui/navigation/NavigationController.h"
 #include "ui/picker/PickerViewController.h"
 #include "ui/shell/Shell.h"
@@ -48,7 +49,8 @@ LoginViewController::~LoginViewController()
 void LoginViewController::configLoginInfo()
 {
     SchoolLoginViewController::configLoginInfo();
-    showCity(environment().loginModel->provinces(), environment().loginModel->city());
+    showCity(
+        environment().account->loginModel.provinces(), environment().account->loginModel.city());
 }
 
 void LoginViewController::takeUp(const AskedSchool &school)
@@ -125,7 +127,7 @@ void LoginViewController::getSchoolData(const std::function<void()> &then)
         return then();
     m_requestRunning = true;
     environment().shell->progressHUD()->show(u"获取省市学校数据"_s);
-    environment().requests->getSchoolDataWithResponse(
+    environment().account->requests.getSchoolDataWithResponse(
         [self = QPointer(this), then](int status, const QJsonValue &data, const auto &) {
             if (!self)
                 return;
@@ -193,7 +195,7 @@ void LoginViewController::setSchool()
 void LoginViewController::didChooseSchool(const DistrictModel &district)
 {
     const SchoolModel &school = district.school;
-    LoginModel *loginModel = environment().loginModel;
+    LoginModel *loginModel = &environment().account->loginModel;
     // What the tree does not say stays as the last school left it: deliberate.
     if (!school.is_local.isNull())
         loginModel->setIsLocal(DictionaryMapper::boolean(school.is_local).value_or(false));

@@ -1,6 +1,7 @@
 #include "login/school/ChooseSchoolViewController.h"
 
 #include "net/request/ResponseCallback.h"
+#include "session/Account.h"
 #include "ui/navigation/NavigationController.h"
 #include "ui/shell/Shell.h"
 
@@ -12,7 +13,7 @@ ChooseSchoolViewController::ChooseSchoolViewController(
     const LoginEnvironment &environment, SelectedCellBlock selectedCellBlock)
     : m_environment(environment)
     , m_selectedCellBlock(std::move(selectedCellBlock))
-    , m_siteConfiguration(environment.requests, environment.loginModel)
+    , m_siteConfiguration(&environment.account->requests, &environment.account->loginModel)
 {
     setTitle(u"选择学校"_s);
     connect(

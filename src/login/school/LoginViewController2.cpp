@@ -5,6 +5,7 @@
 #include "login/screen/AskedSchool.h"
 #include "model/LoginModel.h"
 #include "platform/time/MainQueue.h"
+#include "session/Account.h"
 #include "ui/shell/Shell.h"
 
 #include <QThreadPool>
@@ -28,7 +29,7 @@ const QString forgottenPassword
 
 LoginViewController2::LoginViewController2(const LoginEnvironment &environment)
     : SchoolLoginViewController(environment)
-    , m_logo(&loginViewModel(), environment.network, this)
+    , m_logo(&loginViewModel(), environment.device.network, this)
 {
     connect(&m_logo, &SchoolLogo::sourceChanged, this, &LoginViewController2::logoChanged);
 }
@@ -40,7 +41,7 @@ void LoginViewController2::viewDidLoad()
     SchoolLoginViewController::viewDidLoad();
     // The school chooser needs the pinyin rules, which take a while to load: meanwhile the user
     // looks at this screen.
-    environment().mainQueue->after(
+    environment().device.mainQueue->after(
         idleDelay, this, [] { QThreadPool::globalInstance()->start(&MandarinLatin::prepare); });
 }
 
@@ -69,7 +70,7 @@ void LoginViewController2::chooseSchool()
 
 void LoginViewController2::didChooseSchool(const DataModel &row)
 {
-    LoginModel *loginModel = environment().loginModel;
+    LoginModel *loginModel = &environment().account->loginModel;
     loginModel->setIsLocal(row.isLocal);
     loginModel->setLocalUrl(row.url);
     loginModel->setLocalUrlQe(row.url_qe);
@@ -96,5 +97,5 @@ void LoginViewController2::forgetPwd()
 void LoginViewController2::loginCompleted()
 {
     SchoolLoginViewController::loginCompleted();
-    environment().loginModel->setSchool(schoolText());
+    environment().account->loginModel.setSchool(schoolText());
 }

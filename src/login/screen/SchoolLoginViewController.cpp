@@ -5,7 +5,7 @@
 #include "model/LoginModel.h"
 #include "platform/services/WXApi.h"
 #include "platform/time/NotificationCenter.h"
-#include "session/UserSession.h"
+#include "session/Account.h"
 #include "ui/navigation/NavigationController.h"
 #include "ui/shell/Shell.h"
 
@@ -32,9 +32,9 @@ SchoolLoginViewController::~SchoolLoginViewController() = default;
 void SchoolLoginViewController::viewDidLoad()
 {
     configLoginInfo();
-    environment().notifications->addObserver(u"WechatAuthCode"_s, this,
+    environment().device.notifications->addObserver(u"WechatAuthCode"_s, this,
         [this](const QVariant &object) { wechatAuthCodeCallback(object); });
-    environment().notifications->addObserver(
+    environment().device.notifications->addObserver(
         u"xhLaunchAdShowFinish"_s, this, [this](const QVariant &) { xhLaunchAdShowFinish(); });
     if (environment().showJurisdictionNotice)
         environment().showJurisdictionNotice();
@@ -42,7 +42,7 @@ void SchoolLoginViewController::viewDidLoad()
 
 void SchoolLoginViewController::configLoginInfo()
 {
-    const LoginModel &loginModel = *environment().loginModel;
+    const LoginModel &loginModel = environment().account->loginModel;
     m_wechatLoginHidden = loginModel.isHiddenWechatLogin();
     setChosenSchool(loginModel.school(), loginModel.siteCode());
 }
@@ -94,7 +94,7 @@ void SchoolLoginViewController::useSchool()
 
 void SchoolLoginViewController::loginCompleted()
 {
-    LoginModel *loginModel = environment().loginModel;
+    LoginModel *loginModel = &environment().account->loginModel;
     loginModel->setIsHiddenWechatLogin(loginModel->isLocal());
 }
 
@@ -106,8 +106,8 @@ void SchoolLoginViewController::wechatLogin()
         return;
     loginViewModel().setOrganization(m_siteCode);
     // Before the browser opens: its answer may come to another process.
-    chosenSchool().keep(environment().defaults);
-    if (!environment().wxApi->sendAuthReq(wechatScope, wechatState))
+    chosenSchool().keep(environment().device.defaults);
+    if (!environment().device.wxApi->sendAuthReq(wechatScope, wechatState))
         showError(u"微信登录暂不可用"_s);
 }
 
@@ -119,7 +119,7 @@ void SchoolLoginViewController::wechatAuthCodeCallback(const QVariant &object)
     // Who has signed in another way meanwhile, or is about to, is left alone.
     if (state == pageWechatState || !isShown() || isLoginRunning())
         return;
-    const auto asked = AskedSchool::take(environment().defaults);
+    const auto asked = AskedSchool::take(environment().device.defaults);
     if (state != wechatState || code.isEmpty())
         return showError(u"授权失败"_s);
     if (asked && *asked != chosenSchool())
@@ -141,14 +141,14 @@ void SchoolLoginViewController::wechatAuthCodeCallback(const QVariant &object)
 
 AskedSchool SchoolLoginViewController::chosenSchool()
 {
-    const LoginModel &loginModel = *environment().loginModel;
+    const LoginModel &loginModel = environment().account->loginModel;
     return {m_school, m_siteCode, loginViewModel().provinces, loginViewModel().city,
         loginModel.isLocal(), loginModel.localUrl(), loginModel.localUrlQe()};
 }
 
 void SchoolLoginViewController::takeUp(const AskedSchool &school)
 {
-    LoginModel *loginModel = environment().loginModel;
+    LoginModel *loginModel = &environment().account->loginModel;
     loginModel->setIsLocal(school.isLocal);
     loginModel->setLocalUrl(school.localUrl);
     loginModel->setLocalUrlQe(school.localUrlQe);
@@ -161,7 +161,7 @@ void SchoolLoginViewController::takeUp(const AskedSchool &school)
 bool SchoolLoginViewController::isShown() const
 {
     const ViewController *root = environment().shell->navigator()->rootViewController();
-    return !environment().session->isActive() && root && root == container();
+    return !environment().account->session.isActive() && root && root == container();
 }
 
 void SchoolLoginViewController::jumpToAuthVC(const QJsonObject &identity)

@@ -1,6 +1,7 @@
 #include "login/wechat/AuthLoginViewController.h"
 
 #include "model/LoginModel.h"
+#include "session/Account.h"
 #include "ui/navigation/NavigationController.h"
 #include "ui/shell/Shell.h"
 
@@ -28,15 +29,16 @@ AuthLoginViewController *AuthLoginViewController::present(
 void AuthLoginViewController::viewDidLoad()
 {
     // What is stored already says nothing of this screen: a login without a token leaves it so.
-    connect(environment().loginModel, &LoginModel::isLoginWritten, this, [this](bool isLogin) {
-        if (isLogin)
-            environment().shell->navigator()->dismiss(this);
-    });
+    connect(&environment().account->loginModel, &LoginModel::isLoginWritten, this,
+        [this](bool isLogin) {
+            if (isLogin)
+                environment().shell->navigator()->dismiss(this);
+        });
 }
 
 void AuthLoginViewController::loginCompleted()
 {
-    LoginModel *loginModel = environment().loginModel;
+    LoginModel *loginModel = &environment().account->loginModel;
     loginModel->setSchool(school);
     loginModel->setCity(city);
     loginModel->setProvinces(provinces);

@@ -18,8 +18,7 @@ public:
     virtual QNetworkAccessManager *network() const = 0;
     virtual UserDefaults *defaults() const = 0;
     virtual QString addressOf(
-        const QString &action, const QString &start, const QString &organization) const
-        = 0;
+        const QString &action, const QString &start, const QString &organization) const = 0;
     //! The call's transfer has ended; delivers its completion and may delete it.
     virtual void handelRequestDidFinish(RequestItem *item, const std::optional<HTTPError> &error)
         = 0;

@@ -25,4 +25,15 @@ struct Alert
     //! cancelled.
     std::optional<int> backButton {};
     Style style = Style::Dialog;
+
+    //! The buttons of a question().
+    enum Button { Cancel = 0, Confirm = 1 };
+    //! A question that is answered by 确定, or by 取消 and the back key.
+    static Alert question(const QString &title, const QString &message)
+    {
+        return {.title = title,
+            .message = message,
+            .buttons = {QStringLiteral("取消"), QStringLiteral("确定")},
+            .backButton = Cancel};
+    }
 };

@@ -14,9 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int cancelButton = 0;
-constexpr int confirmButton = 1;
-
 QString originOf(const QUrl &file, const QUrl &page)
 {
     // Data in the address itself is the page's own.
@@ -62,14 +59,10 @@ void PageDownload::goOn(QWebEngineDownloadRequest *request)
 
 void PageDownload::ask(const QString &origin, qint64 size)
 {
-    Alert alert;
-    alert.title = u"下载文件"_s;
-    alert.message = u"来自 %1：\n%2"_s.arg(origin, m_name);
+    QString message = u"来自 %1：\n%2"_s.arg(origin, m_name);
     if (size > 0)
-        alert.message
-            += u"，"_s + QLocale::c().formattedDataSize(size, 0, QLocale::DataSizeSIFormat);
-    alert.buttons = {u"取消"_s, u"确定"_s};
-    alert.backButton = cancelButton;
+        message += u"，"_s + QLocale::c().formattedDataSize(size, 0, QLocale::DataSizeSIFormat);
+    const Alert alert = Alert::question(u"下载文件"_s, message);
     m_question = m_host->alertView()->show(alert, [self = QPointer(this)](int button) {
         if (self && !self->m_ended)
             self->didAnswer(button);
@@ -78,9 +71,9 @@ void PageDownload::ask(const QString &origin, qint64 size)
 
 void PageDownload::didAnswer(int button)
 {
-    if (button == confirmButton)
+    if (button == Alert::Confirm)
         return agree();
-    if (button == cancelButton)
+    if (button == Alert::Cancel)
         Q_EMIT refused();
     refuse();
 }

@@ -4,7 +4,7 @@
 #include "model/StringFormat.h"
 #include "web/bridge/BridgeResult.h"
 #include "web/bridge/WebViewJavascriptBridge.h"
-#include "web/home/PageServices.h"
+#include "web/portal/PageServices.h"
 #include "web/home/STHomeViewController.h"
 
 using namespace Qt::StringLiterals;

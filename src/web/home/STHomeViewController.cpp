@@ -8,15 +8,15 @@
 #include "platform/storage/HTTPCookieStorage.h"
 #include "platform/time/MainQueue.h"
 #include "platform/time/NotificationCenter.h"
+#include "session/Account.h"
 #include "session/SsoCookies.h"
-#include "session/UserSession.h"
 #include "ui/shell/Shell.h"
 #include "ui/theme/HexColor.h"
 #include "upload/SlicingUpload.h"
 #include "web/bridge/BridgeResult.h"
 #include "web/engine/EngineNavigation.h"
 #include "web/home/AppInfo.h"
-#include "web/home/PageServices.h"
+#include "web/portal/Portal.h"
 #include "web/home/STHomeViewControllerDelegate.h"
 #include "web/profiles/CookieHeader.h"
 #include "web/profiles/PageProfiles.h"
@@ -41,32 +41,39 @@ const QString defaultStatusColor = QStringLiteral("#3dd187");
 
 STHomeViewController::STHomeViewController(const HomeEnvironment &environment)
     : statusColor(defaultStatusColor)
-    , m_environment(environment)
-    , m_profile(environment.profiles->home())
+    , m_device(environment.device)
+    , m_account(environment.account)
+    , m_shell(environment.shell)
+    , m_portal(environment.portal)
+    , m_services(environment.services)
+    , m_delegate(environment.delegate)
+    , m_portalHost(environment.configuration.hosts.portal)
+    , m_profile(environment.portal->pageProfiles.home())
     , m_trust(environment.configuration.trustedOrigins)
     , m_bridge(
           [this](const QString &origin) { return m_trust.serves(origin, m_webView.documentUrl()); })
-    , m_webView(m_profile->engineProfile(), &m_bridge, environment.pageHost)
-    , m_pushPages(
-          &m_webView, environment.shell->alertView(), environment.loginModel, environment.session)
-    , m_imageSaver(environment.network, environment.photoLibrary, environment.shell->toast())
+    , m_webView(m_profile->engineProfile(), &m_bridge, &environment.portal->pageHost)
+    , m_pushPages(&m_webView, environment.shell->alertView(), &environment.account->loginModel,
+          &environment.account->session)
+    , m_imageSaver(
+          environment.device.network, environment.device.photoLibrary, environment.shell->toast())
 {
     connect(&m_webView, &WebView::loadEnded, this, [this] { m_profile->cookies()->endLoad(); });
     connect(&m_webView, &WebView::profileChanged, this, [this] { m_formerProfile.reset(); });
     connect(&m_webView, &WebView::documentGone, &m_bridge, &WebViewJavascriptBridge::documentGone);
     connect(&m_webView, &WebView::didFinishNavigation, this,
         &STHomeViewController::didFinishNavigation);
-    connect(environment.slicingUpload, &SlicingUpload::onSlicingUpload, this,
+    connect(&environment.portal->slicingUpload, &SlicingUpload::onSlicingUpload, this,
         [this](const QString &result, const QString &document) {
             m_bridge.callHandler(document, u"onSlicingUpload"_s, bridgeResult(result));
         });
     connect(&m_webView, &WebView::didFailNavigation, this, [this] { setErrorViewVisible(true); });
-    connect(&m_pushPages, &PushPages::unanswered, this, [this](const QVariantMap &userInfo) {
-        m_environment.delegate->keepNotification(userInfo);
-    });
-    connect(environment.session, &UserSession::ending, this, &STHomeViewController::leaveUser);
-    connect(
-        environment.session, &UserSession::userChanging, this, &STHomeViewController::leaveProfile);
+    connect(&m_pushPages, &PushPages::unanswered, this,
+        [this](const QVariantMap &userInfo) { m_delegate->keepNotification(userInfo); });
+    connect(&environment.account->session, &UserSession::ending, this,
+        &STHomeViewController::leaveUser);
+    connect(&environment.account->session, &UserSession::userChanging, this,
+        &STHomeViewController::leaveProfile);
 }
 
 STHomeViewController::~STHomeViewController() = default;
@@ -74,25 +81,25 @@ STHomeViewController::~STHomeViewController() = default;
 void STHomeViewController::viewDidLoad()
 {
     observeNotifications();
-    m_environment.ssoCookies->configCookies();
+    m_account->ssoCookies.configCookies();
     configWebView();
     configNSTimer();
-    services()->initLocation();
+    m_services->initLocation();
     // Every login loads the portal again, with fresh cookies; the present one does so too.
-    m_environment.loginModel->observeIsLogin(this, [this](bool isLogin) {
+    m_account->loginModel.observeIsLogin(this, [this](bool isLogin) {
         if (!isLogin)
             return;
         m_profile->cookies()->comeBack();
         configWebView();
         // Its page takes the place of the portal, which was asked for before.
-        if (const auto notification = m_environment.delegate->takePushDictionary())
+        if (const auto notification = m_delegate->takePushDictionary())
             m_pushPages.backloadNewWeb(*notification);
     });
 }
 
 void STHomeViewController::observeNotifications()
 {
-    NotificationCenter *center = m_environment.notifications;
+    NotificationCenter *center = m_device.notifications;
     center->addObserver(u"STOPNSTimer"_s, this, [this](const QVariant &) { stopNSTimer(); });
     center->addObserver(u"GeTuiPushLoadNewWeb"_s, this,
         [this](const QVariant &userInfo) { m_pushPages.loadNewWeb(userInfo); });
@@ -100,14 +107,14 @@ void STHomeViewController::observeNotifications()
         [this](const QVariant &answer) { wechatAuthCodeCallback(answer); });
     center->addObserver(u"backGeTuiPushLoadNewWeb"_s, this, [this](const QVariant &userInfo) {
         // Else the delegate keeps it.
-        if (m_environment.session->isActive())
+        if (m_account->session.isActive())
             m_pushPages.backloadNewWeb(userInfo);
     });
 }
 
 void STHomeViewController::viewDidAppear()
 {
-    const QString urlStr = m_environment.delegate->takeUrlStr();
+    const QString urlStr = m_delegate->takeUrlStr();
     if (!urlStr.isNull())
         m_webView.load(QUrl(urlStr));
 }
@@ -125,7 +132,7 @@ void STHomeViewController::configWebView()
 
 void STHomeViewController::loadPortal()
 {
-    const auto &site = m_environment.loginModel->siteInfo;
+    const auto &site = m_account->loginModel.siteInfo;
     const QUrl url(site ? site->redirect_url : QString());
     if (!EngineNavigation::isLoadable(url)) {
         setErrorViewVisible(true);
@@ -135,16 +142,16 @@ void STHomeViewController::loadPortal()
     m_webView.load(url);
     // After the end of the load whose place this one takes, and before its own beginning.
     m_profile->cookies()->sendWithNextLoad(
-        CookieHeader::value(m_environment.cookieStorage->cookiesForUrl(url)), url);
+        CookieHeader::value(m_device.cookieStorage->cookiesForUrl(url)), url);
 }
 
 void STHomeViewController::configNSTimer()
 {
-    if (m_environment.defaults->stringForKey(u"GTPushCid"_s) != u"getCidFailed")
+    if (m_device.defaults->stringForKey(u"GTPushCid"_s) != u"getCidFailed")
         return;
-    m_pushTimer = m_environment.mainQueue->every(
-        pushRetryInterval, [this] { m_environment.delegate->bindGeTuiAgain(); });
-    m_environment.delegate->bindGeTuiAgain();
+    m_pushTimer
+        = m_device.mainQueue->every(pushRetryInterval, [this] { m_delegate->bindGeTuiAgain(); });
+    m_delegate->bindGeTuiAgain();
 }
 
 void STHomeViewController::stopNSTimer()
@@ -154,7 +161,7 @@ void STHomeViewController::stopNSTimer()
 
 void STHomeViewController::logout()
 {
-    m_environment.session->logout();
+    m_account->session.logout();
 }
 
 // However the session ends: nothing of its pages can be gone back to.
@@ -162,7 +169,7 @@ void STHomeViewController::leaveUser()
 {
     m_profile->cookies()->leave();
     m_webView.startAfresh();
-    m_environment.shell->actionSheet()->cancel();
+    m_shell->actionSheet()->cancel();
     setErrorViewVisible(false);
     longClickSaveImgAble = false;
     changeStatusColor(defaultStatusColor);
@@ -171,25 +178,24 @@ void STHomeViewController::leaveUser()
 void STHomeViewController::leaveProfile()
 {
     // The application has seen to it that there is a new one.
-    m_formerProfile = std::exchange(m_profile, m_environment.profiles->home());
+    m_formerProfile = std::exchange(m_profile, m_portal->pageProfiles.home());
     m_webView.startAfreshIn(m_profile->engineProfile());
 }
 
 void STHomeViewController::jump2LoginPage()
 {
     logout();
-    m_environment.loginModel->setIsLoginOut(true);
+    m_account->loginModel.setIsLoginOut(true);
 }
 
 void STHomeViewController::quickLogin(const QString &href)
 {
-    const int session = m_environment.session->number();
-    m_environment.delegate->backGroundloginInWithRefresh(
-        true, [self = QPointer(this), session, href] {
-            if (self && session == self->m_environment.session->number()
-                && EngineNavigation::isLoadable(QUrl(href)))
-                self->m_webView.load(QUrl(href));
-        });
+    const int session = m_account->session.number();
+    m_delegate->backGroundloginInWithRefresh(true, [self = QPointer(this), session, href] {
+        if (self && session == self->m_account->session.number()
+            && EngineNavigation::isLoadable(QUrl(href)))
+            self->m_webView.load(QUrl(href));
+    });
 }
 
 void STHomeViewController::changeStatusColor(const QString &color)
@@ -201,8 +207,8 @@ void STHomeViewController::changeStatusColor(const QString &color)
 void STHomeViewController::wechatLogin()
 {
     m_wechatAsker = m_bridge.document();
-    if (!m_environment.wxApi->sendAuthReq(u"snsapi_userinfo"_s, pageAuthorisationState))
-        m_environment.shell->toast()->showError(u"微信授权功能暂不可用"_s);
+    if (!m_device.wxApi->sendAuthReq(u"snsapi_userinfo"_s, pageAuthorisationState))
+        m_shell->toast()->showError(u"微信授权功能暂不可用"_s);
 }
 
 void STHomeViewController::wechatAuthCodeCallback(const QVariant &answer)
@@ -215,11 +221,10 @@ void STHomeViewController::wechatAuthCodeCallback(const QVariant &answer)
 
 void STHomeViewController::slicingUpload(const QJsonObject &config)
 {
-    m_environment.shell->actionSheet()->show(u""_s, u"请选择上传方式"_s,
-        {u"拍照/相册"_s, u"录像/视频"_s}, u"取消"_s,
-        [self = QPointer(this), config, document = m_bridge.document()](int choice) {
+    m_shell->actionSheet()->show(u""_s, u"请选择上传方式"_s, {u"拍照/相册"_s, u"录像/视频"_s},
+        u"取消"_s, [self = QPointer(this), config, document = m_bridge.document()](int choice) {
             if (self && choice != ActionSheet::cancelled)
-                self->m_environment.slicingUpload->pushImagePickerControllerWithConfig(
+                self->m_portal->slicingUpload.pushImagePickerControllerWithConfig(
                     DictionaryMapper::model<SlicingUploadConfig>(config), choice == video,
                     document);
         });
@@ -235,31 +240,30 @@ PageServices::Answer STHomeViewController::toPage(const QString &function)
 
 void STHomeViewController::scanQrCode()
 {
-    services()->scanQrCode(toPage(u"onQrResult2H5"_s));
+    m_services->scanQrCode(toPage(u"onQrResult2H5"_s));
 }
 
 void STHomeViewController::getLocation()
 {
-    services()->getLocation(toPage(u"onGetBDLocation"_s));
+    m_services->getLocation(toPage(u"onGetBDLocation"_s));
 }
 
 bool STHomeViewController::isOnline() const
 {
-    return m_environment.reachability->isReachable();
+    return m_device.reachability->isReachable();
 }
 
 void STHomeViewController::getRequestUrl(const WebViewJavascriptBridge::Respond &respond) const
 {
-    const QString url
-        = AppInfo::requestUrl(*m_environment.loginModel, m_environment.configuration.hosts.portal);
+    const QString url = AppInfo::requestUrl(m_account->loginModel, m_portalHost);
     if (!url.isNull())
         respond(bridgeResult(url));
 }
 
 void STHomeViewController::getAppInfo(const WebViewJavascriptBridge::Respond &respond) const
 {
-    m_environment.deviceIdentifier->whenReady([this, respond](const QString &uuid) {
-        respond(bridgeResult(AppInfo::text(*m_environment.loginModel, uuid)));
+    m_account->studentIdentifier.whenReady([this, respond](const QString &uuid) {
+        respond(bridgeResult(AppInfo::text(m_account->loginModel, uuid)));
     });
 }
 
@@ -294,7 +298,7 @@ void STHomeViewController::longPressed(QPointF point)
             const QString source = result.toString();
             if (!self || source.isEmpty())
                 return;
-            self->m_environment.shell->actionSheet()->show(
+            self->m_shell->actionSheet()->show(
                 u""_s, u""_s, {u"保存图片"_s}, u"取消"_s, [self, source](int choice) {
                     if (self && choice != ActionSheet::cancelled)
                         self->m_imageSaver.saveImageToDiskWithUrl(source);

@@ -5,8 +5,8 @@
 #include "web/bridge/WebViewJavascriptBridge.h"
 #include "web/engine/WebView.h"
 #include "web/home/HomeEnvironment.h"
-#include "web/home/ImageSaver.h"
-#include "web/home/PageServices.h"
+#include "web/portal/ImageSaver.h"
+#include "web/portal/PageServices.h"
 #include "web/home/PushPages.h"
 
 #include <QColor>
@@ -36,7 +36,7 @@ public:
     WebView *webView() { return &m_webView; }
     //! What the pages may call is registered by who makes this.
     WebViewJavascriptBridge *bridge() { return &m_bridge; }
-    PageServices *services() const { return m_environment.services; }
+    PageServices *services() const { return m_services; }
     QColor statusBarColor() const;
     bool errorViewVisible() const { return m_errorViewVisible; }
 
@@ -85,7 +85,13 @@ private:
     void leaveUser();
     void leaveProfile();
 
-    HomeEnvironment m_environment;
+    const Device m_device;
+    Account *const m_account;
+    Shell *const m_shell;
+    Portal *const m_portal;
+    PageServices *const m_services;
+    STHomeViewControllerDelegate *const m_delegate;
+    const QString m_portalHost;
     std::shared_ptr<WebPageProfile> m_profile;
     std::shared_ptr<WebPageProfile> m_formerProfile; // until its view has gone
     BridgeTrust m_trust;

@@ -5,17 +5,17 @@
 #include "web/Logging.h"
 #include "web/profiles/PageProfiles.h"
 #include "web/secondary/OLMiniProgramStyleViewController.h"
+#include "web/secondary/OMOutLinkLandscapeViewController.h"
 #include "web/secondary/OMOutLinkViewController.h"
 
 using namespace Qt::StringLiterals;
 
-SecondaryPages::SecondaryPages(Navigator *navigator, PageProfiles *profiles, PageHost *host,
-    MainQueue *mainQueue, OMOutLinkLandscapeViewController::SetLandscapeScreen setLandscapeScreen)
+SecondaryPages::SecondaryPages(
+    Navigator *navigator, PageProfiles *profiles, PageHost *host, MainQueue *mainQueue)
     : m_navigator(navigator)
     , m_profiles(profiles)
     , m_host(host)
     , m_mainQueue(mainQueue)
-    , m_setLandscapeScreen(std::move(setLandscapeScreen))
 {
     const QString views = u"qrc:/qt/qml/Vant/Web/"_s;
     for (const auto &screen : {u"MiniProgramScreen"_s, u"LandscapeScreen"_s, u"OutLinkScreen"_s})
@@ -47,8 +47,8 @@ void SecondaryPages::jump2OutlinkLandscape(const QString &url)
 {
     if (isThere(m_pageOfPortal))
         return;
-    auto *page = new OMOutLinkLandscapeViewController(
-        m_profiles->landscape(), m_host, m_mainQueue, m_setLandscapeScreen);
+    auto *page = new OMOutLinkLandscapeViewController(m_profiles->landscape(), m_host, m_mainQueue,
+        [this](bool landscape) { Q_EMIT landscapeScreenWanted(landscape); });
     page->urlStr = url;
     m_pageOfPortal = page;
     m_navigator->present(u"LandscapeScreen"_s, page);

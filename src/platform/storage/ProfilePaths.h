@@ -5,6 +5,8 @@
 //! Where the state of a run lives: in the user's ordinary folders, or all below one folder.
 struct ProfilePaths
 {
+    //! No places at all.
+    ProfilePaths() = default;
     //! \a profile: the folder, null for the ordinary ones.
     explicit ProfilePaths(const QString &profile);
 

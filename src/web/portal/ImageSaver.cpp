@@ -1,4 +1,4 @@
-#include "web/home/ImageSaver.h"
+#include "web/portal/ImageSaver.h"
 
 #include "platform/http/HTTPSessionManager.h"
 #include "platform/media/PhotoLibrary.h"

@@ -1,4 +1,4 @@
-#include "app/start/ProfilePaths.h"
+#include "platform/storage/ProfilePaths.h"
 
 #include <QDir>
 #include <QStandardPaths>

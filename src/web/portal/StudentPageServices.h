@@ -3,17 +3,18 @@
 #include "services/LocationForPages.h"
 #include "services/scan/CodeScan.h"
 #include "services/share/ShareForPages.h"
-#include "web/home/PageServices.h"
+#include "web/portal/PageServices.h"
 
 class SecondaryPages;
+struct Device;
 
-//! What the portal's pages ask for beyond their view, each handed to the one that does it. Owned by
-//! the application; what it is given must outlive it.
+//! What the portal's pages ask for beyond their view, each handed to the one that does it. What it
+//! is given must outlive it.
 class StudentPageServices : public PageServices
 {
 public:
-    StudentPageServices(const ScanEnvironment &scan, LocationManager *locationManager,
-        ShareSDK *shareSDK, QNetworkAccessManager *network, SecondaryPages *pages);
+    StudentPageServices(
+        const Device &device, Shell *shell, ShareSDK *shareSDK, SecondaryPages *pages);
 
     void scanQrCode(Answer onQrResult) override;
     void initLocation() override;

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/storage/HTTPCookieStorage.h"
+#include "platform/storage/KeyChainStore.h"
+#include "platform/storage/UserDefaults.h"
+
+#include <QNetworkAccessManager>
+#include <QTemporaryDir>
+
+//! Where a client keeps its state, and its network, in a temporary folder of its own.
+class TestProfile
+{
+public:
+    TestProfile();
+
+    //! Opens the settings anew, as a restart finds them: their secrets are awaited.
+    void reopenDefaults();
+
+    QTemporaryDir folder;
+    KeyChainStore keychain;
+    UserDefaults defaults;
+    QNetworkAccessManager network;
+    HTTPCookieStorage *cookieStorage; //!< the network's
+};
