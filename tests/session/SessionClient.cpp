@@ -27,7 +27,7 @@ bool SessionClient::rememberLogin(const QString &userCode, const QString &siteCo
             userCode, password, {}, {}, {}, {}, {}, none, none, std::move(response));
     });
     const QString token = answer.data[u"login_token"].toString();
-    cookies.clearStorage();
+    cookies.clearCookies();
     net.requests.setOrganization({});
     net.loginModel.setSiteCode(siteCode);
     net.loginModel.setLogin_token(token);
