@@ -58,7 +58,7 @@ void SlicingUpload::didFinishPicking(
     const SlicingUploadConfig &config, const QList<PhotoAsset> &assets, const QString &asker)
 {
     if (!m_environment.reachability->isReachable()) {
-        m_environment.shell->toast()->showError(u"没有网络连接..."_s);
+        m_environment.shell->toast()->showError(NetworkReachabilityManager::unreachableText());
         return;
     }
     qCDebug(lcUpload) << "reachability status"
