@@ -18,7 +18,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString applicationId = QStringLiteral("vant_moqe_st");
-constexpr int cancelButton = 0; // of the optional dialog
 const QString downloadPage = QStringLiteral("pages/official/h5/download.jsp");
 
 // As such numbers are read: what stands before anything else, 0 where there is none.
@@ -79,12 +78,12 @@ void UpdateCheck::present(const Update &update)
     alert.title = u"版本更新"_s;
     alert.message = update.message;
     if (update.isForce == Force::Yes) {
-        alert.buttons = {u"确定"_s};
+        alert.buttons = {Alert::confirm};
         alert.tag = ForcedTag;
     } else {
-        alert.buttons = {u"取消"_s, u"确定"_s};
+        alert.buttons = Alert::cancelOrConfirm();
         alert.tag = OptionalTag;
-        alert.backButton = cancelButton;
+        alert.backButton = Alert::cancelButton;
     }
     m_environment.shell->alertView()->show(
         alert, [self = QPointer(this), tag = alert.tag](int buttonIndex) {
@@ -96,7 +95,7 @@ void UpdateCheck::present(const Update &update)
 void UpdateCheck::clickedButtonAtIndex(int tag, int buttonIndex)
 {
     const bool forced = tag == ForcedTag && buttonIndex == 0;
-    if (!forced && !(tag == OptionalTag && buttonIndex == 1))
+    if (!forced && !(tag == OptionalTag && buttonIndex == Alert::confirmButton))
         return;
     const QUrl page(m_environment.officialHost + downloadPage);
     if (!m_environment.urlOpener->openURL(page))

@@ -14,9 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int cancelButton = 0;
-constexpr int confirmButton = 1;
-
 QString originOf(const QUrl &file, const QUrl &page)
 {
     // Data in the address itself is the page's own.
@@ -68,8 +65,8 @@ void PageDownload::ask(const QString &origin, qint64 size)
     if (size > 0)
         alert.message
             += u"，"_s + QLocale::c().formattedDataSize(size, 0, QLocale::DataSizeSIFormat);
-    alert.buttons = {u"取消"_s, u"确定"_s};
-    alert.backButton = cancelButton;
+    alert.buttons = Alert::cancelOrConfirm();
+    alert.backButton = Alert::cancelButton;
     m_question = m_host->alertView()->show(alert, [self = QPointer(this)](int button) {
         if (self && !self->m_ended)
             self->didAnswer(button);
@@ -78,9 +75,9 @@ void PageDownload::ask(const QString &origin, qint64 size)
 
 void PageDownload::didAnswer(int button)
 {
-    if (button == confirmButton)
+    if (button == Alert::confirmButton)
         return agree();
-    if (button == cancelButton)
+    if (button == Alert::cancelButton)
         Q_EMIT refused();
     refuse();
 }
@@ -130,7 +127,7 @@ void PageDownload::keep()
     if (!folder.rename(m_fetched, name))
         return fail();
     m_ended = true;
-    m_host->downloadEnded(name, true);
+    m_host->downloadKept(name);
     deleteLater();
 }
 
@@ -142,7 +139,7 @@ void PageDownload::fail()
     if (m_request)
         m_request->cancel();
     removeFetched();
-    m_host->downloadEnded(m_name, false);
+    m_host->downloadFailed(m_name);
     deleteLater();
 }
 

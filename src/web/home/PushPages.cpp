@@ -12,9 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int cancelButton = 0;
-constexpr int confirmButton = 1;
-
 // Empty: the notification opens nothing.
 QUrl pageOf(const QVariant &userInfo)
 {
@@ -59,14 +56,14 @@ void PushPages::loadNewWeb(const QVariant &userInfo)
     alert.title = u"提醒"_s;
     alert.message
         = StringFormat::format(u"%@收到一条消息，是否点击查看？"_s, isTeacher ? u"您"_s : u"你"_s);
-    alert.buttons = QStringList {u"取消"_s, u"确定"_s};
-    alert.backButton = cancelButton;
+    alert.buttons = Alert::cancelOrConfirm();
+    alert.backButton = Alert::cancelButton;
     const int id = ++m_lastQuestion;
     const int number = m_alertView->show(alert, [self = QPointer(this), id](int button) {
         if (!self)
             return;
         self->m_questions.remove(id);
-        if (button == confirmButton)
+        if (button == Alert::confirmButton)
             self->m_webView->load(self->m_url);
     });
     m_questions.insert(id, {number, userInfo.toMap()});
