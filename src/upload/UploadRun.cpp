@@ -91,7 +91,7 @@ void UploadRun::startVideo(int index)
             if (result.filePath.isNull())
                 self->skip(result.error);
             else
-                self->upload(index, UploadData::copyOf(result.filePath), true, u""_s);
+                self->upload(index, UploadData::copyOf(result.filePath), u""_s);
         });
 }
 
@@ -102,7 +102,7 @@ void UploadRun::startPhoto(int index)
             if (!self)
                 return;
             if (result.error.isNull())
-                self->upload(index, result.data, false, result.fileExtension);
+                self->upload(index, result.data, result.fileExtension);
             else
                 self->skip(result.error);
         });
@@ -114,8 +114,9 @@ void UploadRun::skip(const QString &reason)
     signalSemaphore();
 }
 
-void UploadRun::upload(int index, const UploadData &data, bool isVideo, const QString &fileExt)
+void UploadRun::upload(int index, const UploadData &data, const QString &fileExt)
 {
+    const bool isVideo = m_assets.at(index).isVideo;
     OMUploadFileManager &manager
         = m_managers.emplace_back(m_environment.network, m_environment.reachability, m_scratch);
     connect(&manager, &OMUploadFileManager::preparationProgressed, this,
