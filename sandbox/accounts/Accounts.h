@@ -12,6 +12,7 @@ enum class UserType { Pupil = 1, Teacher = 2, Parent = 5 };
 //! What is peculiar about signing in with an account.
 enum class Quirk { None, RefusedWithoutMessage, NoLoginToken, Locked };
 
+//! Somebody who may sign in, and what the school has on record of them.
 struct Account
 {
     std::string userCode;

@@ -7,8 +7,8 @@
 
 namespace sandbox {
 
-//! The ports of the broker: one without encryption on Host::Rb's address, one with TLS on
-//! Host::Tls's.
+//! The ports of the broker, one without encryption and one with TLS: on the addresses of Host::Rb
+//! and Host::Tls.
 struct BrokerPorts
 {
     int plain = 0;

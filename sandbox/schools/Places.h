@@ -6,6 +6,7 @@
 
 namespace sandbox {
 
+//! A city of the country, with its province and its parts.
 struct City
 {
     std::string_view province;

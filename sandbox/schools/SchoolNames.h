@@ -4,6 +4,7 @@
 
 namespace sandbox {
 
+//! What a school is called, and where it is.
 struct SchoolName
 {
     std::string text;

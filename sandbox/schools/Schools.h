@@ -18,6 +18,7 @@ inline constexpr std::string_view localSiteCode = "local01";
 
 enum class Logo { Plain, SchemeRelative, None };
 
+//! A school that uses the platform.
 struct School
 {
     std::string fullName;

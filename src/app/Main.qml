@@ -22,7 +22,7 @@ Window {
     Loader {
         id: ad
         anchors.fill: parent
-        active: window.launchAd.isShowing
+        active: window.launchAd.coversWindow
         focus: active
         sourceComponent: LaunchAdView {
             launchAd: window.launchAd

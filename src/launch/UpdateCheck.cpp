@@ -81,7 +81,7 @@ void UpdateCheck::present(const Update &update)
 {
     const QString title = u"版本更新"_s;
     Alert alert = update.isForce == Force::Yes
-        ? Alert {.title = title, .message = update.message, .buttons = {u"确定"_s}}
+        ? Alert {.title = title, .message = update.message, .buttons = {Alert::confirm}}
         : Alert::question(title, update.message);
     alert.tag = update.isForce == Force::Yes ? ForcedTag : OptionalTag;
     m_shell->alertView()->show(alert, [self = QPointer(this), tag = alert.tag](int buttonIndex) {
@@ -93,7 +93,7 @@ void UpdateCheck::present(const Update &update)
 void UpdateCheck::clickedButtonAtIndex(int tag, int buttonIndex)
 {
     const bool forced = tag == ForcedTag && buttonIndex == 0;
-    if (!forced && !(tag == OptionalTag && buttonIndex == Alert::Confirm))
+    if (!forced && !(tag == OptionalTag && buttonIndex == Alert::confirmButton))
         return;
     const QUrl page(m_officialHost + downloadPage);
     if (!m_urlOpener->openURL(page))

@@ -39,11 +39,7 @@ QString DictionaryMapper::text(const QJsonValue &value)
         return QString::number(int(value.toBool()));
     if (value.isDouble())
         return value.toVariant().toString();
-    if (!value.isString())
-        return {};
-    // The reader of JSON gives an empty text as a null one.
-    const QString text = value.toString();
-    return text.isNull() ? QStringLiteral("") : text;
+    return value.toString();
 }
 
 std::optional<qint64> DictionaryMapper::integer(const QJsonValue &value)

@@ -1,5 +1,7 @@
 #include "model/LoginModel.h"
 
+#include "model/SecretSettings.h"
+
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -7,9 +9,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString isLoginKey = QStringLiteral("isLoginForST");
-const QString login_tokenKey = QStringLiteral("loginTokenForST");
 const QString userNameKey = QStringLiteral("userNameForST");
-const QString passwordKey = QStringLiteral("passwordForST");
 const QString provincesKey = QStringLiteral("provincesForST");
 const QString cityKey = QStringLiteral("cityForST");
 const QString schoolKey = QStringLiteral("schoolForST");
@@ -77,12 +77,12 @@ void LoginModel::logout()
 
 QString LoginModel::login_token() const
 {
-    return m_defaults->stringForKey(login_tokenKey);
+    return m_defaults->stringForKey(SecretSettings::loginToken);
 }
 
 bool LoginModel::isTokenAwaited() const
 {
-    return m_defaults->isAwaited(login_tokenKey);
+    return m_defaults->isAwaited(SecretSettings::loginToken);
 }
 
 void LoginModel::whenTokenIsReadable(std::function<void()> readable)
@@ -92,7 +92,7 @@ void LoginModel::whenTokenIsReadable(std::function<void()> readable)
 
 void LoginModel::setLogin_token(const QString &value)
 {
-    store(login_tokenKey, value);
+    store(SecretSettings::loginToken, value);
 }
 
 QString LoginModel::userName() const
@@ -107,12 +107,12 @@ void LoginModel::setUserName(const QString &value)
 
 QString LoginModel::password() const
 {
-    return m_defaults->stringForKey(passwordKey);
+    return m_defaults->stringForKey(SecretSettings::password);
 }
 
 void LoginModel::setPassword(const QString &value)
 {
-    store(passwordKey, value);
+    store(SecretSettings::password, value);
 }
 
 QString LoginModel::provinces() const

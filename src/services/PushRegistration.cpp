@@ -41,7 +41,7 @@ PushRegistration::PushRegistration(PushClient *client,
     connect(session, &UserSession::begun, this, &PushRegistration::postWaiting);
     connect(session, &UserSession::userChanging, this, [this] {
         m_waiting.clear();
-        keepWaiting();
+        storeWaiting();
     });
 }
 
@@ -94,7 +94,7 @@ void PushRegistration::willPresentNotification(const QVariantMap &userInfo)
 void PushRegistration::keep(const QVariantMap &userInfo)
 {
     m_waiting << userInfo;
-    keepWaiting();
+    storeWaiting();
 }
 
 void PushRegistration::postWaiting()
@@ -103,12 +103,12 @@ void PushRegistration::postWaiting()
         || !m_notifications->isObserved(foregroundNotification))
         return;
     const auto waiting = std::exchange(m_waiting, {});
-    keepWaiting();
+    storeWaiting();
     for (const QVariantMap &userInfo : waiting)
         m_notifications->postNotificationName(foregroundNotification, userInfo);
 }
 
-void PushRegistration::keepWaiting()
+void PushRegistration::storeWaiting()
 {
     QVariantList waiting;
     for (const QVariantMap &userInfo : std::as_const(m_waiting))

@@ -2,7 +2,9 @@
 
 #include "model/DeploymentConfiguration.h"
 
+#include <QList>
 #include <QObject>
+#include <QVariantMap>
 
 class LoginModel;
 class NotificationCenter;
@@ -50,7 +52,7 @@ private:
     void didOccurError(const QString &error);
     void willPresentNotification(const QVariantMap &userInfo);
     void postWaiting();
-    void keepWaiting();
+    void storeWaiting();
 
     PushClient *m_client;
     DeploymentConfiguration::Push m_credentials;

@@ -1,6 +1,5 @@
 #include "session/SilentLogin.h"
 
-#include "model/DictionaryMapper.h"
 #include "model/LoginModel.h"
 #include "net/catalogue/RequestInterface.h"
 #include "session/PushBinding.h"
@@ -53,10 +52,7 @@ void SilentLogin::finish(Outcome outcome, const QString &errorDescription)
 void SilentLogin::signIn(const QJsonObject &answer)
 {
     const auto waiting = std::exchange(m_waiting, {});
-    const auto user = DictionaryMapper::model<UserModel>(answer.value(u"user").toObject());
-    const auto isRefused = [&user](const Waiting &one) {
-        return one.check == UserCheck::Yes && user.user_type == UserModel::refusedType;
-    };
+    const auto isRefused = [&answer](const Waiting &one) { return refuses(one.check, answer); };
     if (std::all_of(waiting.cbegin(), waiting.cend(), isRefused)) {
         m_session->reject(m_attempt);
     } else {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "session/UserCheck.h"
 #include "session/UserSession.h"
 
 #include <QJsonValue>
@@ -24,7 +25,6 @@ public:
         Failed, //!< no usable answer; the text says why
         Cancelled, //!< the session has ended meanwhile: the answer is of no effect
     };
-    enum class UserCheck { No, Yes };
     using Finished = std::function<void(Outcome outcome, const QString &errorDescription)>;
 
     SilentLogin(LoginModel *loginModel, RequestInterface *requests, UserSession *session,

@@ -1,12 +1,11 @@
 #include "session/SsoCookies.h"
 
+#include "model/SecretSettings.h"
 #include "platform/storage/CookieProperties.h"
 #include "platform/storage/HTTPCookieStorage.h"
 #include "platform/storage/UserDefaults.h"
 
 namespace {
-
-const QString savedKey = QStringLiteral("vantCookies");
 
 const QList<QByteArray> sessionCookieNames {"mo", "tmo"};
 
@@ -30,7 +29,7 @@ void SsoCookies::handleCookie()
         if (isSessionCookie(cookie))
             saved << CookieProperties::of(cookie);
     }
-    m_defaults->setObject(saved, savedKey);
+    m_defaults->setObject(saved, SecretSettings::savedCookies);
     m_defaults->synchronize();
 }
 
@@ -38,24 +37,20 @@ void SsoCookies::configCookies()
 {
     if (m_storage->holdsCookieNamed(sessionCookieNames))
         return;
-    for (const QVariant &properties : m_defaults->objectForKey(savedKey).toList()) {
+    for (const QVariant &properties :
+        m_defaults->objectForKey(SecretSettings::savedCookies).toList()) {
         const QNetworkCookie cookie = CookieProperties::cookie(properties.toMap());
         if (isSessionCookie(cookie))
             m_storage->setCookie(cookie);
     }
 }
 
-void SsoCookies::clearStorage()
+void SsoCookies::clearCookies()
 {
+    m_defaults->removeObjectForKey(SecretSettings::savedCookies);
+    m_defaults->synchronize();
     for (const QNetworkCookie &cookie : m_storage->cookies()) {
         if (isSessionCookie(cookie))
             m_storage->removeCookie(cookie);
     }
-}
-
-void SsoCookies::clearCookies()
-{
-    m_defaults->removeObjectForKey(savedKey);
-    m_defaults->synchronize();
-    clearStorage();
 }

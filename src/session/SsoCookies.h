@@ -14,9 +14,7 @@ public:
     void handleCookie();
     //! Puts the saved cookies back into the storage, unless it holds any session cookie already.
     void configCookies();
-    //! Deletes the session cookies from the storage; the saved list stays.
-    void clearStorage();
-    //! Drops the saved list, too.
+    //! Deletes the session cookies from the storage, and the saved list.
     void clearCookies();
 
 private:

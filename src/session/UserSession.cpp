@@ -1,6 +1,7 @@
 #include "session/UserSession.h"
 
 #include "model/LoginModel.h"
+#include "model/SecretSettings.h"
 #include "net/request/RequestItem.h"
 #include "platform/storage/HTTPCookieStorage.h"
 #include "session/Logging.h"
@@ -10,7 +11,6 @@ namespace {
 
 const QString lastUserKey = QStringLiteral("LastUser");
 const QString nobody = QStringLiteral("nobody");
-const QString receivedCookieKey = QStringLiteral("MiPushUsingCookie");
 
 }
 
@@ -67,55 +67,55 @@ void UserSession::startNumber()
     }
 }
 
-bool UserSession::begin(
+void UserSession::begin(
     const Attempt &attempt, const QJsonObject &answer, LoginResult::Refresh refresh)
 {
-    const auto start = prepare(attempt, answer);
-    if (start == Start::Outdated)
-        return false;
-    // Somebody else cannot go on where the former user was.
-    m_result->handleLoginResult(
-        answer, start == Start::OtherUser ? LoginResult::Refresh::Yes : refresh);
-    if (!isCurrent(attempt))
-        Q_EMIT begun();
-    return true;
+    begin(attempt, answer, [&](User user) {
+        // Somebody else cannot go on where the former user was.
+        m_result->handleLoginResult(
+            answer, user == User::Other ? LoginResult::Refresh::Yes : refresh);
+    });
 }
 
-bool UserSession::begin(
+void UserSession::begin(
     const Attempt &attempt, const QJsonObject &answer, const ChosenRegion &region)
 {
-    if (prepare(attempt, answer) == Start::Outdated)
-        return false;
-    m_result->handleLoginResult(answer, region);
-    if (!isCurrent(attempt))
-        Q_EMIT begun();
-    return true;
+    begin(attempt, answer, [&](User) { m_result->handleLoginResult(answer, region); });
 }
 
-UserSession::Start UserSession::prepare(const Attempt &attempt, const QJsonObject &answer)
+void UserSession::begin(
+    const Attempt &attempt, const QJsonObject &answer, const std::function<void(User user)> &store)
 {
     if (!isCurrent(attempt)) {
         qCInfo(lcSession) << "a login was answered too late and is of no effect";
-        return Start::Outdated;
+        return;
     }
+    const User user = makeRoomFor(attempt, answer);
+    const bool isNew = !std::exchange(m_active, true);
+    if (isNew)
+        startNumber();
+    m_cookies->handleCookie();
+    store(user);
+    if (isNew)
+        Q_EMIT begun();
+}
+
+UserSession::User UserSession::makeRoomFor(const Attempt &attempt, const QJsonObject &answer)
+{
     const QString user = m_result->userOf(answer);
+    if (user.isNull())
+        return User::Same;
     const QString lastUser = m_defaults->stringForKey(lastUserKey);
     const bool isStoredLogins = lastUser.isNull() && m_active;
-    const bool isOther
-        = !user.isNull() && lastUser != nobody && user != lastUser && !isStoredLogins;
+    const bool isOther = lastUser != nobody && user != lastUser && !isStoredLogins;
     if (isOther) {
         if (m_active)
             end([] {});
         forgetFormerUser(attempt.cookieMark);
     }
-    if (!user.isNull()) {
-        m_defaults->setObject(user, lastUserKey);
-        m_defaults->synchronize();
-    }
-    if (!std::exchange(m_active, true))
-        startNumber();
-    m_cookies->handleCookie();
-    return isOther ? Start::OtherUser : Start::SameUser;
+    m_defaults->setObject(user, lastUserKey);
+    m_defaults->synchronize();
+    return isOther ? User::Other : User::Same;
 }
 
 void UserSession::reject(const Attempt &attempt)
@@ -145,7 +145,7 @@ void UserSession::end(const std::function<void()> &write)
         startNumber();
         Q_EMIT ending();
     }
-    m_defaults->removeObjectForKey(receivedCookieKey);
+    m_defaults->removeObjectForKey(SecretSettings::receivedCookie);
     m_defaults->synchronize();
     write();
     if (wasActive)

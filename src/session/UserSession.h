@@ -48,11 +48,11 @@ public:
     //! A call for the user, or to sign somebody in: it is cancelled when a session begins or ends,
     //! lest its answer bring cookies that are not the session's.
     void own(RequestItem *call);
-    //! A login has succeeded: its cookies are saved and its answer is stored. False, and nothing is
-    //! stored, when a session has begun or ended since it was sent. The same user's session goes
-    //! on; what another user has left is gone before anything is stored.
-    bool begin(const Attempt &attempt, const QJsonObject &answer, LoginResult::Refresh refresh);
-    bool begin(const Attempt &attempt, const QJsonObject &answer, const ChosenRegion &region);
+    //! A login has succeeded: its cookies are saved and its answer is stored. Nothing where a
+    //! session has begun or ended since it was sent. The same user's session goes on; what another
+    //! user has left is gone before anything is stored.
+    void begin(const Attempt &attempt, const QJsonObject &answer, LoginResult::Refresh refresh);
+    void begin(const Attempt &attempt, const QJsonObject &answer, const ChosenRegion &region);
 
     //! A login has not succeeded: the cookies that its answer may have brought go. Nothing where a
     //! session has begun or ended since it was sent.
@@ -75,9 +75,11 @@ Q_SIGNALS:
     void userChanging();
 
 private:
-    enum class Start { Outdated, SameUser, OtherUser };
+    enum class User { Same, Other };
 
-    Start prepare(const Attempt &attempt, const QJsonObject &answer);
+    void begin(const Attempt &attempt, const QJsonObject &answer,
+        const std::function<void(User user)> &store);
+    User makeRoomFor(const Attempt &attempt, const QJsonObject &answer);
     void end(const std::function<void()> &write);
     void forgetFormerUser(quint64 cookieMark);
     void startNumber();

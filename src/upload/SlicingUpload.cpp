@@ -60,7 +60,7 @@ void SlicingUpload::didFinishPicking(
     const SlicingUploadConfig &config, const QList<PhotoAsset> &assets, const QString &asker)
 {
     if (!m_device.reachability->isReachable()) {
-        m_shell->toast()->showError(u"没有网络连接..."_s);
+        m_shell->toast()->showError(NetworkReachabilityManager::unreachableText());
         return;
     }
     qCDebug(lcUpload) << "reachability status"

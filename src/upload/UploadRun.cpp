@@ -93,7 +93,7 @@ void UploadRun::startVideo(int index)
             if (result.filePath.isNull())
                 self->skip(result.error);
             else
-                self->upload(index, UploadData::copyOf(result.filePath), true, u""_s);
+                self->upload(index, UploadData::copyOf(result.filePath), u""_s);
         });
 }
 
@@ -104,7 +104,7 @@ void UploadRun::startPhoto(int index)
             if (!self)
                 return;
             if (result.error.isNull())
-                self->upload(index, result.data, false, result.fileExtension);
+                self->upload(index, result.data, result.fileExtension);
             else
                 self->skip(result.error);
         });
@@ -116,9 +116,11 @@ void UploadRun::skip(const QString &reason)
     signalSemaphore();
 }
 
-void UploadRun::upload(int index, const UploadData &data, bool isVideo, const QString &fileExt)
+void UploadRun::upload(int index, const UploadData &data, const QString &fileExt)
 {
-    OMUploadFileManager &manager = m_managers.emplace_back(m_network, m_reachability, m_scratch);
+    const bool isVideo = m_assets.at(index).isVideo;
+    OMUploadFileManager &manager
+        = m_managers.emplace_back(m_network, m_reachability, m_scratch);
     connect(&manager, &OMUploadFileManager::preparationProgressed, this,
         [this, index](qint64 done, qint64 total) {
             showProgress(index,

@@ -48,7 +48,7 @@ private:
     void startItem(int index);
     void startVideo(int index);
     void startPhoto(int index);
-    void upload(int index, const UploadData &data, bool isVideo, const QString &fileExt);
+    void upload(int index, const UploadData &data, const QString &fileExt);
     void skip(const QString &reason);
     void signalSemaphore();
     void letNextBegin();

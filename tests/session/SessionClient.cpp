@@ -38,7 +38,7 @@ bool SessionClient::rememberLogin(const QString &userCode, const QString &siteCo
             userCode, password, {}, {}, {}, {}, {}, none, none, std::move(response));
     });
     const QString token = answer.data[u"login_token"].toString();
-    account.ssoCookies.clearStorage();
+    account.ssoCookies.clearCookies();
     account.requests.setOrganization({});
     account.loginModel.setSiteCode(siteCode);
     account.loginModel.setLogin_token(token);

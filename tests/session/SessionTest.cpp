@@ -11,7 +11,6 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using Outcome = SilentLogin::Outcome;
 using Refresh = LoginResult::Refresh;
-using UserCheck = SilentLogin::UserCheck;
 
 //! What a login leaves behind, the silent login and the push binding after it, over real HTTP.
 class SessionTest : public QObject
@@ -237,7 +236,7 @@ void SessionTest::aSessionEndsOnceAndWhatWasBegunInItIsDropped()
     if (leaves)
         session.logout();
     else if (isReplaced)
-        QVERIFY(session.begin(late, answerFor(u"another"_s), ChosenRegion()));
+        session.begin(late, answerFor(u"another"_s), ChosenRegion());
     else
         session.expire();
     QCOMPARE(told, (QStringList {u"ending"_s, u"2"_s, u"ended"_s, leaves ? u"0"_s : u"2"_s}));
@@ -246,7 +245,7 @@ void SessionTest::aSessionEndsOnceAndWhatWasBegunInItIsDropped()
     QCOMPARE(m_endings.constFirst().outcome, Outcome::Cancelled);
 
     // Neither the answer under way, nor another of that time, nor the hourly binding.
-    QVERIFY(!session.begin(late, answerFor(u"late"_s), Refresh::Yes));
+    session.begin(late, answerFor(u"late"_s), Refresh::Yes);
     settled();
     m_client->mainQueue.advance(24h);
     QCOMPARE(settled().size(), 0);
@@ -294,7 +293,7 @@ void SessionTest::anotherUserFindsNothingOfTheFormer()
     };
     storage->removeReceivedBefore(storage->mark());
     m_client->account.requests.setOrganization(u"school01"_s);
-    QVERIFY(session.begin(session.attempt(), answerFor(u"1"_s), ChosenRegion()));
+    session.begin(session.attempt(), answerFor(u"1"_s), ChosenRegion());
     receive("mo=former; Max-Age=1000");
     receive("theme=former; Max-Age=1000");
     session.logout();
@@ -314,7 +313,7 @@ void SessionTest::anotherUserFindsNothingOfTheFormer()
         &m_client->account.loginResult);
     connect(&nextRun, &UserSession::userChanging, &session, &UserSession::userChanging);
     m_client->account.requests.setOrganization(site);
-    QVERIFY(nextRun.begin({nextRun.number(), attempt.cookieMark}, answerFor(user), ChosenRegion()));
+    nextRun.begin({nextRun.number(), attempt.cookieMark}, answerFor(user), ChosenRegion());
     QCOMPARE(signedInAtTheChange, isOther ? (QStringList {u"no"_s, u"1"_s}) : QStringList());
     QVERIFY(model().isLogin());
     const QByteArrayList all {"page", "theme", "tmo"};
@@ -339,11 +338,11 @@ void SessionTest::whatLiesHereWithoutAKnownUserIsNobodys()
     model().setIsLogin(true);
     session.launch();
     session.resume();
-    QVERIFY(session.begin(session.attempt(), answerFor(u"0"_s), Refresh::Yes));
+    session.begin(session.attempt(), answerFor(u"0"_s), Refresh::Yes);
     QVERIFY(storage->holdsCookieNamed({"theme"}));
     m_client->defaults.removeObjectForKey(u"LastUser"_s);
     session.expire();
-    QVERIFY(session.begin(session.attempt(), answerFor(u"1"_s), ChosenRegion()));
+    session.begin(session.attempt(), answerFor(u"1"_s), ChosenRegion());
     QVERIFY(changes.size() == 1 && !storage->holdsCookieNamed({"theme"}));
     session.expire();
     m_client->defaults.removeObjectForKey(u"LastUser"_s);
@@ -352,7 +351,7 @@ void SessionTest::whatLiesHereWithoutAKnownUserIsNobodys()
     // From now on somebody is known, if only as nobody: the first to sign in finds all as it is.
     receive("theme=own");
     session.launch();
-    QVERIFY(session.begin(session.attempt(), answerFor(u"1"_s), ChosenRegion()));
+    session.begin(session.attempt(), answerFor(u"1"_s), ChosenRegion());
     QVERIFY(changes.size() == 2 && storage->holdsCookieNamed({"theme"}));
 
     // What a login that fails has brought goes with it, and nothing else.

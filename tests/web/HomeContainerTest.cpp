@@ -187,12 +187,12 @@ private Q_SLOTS:
         if (!address.isEmpty())
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"a page could not be loaded"_s));
         m_home->show();
-        TRY_VERIFY(m_home->controller.errorViewVisible());
+        TRY_VERIFY(m_home->controller.errorView()->isVisible());
         QCOMPARE(secret.requests().size(), 0);
         m_home->setPortal(m_server->url("/portal/index.html"));
         m_home->clickText(u"重新加载"_s);
         QVERIFY(m_home->waitForPage(u"portal"_s));
-        QVERIFY(!m_home->controller.errorViewVisible());
+        QVERIFY(!m_home->controller.errorView()->isVisible());
         QVERIFY(m_server->requestsFor("/portal/index.html")[0].cookie().contains("rblgin=1"));
     }
 

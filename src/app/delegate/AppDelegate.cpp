@@ -225,16 +225,16 @@ void AppDelegate::gotoLoginVC()
 
 void AppDelegate::backGroundloginIn(std::function<void()> success)
 {
-    loginInBackground(true, SilentLogin::UserCheck::No, std::move(success));
+    loginInBackground(true, UserCheck::No, std::move(success));
 }
 
 void AppDelegate::backGroundloginInWithRefresh(bool refresh, std::function<void()> success)
 {
-    loginInBackground(refresh, SilentLogin::UserCheck::Yes, std::move(success));
+    loginInBackground(refresh, UserCheck::Yes, std::move(success));
 }
 
 void AppDelegate::loginInBackground(
-    bool refresh, SilentLogin::UserCheck check, std::function<void()> success)
+    bool refresh, UserCheck check, std::function<void()> success)
 {
     // The token outlives its session, and must not undo its end.
     if (!m_account->session.isActive())
@@ -251,7 +251,7 @@ void AppDelegate::loginInBackground(
                 self->gotoLoginVC();
                 return;
             case SilentLogin::Outcome::Refused:
-                self->loginVC()->setMessage(u"亲，您没有权限登录"_s);
+                self->loginVC()->setMessage(refusalText());
                 self->gotoLoginVC();
                 return;
             case SilentLogin::Outcome::Cancelled:

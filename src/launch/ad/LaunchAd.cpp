@@ -125,7 +125,7 @@ void LaunchAd::leave()
 
 void LaunchAd::finish()
 {
-    if (!isShowing())
+    if (!coversWindow())
         return;
     setPhase(Phase::Gone);
     m_picture.clear();

@@ -21,7 +21,7 @@ class LaunchAd : public QObject
     QML_ELEMENT
     QML_UNCREATABLE("Advertisements are made in C++.")
     Q_PROPERTY(Phase phase READ phase NOTIFY phaseChanged)
-    Q_PROPERTY(bool isShowing READ isShowing NOTIFY phaseChanged)
+    Q_PROPERTY(bool coversWindow READ coversWindow NOTIFY phaseChanged)
     Q_PROPERTY(QString skipText READ skipText NOTIFY skipTextChanged)
     Q_PROPERTY(LaunchAdPicture *picture READ picture CONSTANT)
     Q_PROPERTY(int finishAnimateMs READ finishAnimateMs NOTIFY phaseChanged)
@@ -40,8 +40,8 @@ public:
     void imageAdWithImageAdConfiguration(const LaunchAdConfiguration &configuration);
 
     Phase phase() const { return m_phase; }
-    //! The window is covered.
-    bool isShowing() const { return m_phase != Phase::Idle && m_phase != Phase::Gone; }
+    //! From the launch picture under which it waits to the end of its fade.
+    bool coversWindow() const { return m_phase != Phase::Idle && m_phase != Phase::Gone; }
     //! What the skip button says: the seconds that are left.
     QString skipText() const;
     LaunchAdPicture *picture() { return &m_picture; }

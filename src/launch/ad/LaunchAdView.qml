@@ -12,7 +12,7 @@ FocusScope {
     readonly property bool showing: launchAd.phase === LaunchAd.Showing
     readonly property bool leaving: launchAd.phase === LaunchAd.Leaving
 
-    visible: launchAd.isShowing
+    visible: launchAd.coversWindow
     focus: visible
     Accessible.role: Accessible.Pane
     Accessible.name: qsTr("启动画面")

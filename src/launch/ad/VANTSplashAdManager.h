@@ -30,7 +30,7 @@ public:
 
     LaunchAd *launchAd() { return &m_launchAd; }
     //! Whether the window is covered: messages wait for "xhLaunchAdShowFinish".
-    bool isShowing() const { return m_launchAd.isShowing(); }
+    bool isShowing() const { return m_launchAd.coversWindow(); }
 
 private:
     void didAnswer(const QJsonValue &data);

@@ -1,6 +1,7 @@
 #include "launch/guide/UserGuideAuthorizationTipView.h"
 
 #include "launch/notices/PrivacyConsent.h"
+#include "net/catalogue/AgreementLink.h"
 #include "net/catalogue/RequestInterface.h"
 #include "platform/storage/UserDefaults.h"
 #include "ui/shell/Shell.h"
@@ -51,17 +52,16 @@ void UserGuideAuthorizationTipView::refuse()
 
 void UserGuideAuthorizationTipView::didSelectLink(const QString &name)
 {
-    if (m_agreementRequested)
+    const auto link = AgreementLink::named(name);
+    if (m_agreementRequested || !link)
         return;
     m_agreementRequested = true;
-    const bool isProtocol = name == u"protocol";
-    const QString title = isProtocol ? u"用户协议"_s : u"隐私政策"_s;
-    const auto answered = [self = QPointer(this), title](int, const QJsonValue &data,
+    const auto answered = [self = QPointer(this), title = link->title](int, const QJsonValue &data,
                               const std::optional<ResponseErrorInfo> &error) {
         if (self)
             self->openAgreement(title, data, error ? error->errorDescription : QString());
     };
-    if (isProtocol)
+    if (link->agreement == AgreementLink::Agreement::User)
         m_environment.requests->requestAgreementUser(answered);
     else
         m_environment.requests->requestAgreementPrivacy(answered);
@@ -71,10 +71,10 @@ void UserGuideAuthorizationTipView::openAgreement(
     const QString &title, const QJsonValue &answer, const QString &error)
 {
     m_agreementRequested = false;
-    const QString address = answer[u"url"].toString();
+    const QString address = AgreementLink::addressIn(answer);
     if (!address.isEmpty())
         m_environment.openOutLinkPage(address, title);
     else
         m_environment.shell->toast()->showError(
-            error.isEmpty() ? u"页面地址无效，请稍后再试"_s : error);
+            error.isEmpty() ? AgreementLink::noAddressText() : error);
 }

@@ -1,19 +1,14 @@
 #include "login/enabling/EnablingStepViewController.h"
 
+#include "login/form/LoginTexts.h"
 #include "ui/shell/Shell.h"
 
 using namespace Qt::StringLiterals;
 
 EnablingStepViewController::EnablingStepViewController(const LoginEnvironment &environment)
     : m_environment(environment)
+    , m_request(environment.shell->progressHUD())
 {
-}
-
-EnablingStepViewController::~EnablingStepViewController()
-{
-    // The answer finds nobody; the window must not wait for it.
-    if (m_requestRunning)
-        m_environment.shell->progressHUD()->hide();
 }
 
 void EnablingStepViewController::showError(const QString &text)
@@ -23,16 +18,14 @@ void EnablingStepViewController::showError(const QString &text)
 
 void EnablingStepViewController::submit(const Send &send, const Succeeded &succeeded)
 {
-    if (m_requestRunning)
+    if (m_request.isRunning())
         return;
-    m_requestRunning = true;
     Q_EMIT endEditing();
-    m_environment.shell->progressHUD()->show(u"登录中"_s);
+    m_request.begin(LoginTexts::signingIn);
     send([self = QPointer(this), succeeded](int status, const QJsonValue &data, const auto &error) {
         if (!self)
             return;
-        self->m_requestRunning = false;
-        self->m_environment.shell->progressHUD()->hide();
+        self->m_request.end();
         if (status == ResponseStatus::success)
             succeeded(data);
         else

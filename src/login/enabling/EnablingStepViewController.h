@@ -2,6 +2,7 @@
 
 #include "login/form/LoginEnvironment.h"
 #include "net/request/ResponseCallback.h"
+#include "ui/feedback/ProgressWork.h"
 #include "ui/navigation/ViewController.h"
 
 //! What every step of enabling an account has: one request at a time, behind the progress
@@ -14,8 +15,6 @@ class EnablingStepViewController : public ViewController
     QML_UNCREATABLE("The base of the steps' controllers.")
 
 public:
-    ~EnablingStepViewController() override;
-
 Q_SIGNALS:
     //! The keyboard shall go.
     void endEditing();
@@ -33,5 +32,5 @@ protected:
 
 private:
     LoginEnvironment m_environment;
-    bool m_requestRunning = false;
+    ProgressWork m_request;
 };

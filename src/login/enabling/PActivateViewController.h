@@ -10,7 +10,6 @@ class PActivateViewController : public ActivateFormViewController
 public:
     explicit PActivateViewController(const LoginEnvironment &environment);
 
-    QString userName() const { return holder(); }
     QString holderPlaceholder() const override { return QStringLiteral("姓名"); }
 
 private:

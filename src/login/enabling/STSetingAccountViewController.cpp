@@ -1,5 +1,6 @@
 #include "login/enabling/STSetingAccountViewController.h"
 
+#include "login/form/LoginTexts.h"
 #include "model/StringFormat.h"
 #include "net/catalogue/RequestInterface.h"
 #include "session/Account.h"
@@ -62,7 +63,7 @@ void STSetingAccountViewController::seting()
     const QString password = m_password.trimmed();
     const QString confirmPassword = m_confirmPassword.trimmed();
     if (account.isEmpty())
-        return showError(u"请输入您的账号"_s);
+        return showError(LoginTexts::accountMissing);
     if (password.size() < shortestPassword)
         return showError(u"请输入不小于6位的密码"_s);
     if (confirmPassword.isEmpty())

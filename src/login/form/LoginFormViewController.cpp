@@ -1,7 +1,9 @@
 #include "login/form/LoginFormViewController.h"
 
 #include "login/Logging.h"
+#include "login/form/LoginTexts.h"
 #include "model/LoginModel.h"
+#include "net/catalogue/AgreementLink.h"
 #include "net/catalogue/RequestInterface.h"
 #include "platform/desktop/NetworkReachabilityManager.h"
 #include "platform/http/ServerAddress.h"
@@ -22,14 +24,8 @@ constexpr auto errorDelay = 500ms;
 LoginFormViewController::LoginFormViewController(const LoginEnvironment &environment)
     : m_environment(environment)
     , m_loginViewModel(environment)
+    , m_runningLogin(environment.shell->progressHUD())
 {
-}
-
-LoginFormViewController::~LoginFormViewController()
-{
-    // The login goes with its screen and tells nobody; the window must not wait for it.
-    if (m_loginRunning)
-        m_environment.shell->progressHUD()->hide();
 }
 
 void LoginFormViewController::setAccount(const QString &account)
@@ -90,18 +86,18 @@ void LoginFormViewController::showError(const QString &text)
 
 void LoginFormViewController::didSelectLink(const QString &name)
 {
-    if (m_agreementRequested || (name != u"protocol" && name != u"privacy"))
+    const auto link = AgreementLink::named(name);
+    if (m_agreementRequested || !link)
         return;
-    const bool isProtocol = name == u"protocol";
-    const QString title = isProtocol ? u"用户协议"_s : u"隐私政策"_s;
     CommandObserver observer;
-    observer.next = [this, title](const QJsonValue &answer) { showAgreement(title, answer); };
+    observer.next
+        = [this, title = link->title](const QJsonValue &answer) { showAgreement(title, answer); };
     observer.error = [this](const CommandError &error) {
         m_agreementRequested = false;
         showError(error.msg);
     };
     m_agreementRequested = true;
-    if (isProtocol)
+    if (link->agreement == AgreementLink::Agreement::User)
         m_loginViewModel.requestAgreementUser(observer);
     else
         m_loginViewModel.requestAgreementPrivacy(observer);
@@ -110,9 +106,9 @@ void LoginFormViewController::didSelectLink(const QString &name)
 void LoginFormViewController::showAgreement(const QString &title, const QJsonValue &answer)
 {
     m_agreementRequested = false;
-    const QString address = answer[u"url"].toString();
+    const QString address = AgreementLink::addressIn(answer);
     if (address.isEmpty())
-        showError(u"页面地址无效，请稍后再试"_s);
+        showError(AgreementLink::noAddressText());
     else
         Q_EMIT openOutLinkPage(address, title);
 }
@@ -124,15 +120,15 @@ LoginViewModel::PatriarchLogin LoginFormViewController::patriarchLogin() const
 
 void LoginFormViewController::login()
 {
-    if (m_loginRunning)
+    if (isLoginRunning())
         return;
     if (!m_environment.device.reachability->isReachable())
-        return showError(u"没有网络连接..."_s);
+        return showError(NetworkReachabilityManager::unreachableText());
     if (const QString missing = missingBeforeAccount(); !missing.isEmpty())
         return showError(missing);
     useSchool();
     if (tested(account()).isEmpty())
-        return showError(u"请输入您的账号"_s);
+        return showError(LoginTexts::accountMissing);
     if (tested(password()).isEmpty())
         return showError(u"请输入您的密码"_s);
     if (!checkAgreed())
@@ -160,13 +156,6 @@ void LoginFormViewController::login()
 
 void LoginFormViewController::beginLogin()
 {
-    m_loginRunning = true;
     Q_EMIT endEditing();
-    m_environment.shell->progressHUD()->show(u"登录中"_s);
-}
-
-void LoginFormViewController::endLogin()
-{
-    m_loginRunning = false;
-    m_environment.shell->progressHUD()->hide();
+    m_runningLogin.begin(LoginTexts::signingIn);
 }

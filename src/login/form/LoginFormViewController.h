@@ -2,6 +2,7 @@
 
 #include "login/form/LoginEnvironment.h"
 #include "login/form/LoginViewModel.h"
+#include "ui/feedback/ProgressWork.h"
 #include "ui/navigation/ViewController.h"
 
 //! What every login screen has: account and password, the agreements with their box and links, and
@@ -19,8 +20,6 @@ class LoginFormViewController : public ViewController
     Q_PROPERTY(QString connectionWarning READ connectionWarning NOTIFY connectionChanged)
 
 public:
-    ~LoginFormViewController() override;
-
     bool isPatriarch() const { return m_environment.isPatriarch; }
     QString account() const { return m_loginViewModel.userCode(); }
     void setAccount(const QString &account);
@@ -64,8 +63,8 @@ protected:
 
     //! A login runs behind the progress indicator, one at a time.
     void beginLogin();
-    void endLogin();
-    bool isLoginRunning() const { return m_loginRunning; }
+    void endLogin() { m_runningLogin.end(); }
+    bool isLoginRunning() const { return m_runningLogin.isRunning(); }
 
     //! What the screen asks for before it asks for an account: the text to show where that is
     //! missing, empty where nothing is.
@@ -82,7 +81,7 @@ private:
 
     LoginEnvironment m_environment;
     LoginViewModel m_loginViewModel;
+    ProgressWork m_runningLogin;
     bool m_userInstructionsSelected = false;
-    bool m_loginRunning = false;
     bool m_agreementRequested = false;
 };

@@ -131,9 +131,8 @@ void LoginViewModel::handleLoginAnswer(const UserSession::Attempt &attempt, cons
 {
     if (!data.isObject())
         return refuse(attempt, {0, ResponseErrorInfo::requestError()}, observer);
-    const auto user = DictionaryMapper::model<UserModel>(data[u"user"].toObject());
-    if (check == UserCheck::Yes && user.user_type == UserModel::refusedType)
-        return refuse(attempt, {0, u"亲，您没有权限登录"_s}, observer);
+    if (refuses(check, data.toObject()))
+        return refuse(attempt, {0, refusalText()}, observer);
 
     m_environment.account->session.begin(
         attempt, data.toObject(), ChosenRegion {school, provinces, city});

@@ -3,6 +3,7 @@
 #include "login/form/CommandObserver.h"
 #include "login/form/LoginEnvironment.h"
 #include "net/request/ResponseCallback.h"
+#include "session/UserCheck.h"
 #include "session/UserSession.h"
 
 #include <QJsonArray>
@@ -64,7 +65,6 @@ Q_SIGNALS:
     void loginEnableSignal(bool enabled);
 
 private:
-    enum class UserCheck { No, Yes };
     enum class PushWait { No, Yes };
 
     void login(UserCheck check, PushWait wait, CommandObserver observer);

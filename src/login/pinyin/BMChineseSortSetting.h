@@ -3,7 +3,7 @@
 #include <QMap>
 #include <QString>
 
-//! How BMChineseSort reads, groups and orders names.
+//! How names are read, grouped and ordered.
 struct BMChineseSortSetting
 {
     enum class SortMode {

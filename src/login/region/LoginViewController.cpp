@@ -2,6 +2,7 @@
 
 #include "login/enabling/PActivateViewController.h"
 #include "login/enabling/STActivateViewController.h"
+#include "login/form/LoginTexts.h"
 #include "login/region/RegionTree.h"
 #include "login/screen/AskedSchool.h"
 #include "model/DictionaryMapper.h"
@@ -20,7 +21,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString presetPlace = u"北京"_s;
-const QString schoolFirst = u"请先选择学校"_s;
 const QString cityFirst = u"请先选择省市"_s;
 const QString noSchoolThere = u"您所选的地区没入驻学校，请确认选择的地区是否错误?"_s;
 
@@ -35,15 +35,10 @@ PickerViewController::Selection positionOf(
 
 LoginViewController::LoginViewController(const LoginEnvironment &environment)
     : SchoolLoginViewController(environment)
+    , m_request(environment.shell->progressHUD())
 {
     connect(&loginViewModel(), &LoginViewModel::loginEnableSignal, this,
         &LoginViewController::loginEnabledChanged);
-}
-
-LoginViewController::~LoginViewController()
-{
-    if (m_requestRunning)
-        environment().shell->progressHUD()->hide();
 }
 
 void LoginViewController::configLoginInfo()
@@ -115,24 +110,22 @@ bool LoginViewController::textFieldShouldBeginEditing(Field field)
         break;
     }
     if (siteCode().isEmpty())
-        showError(schoolFirst);
+        showError(LoginTexts::schoolFirst);
     return !siteCode().isEmpty();
 }
 
 void LoginViewController::getSchoolData(const std::function<void()> &then)
 {
-    if (m_requestRunning || m_picker)
+    if (m_request.isRunning() || m_picker)
         return;
     if (!m_totalDataArr.isEmpty())
         return then();
-    m_requestRunning = true;
-    environment().shell->progressHUD()->show(u"获取省市学校数据"_s);
+    m_request.begin(u"获取省市学校数据"_s);
     environment().account->requests.getSchoolDataWithResponse(
         [self = QPointer(this), then](int status, const QJsonValue &data, const auto &) {
             if (!self)
                 return;
-            self->m_requestRunning = false;
-            self->environment().shell->progressHUD()->hide();
+            self->m_request.end();
             if (status == ResponseStatus::success)
                 self->m_totalDataArr = RegionTree::read(data[u"tree"].toArray());
             if (self->m_totalDataArr.isEmpty())
@@ -210,7 +203,7 @@ void LoginViewController::didChooseSchool(const DistrictModel &district)
 void LoginViewController::activate()
 {
     if (siteCode().isEmpty())
-        return showError(schoolFirst);
+        return showError(LoginTexts::schoolFirst);
     auto *navigation = NavigationController::of(this);
     if (!navigation)
         return;

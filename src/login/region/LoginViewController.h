@@ -22,7 +22,6 @@ public:
     Q_ENUM(Field)
 
     explicit LoginViewController(const LoginEnvironment &environment);
-    ~LoginViewController() override;
 
     QString screenName() const override { return QStringLiteral("RegionLoginScreen"); }
 
@@ -61,5 +60,5 @@ private:
     QPointer<PickerViewController> m_picker;
     QString m_provinces;
     QString m_city;
-    bool m_requestRunning = false;
+    ProgressWork m_request;
 };

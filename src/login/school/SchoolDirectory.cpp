@@ -47,11 +47,12 @@ std::vector<qsizetype> SchoolDirectory::rowsContaining(const QString &text) cons
         return rows;
     const QStringMatcher matcher(text.toCaseFolded());
     qsizetype row = 0;
-    for (qsizetype at = matcher.indexIn(m_keys); at >= 0 && row < size();
-         at = matcher.indexIn(m_keys, m_keyEnds[row++])) {
+    qsizetype at = matcher.indexIn(m_keys);
+    while (at >= 0 && at < m_keys.size()) {
         while (m_keyEnds[row] <= at)
             ++row;
         rows.push_back(row);
+        at = matcher.indexIn(m_keys, m_keyEnds[row]);
     }
     return rows;
 }

@@ -1,5 +1,6 @@
 #include "login/screen/SchoolLoginViewController.h"
 
+#include "login/form/LoginTexts.h"
 #include "login/screen/AskedSchool.h"
 #include "login/wechat/AuthLoginViewController.h"
 #include "model/LoginModel.h"
@@ -15,9 +16,6 @@ namespace {
 
 const QString noSchool = u"选择学校"_s;
 const QString wechatScope = u"snsapi_userinfo"_s;
-const QString wechatState = u"123"_s;
-// Asked for by a page of the home container, which takes its own answer.
-const QString pageWechatState = u"8888"_s;
 
 }
 
@@ -101,13 +99,13 @@ void SchoolLoginViewController::loginCompleted()
 void SchoolLoginViewController::wechatLogin()
 {
     if (m_siteCode.isEmpty() || !isSchoolChosen())
-        return showError(u"请先选择学校"_s);
+        return showError(LoginTexts::schoolFirst);
     if (!checkAgreed())
         return;
     loginViewModel().setOrganization(m_siteCode);
     // Before the browser opens: its answer may come to another process.
     chosenSchool().keep(environment().device.defaults);
-    if (!environment().device.wxApi->sendAuthReq(wechatScope, wechatState))
+    if (!environment().device.wxApi->sendAuthReq(wechatScope, WXAuthState::loginScreen))
         showError(u"微信登录暂不可用"_s);
 }
 
@@ -117,15 +115,15 @@ void SchoolLoginViewController::wechatAuthCodeCallback(const QVariant &object)
     const QString code = answer.value(u"code"_s).toString();
     const QString state = answer.value(u"state"_s).toString();
     // Who has signed in another way meanwhile, or is about to, is left alone.
-    if (state == pageWechatState || !isShown() || isLoginRunning())
+    if (state == WXAuthState::page || !isShown() || isLoginRunning())
         return;
     const auto asked = AskedSchool::take(environment().device.defaults);
-    if (state != wechatState || code.isEmpty())
+    if (state != WXAuthState::loginScreen || code.isEmpty())
         return showError(u"授权失败"_s);
     if (asked && *asked != chosenSchool())
         takeUp(*asked);
     if (m_siteCode.isEmpty() || !isSchoolChosen())
-        return showError(u"请先选择学校"_s);
+        return showError(LoginTexts::schoolFirst);
     // The indicator keeps the school from being changed, too, until the platform has answered.
     beginLogin();
     loginViewModel().authCode = code;
@@ -168,10 +166,8 @@ void SchoolLoginViewController::jumpToAuthVC(const QJsonObject &identity)
 {
     if (m_binding)
         return;
-    m_binding = AuthLoginViewController::present(environment(), identity);
-    m_binding->school = schoolText();
-    m_binding->city = loginViewModel().city;
-    m_binding->provinces = loginViewModel().provinces;
+    m_binding = AuthLoginViewController::present(
+        environment(), identity, {schoolText(), loginViewModel().provinces, loginViewModel().city});
     connect(m_binding, &LoginFormViewController::openOutLinkPage, this,
         &LoginFormViewController::openOutLinkPage);
 }

@@ -8,18 +8,21 @@
 using namespace Qt::StringLiterals;
 
 AuthLoginViewController::AuthLoginViewController(
-    const LoginEnvironment &environment, const QJsonObject &params)
+    const LoginEnvironment &environment, const QJsonObject &params, const ChosenRegion &region)
     : LoginFormViewController(environment)
+    , school(region.school)
+    , city(region.city)
+    , provinces(region.provinces)
 {
     setTitle(u"账号绑定"_s);
     loginViewModel().authParams = params;
 }
 
 AuthLoginViewController *AuthLoginViewController::present(
-    const LoginEnvironment &environment, const QJsonObject &params)
+    const LoginEnvironment &environment, const QJsonObject &params, const ChosenRegion &region)
 {
     Navigator *navigator = environment.shell->navigator();
-    auto *binding = new AuthLoginViewController(environment, params);
+    auto *binding = new AuthLoginViewController(environment, params, region);
     auto *frame = new NavigationController(navigator, u"AuthLoginScreen"_s, binding);
     binding->setParent(frame);
     navigator->present(QString::fromLatin1(NavigationController::screenName), frame);

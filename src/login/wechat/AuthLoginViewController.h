@@ -12,19 +12,20 @@ class AuthLoginViewController : public LoginFormViewController
     QML_UNCREATABLE("Controllers are made in C++.")
 
 public:
-    //! \a params: the identity, as the platform gave it.
-    AuthLoginViewController(const LoginEnvironment &environment, const QJsonObject &params);
+    //! \a params: the identity, as the platform gave it. \a region: what the login screen shows.
+    AuthLoginViewController(
+        const LoginEnvironment &environment, const QJsonObject &params, const ChosenRegion &region);
 
     //! Opens a binding screen in a navigation controller over what is shown.
     static AuthLoginViewController *present(
-        const LoginEnvironment &environment, const QJsonObject &params);
-
-    // Handed over from the login screen, and stored by a login.
-    QString school;
-    QString city;
-    QString provinces;
+        const LoginEnvironment &environment, const QJsonObject &params, const ChosenRegion &region);
 
     void viewDidLoad() override;
+
+    // Handed over from the login screen, and stored by a login, empty ones too.
+    const QString school;
+    const QString city;
+    const QString provinces;
 
 private:
     void loginCompleted() override;

@@ -1,5 +1,6 @@
 #include "net/request/RequestItem.h"
 
+#include "model/SecretSettings.h"
 #include "model/StringFormat.h"
 #include "net/Logging.h"
 #include "net/request/JsonFragment.h"
@@ -12,7 +13,6 @@ namespace {
 
 constexpr std::chrono::seconds requestTimeout {30};
 constexpr int parsedStatus = 200;
-const QString cookieKey = QStringLiteral("MiPushUsingCookie");
 
 HTTPSessionManager sessionManager(QNetworkAccessManager *network)
 {
@@ -72,8 +72,8 @@ void RequestItem::request()
         // storage.
         qCDebug(lcNet).noquote() << StringFormat::format(
             u"params:%@"_qs, QVariant(LogMask::parameters(parameters)));
-        qCDebug(lcNet).noquote() << StringFormat::format(
-            u"mipushCookie:%@"_qs, LogMask::secret(m_owner->defaults()->stringForKey(cookieKey)));
+        qCDebug(lcNet).noquote() << StringFormat::format(u"mipushCookie:%@"_qs,
+            LogMask::secret(m_owner->defaults()->stringForKey(SecretSettings::receivedCookie)));
         m_requestTask
             = manager.GET(address, parameters, whileAlive(&RequestItem::didSucceedGet), failure);
     }
@@ -91,7 +91,7 @@ void RequestItem::didSucceedGet(const HTTPResponse &response)
     const QString cookie = QString::fromUtf8(response.header("Set-Cookie"));
     qCDebug(lcNet).noquote() << StringFormat::format(u"cookieStr:%@"_qs, LogMask::secret(cookie));
     if (!cookie.isNull()) {
-        m_owner->defaults()->setObject(cookie, cookieKey);
+        m_owner->defaults()->setObject(cookie, SecretSettings::receivedCookie);
         m_owner->defaults()->synchronize();
     }
     if (response.statusCode == parsedStatus) {

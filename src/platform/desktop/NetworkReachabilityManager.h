@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 //! Whether the device has a network. Unknown counts as reachable everywhere.
 class NetworkReachabilityManager
 {
@@ -16,4 +18,6 @@ public:
     virtual Status networkReachabilityStatus() const = 0;
 
     bool isReachable() const { return networkReachabilityStatus() != Status::NotReachable; }
+    //! What the user is told who wants something that needs a network.
+    static QString unreachableText() { return QStringLiteral("没有网络连接..."); }
 };

@@ -34,12 +34,6 @@ bool keepsACache(const QDir &folder)
         || folder.exists(u".nomedia"_s);
 }
 
-// Newest first; among equals one order, so that the same file found twice stands beside itself.
-bool comesFirst(const PhotoAsset &a, const PhotoAsset &b)
-{
-    return a.modified != b.modified ? a.modified > b.modified : a.filePath < b.filePath;
-}
-
 }
 
 QList<PhotoAsset> MediaFolders::assetsIn(
@@ -74,7 +68,7 @@ QList<PhotoAsset> MediaFolders::assetsIn(
                     entry.lastModified(), entry.size()});
         }
     }
-    std::sort(assets.begin(), assets.end(), comesFirst);
+    std::sort(assets.begin(), assets.end(), PhotoAsset::comesFirst);
     assets.erase(std::unique(assets.begin(), assets.end()), assets.end());
     return assets;
 }

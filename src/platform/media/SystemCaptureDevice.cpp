@@ -72,7 +72,7 @@ CaptureDevice::AuthorizationStatus SystemCaptureDevice::authorizationStatus() co
 void SystemCaptureDevice::requestAccess(std::function<void(bool granted)> answer)
 {
     m_portal.accessCamera(
-        [this, answer = std::move(answer)](CameraPortal::Answer given) { answer(accept(given)); });
+        [this, answer = std::move(answer)](CameraPortal::Answer given) { answer(take(given)); });
 }
 
 void SystemCaptureDevice::start()
@@ -122,7 +122,7 @@ bool SystemCaptureDevice::mayOpenDevices() const
         [](const QFileInfo &device) { return device.isReadable() && device.isWritable(); });
 }
 
-bool SystemCaptureDevice::accept(CameraPortal::Answer answer)
+bool SystemCaptureDevice::take(CameraPortal::Answer answer)
 {
     switch (answer) {
     case CameraPortal::Answer::Granted:

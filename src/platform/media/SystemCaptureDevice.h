@@ -35,7 +35,8 @@ public:
 
 private:
     bool mayOpenDevices() const;
-    bool accept(CameraPortal::Answer answer);
+    //! Remembers what the desktop has answered for good; whether the camera may be used.
+    bool take(CameraPortal::Answer answer);
 
     UserDefaults *m_defaults;
     QString m_deviceFolder;

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-//! Where and as whom an MqttConnection is made.
+//! Where a broker is, and as whom one connects to it.
 struct MqttAccess
 {
     QString host;

@@ -118,7 +118,7 @@ void MqttPushClient::onMessage(const QByteArray &payload)
         return;
     }
     const auto &message = std::get<PushMessage>(parsed);
-    if (m_store.isNew(message.id))
+    if (m_store.remember(message.id))
         present(message);
 }
 

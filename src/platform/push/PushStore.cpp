@@ -28,7 +28,7 @@ QString PushStore::clientId()
     return id;
 }
 
-bool PushStore::isNew(const QString &messageId)
+bool PushStore::remember(const QString &messageId)
 {
     if (messageId.isEmpty())
         return true;

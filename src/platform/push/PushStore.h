@@ -11,8 +11,9 @@ public:
 
     //! Made once: 32 hexadecimal digits that nobody can guess.
     QString clientId();
-    //! False for the id of one of the last messages; a message without an id is always new.
-    bool isNew(const QString &messageId);
+    //! Remembers a message by its id. False for one of the last that is remembered already; a
+    //! message without an id is always new.
+    [[nodiscard]] bool remember(const QString &messageId);
 
 private:
     UserDefaults m_file;

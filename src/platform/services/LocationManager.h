@@ -6,6 +6,7 @@
 #include <functional>
 #include <optional>
 
+//! A position on the earth, in degrees.
 struct Location
 {
     double latitude = 0;
@@ -23,6 +24,7 @@ struct LocationReGeocode
     QString aoiName; //!< the area of interest that holds the position
 };
 
+//! Why there is no position, or no address of it.
 struct LocationError
 {
     enum Code { Unknown = 1, LocateFailed, ReGeocodeFailed, TimeOut, Denied };

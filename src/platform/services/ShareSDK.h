@@ -22,7 +22,6 @@ struct ShareContent
 class ShareSDK
 {
 public:
-    //! As the buttons of the share panel count.
     enum class Platform { WeChatSession, WeChatTimeline, QQFriend, Album };
     //! HandedOver: the person goes on elsewhere, and nothing tells how it ends.
     enum class State { HandedOver, Success, Failure };

@@ -12,6 +12,15 @@ struct SendAuthResp
     bool operator==(const SendAuthResp &) const = default;
 };
 
+//! Who asks for an authorisation: what travels as its state.
+namespace WXAuthState {
+
+inline const QString loginScreen = QStringLiteral("123");
+//! A page of the portal, which takes its own answer.
+inline const QString page = QStringLiteral("8888");
+
+}
+
 //! WeChat's open interface: asks for an authorisation, and takes the answer from a URL callback.
 class WXApi : public QObject
 {

@@ -14,6 +14,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const QString notFound = QStringLiteral("地址查询失败");
+
 LocationError failure(const QString &text)
 {
     return {LocationError::ReGeocodeFailed, text};
@@ -67,10 +69,10 @@ void WebReGeocoder::find(const Location &location, Answer answer) const
             {u"output"_s, u"JSON"_s}},
         [answer](const HTTPResponse &response) {
             const auto address = parsed(response.body);
-            answer(address, address ? std::nullopt : std::optional(failure(u"地址查询失败"_s)));
+            answer(address, address ? std::nullopt : std::optional(failure(notFound)));
         },
         [answer](const HTTPResponse &, const HTTPError &error) {
             qCWarning(lcPlatform) << "no address for a position:" << error.description;
-            answer({}, failure(u"地址查询失败"_s));
+            answer({}, failure(notFound));
         });
 }

@@ -14,6 +14,7 @@ namespace CodeReader {
 //! the light takes 1 away; -1.0 is a mean luma of about 45. Black counts as a luma of 1.
 double brightnessOf(double meanLuma);
 
+//! What is seen in a frame of the camera.
 struct FrameContent
 {
     //! The text of the first code that was found, if any; it may be empty.

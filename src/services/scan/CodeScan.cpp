@@ -4,6 +4,7 @@
 #include "services/Logging.h"
 #include "services/scan/ScanSuccessJumpVC.h"
 #include "services/scan/WCQRCodeScanningVC.h"
+#include "ui/navigation/NavigationController.h"
 #include "ui/shell/Shell.h"
 
 #include <QMediaDevices>
@@ -80,14 +81,13 @@ void CodeScan::present(std::unique_ptr<WCQRCodeScanningVC> scanner)
         navigator, QString::fromLatin1(WCQRCodeScanningVC::screenName), scanner.get());
     m_scanner = scanner.release();
     m_scanner->setParent(navigation);
-    m_scanner->setNavigationController(navigation);
     navigator->present(QString::fromLatin1(NavigationController::screenName), navigation);
 }
 
 void CodeScan::alert(const QString &message)
 {
     m_environment.shell->alertView()->show(
-        {.title = u"温馨提示"_s, .message = message, .buttons = {u"确定"_s}, .backButton = 0});
+        {.title = u"温馨提示"_s, .message = message, .buttons = {Alert::confirm}, .backButton = 0});
 }
 
 void CodeScan::playSound()

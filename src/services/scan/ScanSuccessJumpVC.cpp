@@ -1,18 +1,15 @@
 #include "services/scan/ScanSuccessJumpVC.h"
 
-ScanSuccessJumpVC::ScanSuccessJumpVC(NavigationController *navigation)
-    : m_navigation(navigation)
-{
-}
+#include "ui/navigation/NavigationController.h"
 
 void ScanSuccessJumpVC::backPressed()
 {
-    if (m_navigation)
-        m_navigation->pop();
+    if (auto *navigation = NavigationController::of(this))
+        navigation->pop();
 }
 
 void ScanSuccessJumpVC::refreshPressed()
 {
-    if (m_navigation)
-        m_navigation->popToRoot();
+    if (auto *navigation = NavigationController::of(this))
+        navigation->popToRoot();
 }

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "ui/navigation/NavigationController.h"
-
-#include <QPointer>
+#include "ui/navigation/ViewController.h"
 
 //! Shows the code that was read from a picture of the album. On the scanner's navigation
 //! controller, and gone when popped.
@@ -18,8 +16,6 @@ public:
     static constexpr auto screenName = "ScanSuccessJumpScreen";
     static constexpr auto screenSource = "qrc:/qt/qml/Vant/Services/ScanSuccessJumpScreen.qml";
 
-    explicit ScanSuccessJumpVC(NavigationController *navigation);
-
     //! One of the two is set before the screen is pushed.
     QString jump_URL;
     QString jump_bar_code;
@@ -29,7 +25,4 @@ public:
     Q_INVOKABLE void backPressed();
     //! Pops down to the scanner, the lowest screen.
     Q_INVOKABLE void refreshPressed();
-
-private:
-    QPointer<NavigationController> m_navigation;
 };

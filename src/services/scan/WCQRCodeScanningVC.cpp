@@ -5,6 +5,7 @@
 #include "platform/media/CaptureDevice.h"
 #include "services/Logging.h"
 #include "services/scan/ScanSuccessJumpVC.h"
+#include "ui/navigation/NavigationController.h"
 #include "ui/shell/Shell.h"
 
 #include <QCoreApplication>
@@ -32,7 +33,7 @@ WCQRCodeScanningVC::WCQRCodeScanningVC(
         });
     connect(environment.shell->navigator(), &Navigator::dismissed, this,
         [this](const ViewController *gone) {
-            if (gone == m_navigation)
+            if (gone == container())
                 close(); // another screen took this one's place
         });
     connect(environment.camera, &CaptureDevice::failed, this, [this](const QString &error) {
@@ -89,11 +90,11 @@ void WCQRCodeScanningVC::albumPressed()
 
 void WCQRCodeScanningVC::flashlightPressed()
 {
-    if (!m_flashlightBtnVisible)
+    if (m_flashlight == Flashlight::NotOffered)
         return;
-    const bool on = !m_isSelectedFlashlightBtn;
+    const bool on = m_flashlight == Flashlight::Off;
     m_environment.camera->setTorchOn(on);
-    setFlashlight(true, on);
+    setFlashlight(on ? Flashlight::On : Flashlight::Off);
 }
 
 void WCQRCodeScanningVC::resume()
@@ -107,7 +108,7 @@ void WCQRCodeScanningVC::resume()
 void WCQRCodeScanningVC::pause()
 {
     setScanning(false);
-    setFlashlight(false, false); // the torch goes out with the camera
+    setFlashlight(Flashlight::NotOffered); // the torch goes out with the camera
     m_manager.stop();
 }
 
@@ -119,23 +120,21 @@ void WCQRCodeScanningVC::setScanning(bool scanning)
     Q_EMIT scanningChanged();
 }
 
-void WCQRCodeScanningVC::setFlashlight(bool visible, bool on)
+void WCQRCodeScanningVC::setFlashlight(Flashlight flashlight)
 {
-    if (visible == m_flashlightBtnVisible && on == m_isSelectedFlashlightBtn)
-        return;
-    m_flashlightBtnVisible = visible;
-    m_isSelectedFlashlightBtn = on;
-    Q_EMIT flashlightChanged();
+    if (std::exchange(m_flashlight, flashlight) != flashlight)
+        Q_EMIT flashlightChanged();
 }
 
 void WCQRCodeScanningVC::didMeasureBrightness(double brightness)
 {
-    if (brightness < darkBrightness) {
-        if (m_environment.camera->hasTorch())
-            setFlashlight(true, m_isSelectedFlashlightBtn);
-    } else if (!m_isSelectedFlashlightBtn) {
-        setFlashlight(false, false);
-    }
+    if (m_flashlight == Flashlight::On)
+        return;
+    const bool isDark = brightness < darkBrightness;
+    if (!isDark)
+        setFlashlight(Flashlight::NotOffered);
+    else if (m_environment.camera->hasTorch())
+        setFlashlight(Flashlight::Off);
 }
 
 void WCQRCodeScanningVC::didOutputMetadataObjects(const QStringList &codes)
@@ -191,14 +190,15 @@ void WCQRCodeScanningVC::didReadAlbumFile(const QString &code)
 
 void WCQRCodeScanningVC::showResult(const QString &code)
 {
-    if (!m_navigation)
+    auto *navigation = NavigationController::of(this);
+    if (!navigation)
         return;
-    auto *result = new ScanSuccessJumpVC(m_navigation);
+    auto *result = new ScanSuccessJumpVC;
     if (code.startsWith(u"http"))
         result->jump_URL = code;
     else
         result->jump_bar_code = code;
-    m_navigation->push(QString::fromLatin1(ScanSuccessJumpVC::screenName), result);
+    navigation->push(QString::fromLatin1(ScanSuccessJumpVC::screenName), result);
 }
 
 void WCQRCodeScanningVC::close()

@@ -2,7 +2,7 @@
 
 #include "services/scan/ScanEnvironment.h"
 #include "services/scan/ScanManager.h"
-#include "ui/navigation/NavigationController.h"
+#include "ui/navigation/ViewController.h"
 
 #include <QPointer>
 #include <QStringList>
@@ -35,9 +35,6 @@ public:
     //! Takes the read string; called at most once, when the screen has begun to close.
     std::function<void(const QString &)> scanQrSuccessBlock;
 
-    //! The one that shows this screen, and the result after it.
-    void setNavigationController(NavigationController *navigation) { m_navigation = navigation; }
-
     bool prefersNavigationBarHidden() const override { return true; }
     void viewDidAppear() override;
     bool handleBack() override;
@@ -47,8 +44,8 @@ public:
 
     //! The scan-line timer runs.
     bool isScanning() const { return m_scanning; }
-    bool isFlashlightBtnVisible() const { return m_flashlightBtnVisible; }
-    bool isSelectedFlashlightBtn() const { return m_isSelectedFlashlightBtn; }
+    bool isFlashlightBtnVisible() const { return m_flashlight != Flashlight::NotOffered; }
+    bool isSelectedFlashlightBtn() const { return m_flashlight == Flashlight::On; }
     //! Where the view wants the frames; none is well.
     QVideoSink *preview() const { return m_preview; }
     void setPreview(QVideoSink *preview);
@@ -63,10 +60,12 @@ Q_SIGNALS:
     void previewChanged();
 
 private:
+    enum class Flashlight { NotOffered, Off, On };
+
     void resume();
     void pause();
     void setScanning(bool scanning);
-    void setFlashlight(bool visible, bool on);
+    void setFlashlight(Flashlight flashlight);
     void didMeasureBrightness(double brightness);
     void didOutputMetadataObjects(const QStringList &codes);
     void readAlbumFile(const QString &filePath);
@@ -77,11 +76,9 @@ private:
     ScanEnvironment m_environment;
     std::function<void()> m_playSound;
     ScanManager m_manager;
-    QPointer<NavigationController> m_navigation;
     QPointer<QVideoSink> m_preview;
     bool m_scanning = false;
     bool m_albumInUse = false; // open, or its picture is being read
     bool m_closed = false;
-    bool m_flashlightBtnVisible = false;
-    bool m_isSelectedFlashlightBtn = false;
+    Flashlight m_flashlight = Flashlight::NotOffered;
 };

@@ -4,18 +4,41 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+struct Button
+{
+    ShareSDK::Platform target;
+    QString title;
+    QString image;
+};
+
+const QList<Button> &buttons()
+{
+    using Target = ShareSDK::Platform;
+    static const QList<Button> all {
+        {Target::WeChatSession, u"微信好友"_s, u"icon_share_weixin_normal"_s},
+        {Target::WeChatTimeline, u"朋友圈"_s, u"icon_share_wechatTimeline_normal"_s},
+        {Target::QQFriend, u"QQ好友"_s, u"icon_share_qq_normal"_s},
+        {Target::Album, u"保存至相册"_s, u"icon_share_weixin_download"_s},
+    };
+    return all;
+}
+
+}
+
 OMShareView::OMShareView(Shell *shell, Download download, const QUrl &imageUrl,
-    std::function<void(int tag)> buttonEventBlock)
-    : titleArray {u"微信好友"_s, u"朋友圈"_s, u"QQ好友"_s, u"保存至相册"_s}
-    , imageArray {u"icon_share_weixin_normal"_s, u"icon_share_wechatTimeline_normal"_s,
-          u"icon_share_qq_normal"_s, u"icon_share_weixin_download"_s}
-    , imageUrl(imageUrl)
+    std::function<void(ShareSDK::Platform target)> buttonEventBlock)
+    : imageUrl(imageUrl)
     , m_shell(shell)
     , m_buttonEventBlock(std::move(buttonEventBlock))
 {
-    if (download == Download::Hidden) {
-        titleArray.removeLast();
-        imageArray.removeLast();
+    for (const Button &button : buttons()) {
+        if (button.target == ShareSDK::Platform::Album && download == Download::Hidden)
+            continue;
+        m_targets << button.target;
+        titleArray << button.title;
+        imageArray << button.image;
     }
 }
 
@@ -37,9 +60,9 @@ void OMShareView::dismiss()
 
 void OMShareView::buttonClicked(int tag)
 {
-    if (m_leaving || tag < 0 || tag >= titleArray.size())
+    if (m_leaving || tag < 0 || tag >= m_targets.size())
         return;
-    m_pressed = tag;
+    m_pressed = m_targets.at(tag);
     dismiss();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/services/ShareSDK.h"
 #include "ui/navigation/ViewController.h"
 
 #include <QStringList>
@@ -24,10 +25,10 @@ class OMShareView : public ViewController
 public:
     enum class Download { Offered, Hidden };
 
-    //! \a imageUrl: the picture to share. \a buttonEventBlock gets the pressed button's position,
+    //! \a imageUrl: the picture to share. \a buttonEventBlock gets the pressed button's target,
     //! when the panel has gone: what it shows must not stand above a panel that leaves.
     OMShareView(Shell *shell, Download download, const QUrl &imageUrl,
-        std::function<void(int tag)> buttonEventBlock);
+        std::function<void(ShareSDK::Platform target)> buttonEventBlock);
 
     void show();
     Q_INVOKABLE void dismiss();
@@ -48,7 +49,8 @@ Q_SIGNALS:
 
 private:
     Shell *m_shell;
-    std::function<void(int tag)> m_buttonEventBlock;
-    std::optional<int> m_pressed;
+    std::function<void(ShareSDK::Platform target)> m_buttonEventBlock;
+    QList<ShareSDK::Platform> m_targets; // of each button
+    std::optional<ShareSDK::Platform> m_pressed;
     bool m_leaving = false;
 };

@@ -1,7 +1,7 @@
 #include "services/share/ShareForPages.h"
 
 #include "model/StringFormat.h"
-#include "platform/http/HTTPSessionManager.h"
+#include "platform/http/PictureDownload.h"
 #include "services/Logging.h"
 #include "services/share/OMShareSDKTool.h"
 #include "ui/shell/Shell.h"
@@ -10,17 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-using namespace std::chrono_literals;
-
-constexpr auto downloadTimeout = 30s;
 constexpr qint64 largestPicture = 20 * 1024 * 1024;
-
-// A page must not reach the device's own files this way.
-bool mayBeLoaded(const QUrl &url)
-{
-    const QString scheme = url.scheme();
-    return scheme == u"http" || scheme == u"https" || scheme == u"data";
-}
 
 }
 
@@ -43,15 +33,13 @@ void ShareForPages::action(const QUrl &imageUrl)
                         self->showResult(state, message);
                 });
         });
-    if (mayBeLoaded(imageUrl))
+    if (PictureDownload::isAllowed(imageUrl))
         load(imageUrl, image);
 }
 
 void ShareForPages::load(const QUrl &url, const std::shared_ptr<QByteArray> &image)
 {
-    HTTPSessionManager session(m_network);
-    session.setCachePolicy(HTTPSessionManager::CachePolicy::ReturnCacheDataElseLoad);
-    session.setTimeoutInterval(downloadTimeout);
+    HTTPSessionManager session = PictureDownload::session(m_network);
     session.setMaximumBodySize(largestPicture);
     HTTPTask *download = session.GET(
         url.toString(QUrl::FullyEncoded), {},
@@ -81,8 +69,7 @@ void ShareForPages::showPanel(OMShareView::Download download, const QUrl &imageU
 {
     if (m_panel)
         m_panel->left();
-    m_panel = new OMShareView(m_shell, download, imageUrl,
-        [share = std::move(share)](int tag) { share(ShareSDK::Platform(tag)); });
+    m_panel = new OMShareView(m_shell, download, imageUrl, std::move(share));
     m_panel->show();
 }
 

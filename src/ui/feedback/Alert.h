@@ -5,7 +5,7 @@
 
 #include <optional>
 
-//! One question or notice to the user, shown by AlertView.
+//! One question or notice to the user.
 struct Alert
 {
     enum class Style {
@@ -13,9 +13,16 @@ struct Alert
         FullScreen, //!< a page of text with a close button, for notices
     };
 
+    static inline const QString confirm = QStringLiteral("确定");
+    static inline const QString cancel = QStringLiteral("取消");
+    //! The buttons of a question, and their positions.
+    static QStringList cancelOrConfirm() { return {cancel, confirm}; }
+    static constexpr int cancelButton = 0;
+    static constexpr int confirmButton = 1;
+
     QString title {};
     QString message {};
-    //! From left to right; none gets one named 确定. Not shown in FullScreen.
+    //! From left to right; none gets one to confirm. Not shown in FullScreen.
     QStringList buttons {};
     //! The first text of a line that the user may fill in. Not in FullScreen.
     std::optional<QString> input {};
@@ -26,14 +33,12 @@ struct Alert
     std::optional<int> backButton {};
     Style style = Style::Dialog;
 
-    //! The buttons of a question().
-    enum Button { Cancel = 0, Confirm = 1 };
-    //! A question that is answered by 确定, or by 取消 and the back key.
+    //! One that is answered by the one button, or by the other and the back key.
     static Alert question(const QString &title, const QString &message)
     {
         return {.title = title,
             .message = message,
-            .buttons = {QStringLiteral("取消"), QStringLiteral("确定")},
-            .backButton = Cancel};
+            .buttons = cancelOrConfirm(),
+            .backButton = cancelButton};
     }
 };

@@ -19,7 +19,7 @@ int AlertView::ask(const Alert &alert, InputAnswer answer)
 {
     Pending pending {++m_lastNumber, alert, std::move(answer)};
     if (alert.style == Alert::Style::Dialog && alert.buttons.isEmpty())
-        pending.alert.buttons = {QStringLiteral("确定")};
+        pending.alert.buttons = {Alert::confirm};
     m_queue.enqueue(std::move(pending));
     if (m_queue.size() == 1)
         Q_EMIT changed();

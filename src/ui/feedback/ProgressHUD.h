@@ -12,29 +12,21 @@ class ProgressHUD : public QObject
     QML_UNCREATABLE("The indicator is made in C++.")
     Q_PROPERTY(bool visible READ isVisible NOTIFY changed)
     Q_PROPERTY(QString text READ text NOTIFY changed)
-    Q_PROPERTY(bool determinate READ isDeterminate NOTIFY changed)
-    Q_PROPERTY(double progress READ progress NOTIFY changed)
 
 public:
     explicit ProgressHUD(QObject *parent = nullptr);
 
     //! Turns until hide(); the text may be empty.
     void show(const QString &text);
-    //! Shows how far a work is, 0 to 1; values beyond are cut.
-    void showProgress(const QString &text, double progress);
     void hide();
 
     bool isVisible() const { return m_visible; }
     QString text() const { return m_text; }
-    bool isDeterminate() const { return m_determinate; }
-    double progress() const { return m_progress; }
 
 Q_SIGNALS:
     void changed();
 
 private:
     bool m_visible = false;
-    bool m_determinate = false;
     QString m_text;
-    double m_progress = 0;
 };

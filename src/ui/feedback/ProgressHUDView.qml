@@ -25,26 +25,8 @@ FocusScope {
 
             LoadingSpinner {
                 anchors.horizontalCenter: parent.horizontalCenter
-                visible: view.visible && !view.progressHUD.determinate
+                visible: view.visible
                 color: "white"
-            }
-
-            Rectangle {
-                visible: view.progressHUD.determinate
-                anchors.horizontalCenter: parent.horizontalCenter
-                width: 160
-                height: 6
-                radius: 3
-                color: "#59ffffff"
-                Accessible.role: Accessible.ProgressBar
-                Accessible.name: view.progressHUD.text
-
-                Rectangle {
-                    width: Math.max(height, parent.width * view.progressHUD.progress)
-                    height: parent.height
-                    radius: 3
-                    color: Theme.primary
-                }
             }
 
             Text {

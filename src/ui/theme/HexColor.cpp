@@ -13,3 +13,8 @@ QColor colorWithHexString(const QString &text)
         return Qt::transparent;
     return QColor(u'#' + digits);
 }
+
+QColor colorOrShellColor(const QString &text)
+{
+    return colorWithHexString(text.isEmpty() ? shellColor : text);
+}

@@ -8,8 +8,9 @@
 class QJSEngine;
 class QQmlEngine;
 
-//! Gives the engine its AlbumImageProvider as soon as a view names this singleton, and passes on
-//! what is learnt from reading clips. Owned by the engine.
+//! Lets views show pictures of the album, from the first view on that names this singleton, and
+//! tells what is learnt from reading clips. Owned by the engine, which gets its AlbumImageProvider
+//! here.
 class AlbumImages : public QObject
 {
     Q_OBJECT

@@ -9,13 +9,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-bool isBefore(const PhotoAsset &one, const PhotoAsset &other)
-{
-    if (one.modified != other.modified)
-        return one.modified > other.modified;
-    return one.filePath < other.filePath;
-}
-
 QString durationText(std::chrono::milliseconds duration)
 {
     // A clip of half a second has a length too.
@@ -42,8 +35,8 @@ AssetListModel::AssetListModel(const AssetSelection *selection, QObject *parent)
 void AssetListModel::update(const QList<PhotoAsset> &newestFirst)
 {
     QList<PhotoAsset> wanted = newestFirst;
-    if (!std::is_sorted(wanted.cbegin(), wanted.cend(), isBefore))
-        std::sort(wanted.begin(), wanted.end(), isBefore);
+    if (!std::is_sorted(wanted.cbegin(), wanted.cend(), PhotoAsset::comesFirst))
+        std::sort(wanted.begin(), wanted.end(), PhotoAsset::comesFirst);
     if (wanted == m_assets)
         return;
 
@@ -53,18 +46,19 @@ void AssetListModel::update(const QList<PhotoAsset> &newestFirst)
     while (at < m_assets.size() || next < wanted.size()) {
         qsizetype gone = 0;
         while (at + gone < m_assets.size()
-            && (next == wanted.size() || isBefore(m_assets[at + gone], wanted[next])))
+            && (next == wanted.size() || PhotoAsset::comesFirst(m_assets[at + gone], wanted[next])))
             ++gone;
         removeRun(at, gone);
         qsizetype come = 0;
         while (next + come < wanted.size()
-            && (at == m_assets.size() || isBefore(wanted[next + come], m_assets[at])))
+            && (at == m_assets.size() || PhotoAsset::comesFirst(wanted[next + come], m_assets[at])))
             ++come;
         insertRun(at, wanted.mid(next, come));
         at += come;
         next += come;
-        while (at < m_assets.size() && next < wanted.size() && !isBefore(m_assets[at], wanted[next])
-            && !isBefore(wanted[next], m_assets[at]))
+        while (at < m_assets.size() && next < wanted.size()
+            && !PhotoAsset::comesFirst(m_assets[at], wanted[next])
+            && !PhotoAsset::comesFirst(wanted[next], m_assets[at]))
             m_assets[at++] = wanted[next++];
     }
     renumber();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/theme/HexColor.h"
+
 #include <QColor>
 #include <QMetaType>
 #include <QString>
@@ -29,7 +31,7 @@ public:
     bool allowTakeVideo = false;
 
     QColor barItemTextColor = Qt::white;
-    QColor navigationBarColor {0x3d, 0xd1, 0x87};
+    QColor navigationBarColor {shellColor};
     QColor iconThemeColor = navigationBarColor;
     QColor okButtonNormalColor = navigationBarColor;
     QColor okButtonDisabledColor {0xaa, 0xaa, 0xaa};

@@ -29,8 +29,8 @@ void log(const QString &line)
 struct FragmentQueue::Gate
 {
     QSemaphore room {mostPartsInMemory};
-    QSemaphore begun; //!< the main thread has seen to the part: whether its job waits is known
-    bool waits = false;
+    QSemaphore begun; //!< the main thread has seen to the part: what its job does is known
+    Job job = Job::GoesOn;
     QSemaphore ended; //!< the signals of the parts' ends
     std::atomic<bool> isClosed = false;
 
@@ -106,19 +106,19 @@ void FragmentQueue::run(int index)
     SharedPart part(new Part {index + 1, index + 1 == m_count,
         m_file->readDateOfFragment(m_file->streamFragments[index]), m_gate});
     QMetaObject::invokeMethod(this, [this, gate = m_gate, part = std::move(part)] {
-        gate->waits = check(part);
+        gate->job = seeTo(part);
         gate->begun.release();
     });
     m_gate->begun.acquire();
-    if (m_gate->waits && !m_gate->isClosed)
+    if (m_gate->job == Job::AwaitsTheEnd && !m_gate->isClosed)
         m_gate->ended.acquire();
 }
 
-bool FragmentQueue::check(const SharedPart &part)
+FragmentQueue::Job FragmentQueue::seeTo(const SharedPart &part)
 {
     if (!m_reachability->isReachable()) {
         endPart(false, u"检测chunk无网-> 信号+1"_s);
-        return false;
+        return Job::GoesOn;
     }
     log(u"上传==检测文件块是否上传过"_s);
     m_calls->checkChunkHasUploadWithIndex(part->number, m_mineType,
@@ -127,7 +127,7 @@ bool FragmentQueue::check(const SharedPart &part)
             if (alive)
                 alive->didCheck(part, isUploaded, authorization, date);
         });
-    return true;
+    return Job::AwaitsTheEnd;
 }
 
 void FragmentQueue::didCheck(

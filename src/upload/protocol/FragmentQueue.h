@@ -45,7 +45,9 @@ private:
     using SharedPart = std::shared_ptr<Part>;
 
     void run(int index);
-    bool check(const SharedPart &part);
+    //! What the job of a part does once the part has been seen to.
+    enum class Job { AwaitsTheEnd, GoesOn };
+    Job seeTo(const SharedPart &part);
     void didCheck(
         const SharedPart &part, bool isUploaded, const QString &authorization, const QString &date);
     void didUpload(

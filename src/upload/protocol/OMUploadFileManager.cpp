@@ -120,11 +120,11 @@ void OMUploadFileManager::didPrepare(const QString &ext, const Completion &compl
 {
     if (!fileStreamer) {
         qCWarning(lcUpload) << "the file to upload could not be written or read";
-        return reportLast(completion, false, std::nullopt);
+        return reportAndEnd(completion, false, std::nullopt);
     }
     hashKey = fileStreamer->md5String;
     if (!m_reachability->isReachable())
-        return reportLast(completion, false, std::nullopt);
+        return reportAndEnd(completion, false, std::nullopt);
     qCDebug(lcUpload).noquote() << u"上传==验证文件是否上传过"_s;
     checkFileServiceWithHash(hashKey, ext,
         [this, completion](bool isUploaded) { didCheckFile(isUploaded, completion); });
@@ -138,21 +138,21 @@ void OMUploadFileManager::didCheckFile(bool isUploaded, const Completion &comple
     if (isUploaded) {
         qCDebug(lcUpload).noquote() << u"上传==上传过直接回调"_s;
         const QPointer alive(this);
-        report(completion, true, result);
+        reportAndClear(completion, true, result);
         if (alive)
             Q_EMIT ended();
         return;
     }
     if (!m_reachability->isReachable())
-        return reportLast(completion, false, result);
+        return reportAndEnd(completion, false, result);
     qCDebug(lcUpload).noquote() << u"上传==上传文件"_s;
     uploadWithCompletion([this, completion, result](bool success) {
         qCDebug(lcUpload).noquote() << u"上传==上传文件结果"_s;
-        report(completion, success, result);
+        reportAndClear(completion, success, result);
     });
 }
 
-void OMUploadFileManager::reportLast(
+void OMUploadFileManager::reportAndEnd(
     const Completion &completion, bool success, const Result &result)
 {
     const QPointer alive(this);
@@ -161,7 +161,8 @@ void OMUploadFileManager::reportLast(
         Q_EMIT ended();
 }
 
-void OMUploadFileManager::report(const Completion &completion, bool success, const Result &result)
+void OMUploadFileManager::reportAndClear(
+    const Completion &completion, bool success, const Result &result)
 {
     const QPointer alive(this);
     completion(success, result);

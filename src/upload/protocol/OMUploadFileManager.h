@@ -89,8 +89,8 @@ private:
     BlockWatcher watcher(qint64 before, qint64 total);
     void didPrepare(const QString &ext, const Completion &completion);
     void didCheckFile(bool isUploaded, const Completion &completion);
-    void report(const Completion &completion, bool success, const Result &result);
-    void reportLast(const Completion &completion, bool success, const Result &result);
+    void reportAndClear(const Completion &completion, bool success, const Result &result);
+    void reportAndEnd(const Completion &completion, bool success, const Result &result);
     void post(
         const QString &path, const HTTPParameters &parameters, UploadCalls::Answered answered);
 

@@ -47,45 +47,39 @@ bool writeReplacing(const QString &path, QIODevice &from, const BlockWatcher &wa
 }
 
 UploadData::UploadData(const QByteArray &bytes)
-    : m_source(Source::Bytes)
-    , m_bytes(bytes)
+    : m_content(bytes)
 {
 }
 
-UploadData::UploadData(Source source, const QString &filePath)
-    : m_source(source)
-    , m_filePath(filePath)
+UploadData::UploadData(const File &file)
+    : m_content(file)
 {
 }
 
 UploadData UploadData::copyOf(const QString &filePath)
 {
-    return {Source::FileToCopy, filePath};
-}
-
-UploadData UploadData::taking(const QString &filePath)
-{
-    return {Source::FileToTake, filePath};
+    return File {filePath};
 }
 
 qint64 UploadData::size() const
 {
-    return m_source == Source::Bytes ? m_bytes.size() : QFileInfo(m_filePath).size();
+    if (const auto *bytes = std::get_if<QByteArray>(&m_content))
+        return bytes->size();
+    return QFileInfo(std::get<File>(m_content).path).size();
 }
 
 bool UploadData::writeAtomically(const QString &path, const BlockWatcher &watcher) const
 {
-    if (m_source == Source::Bytes) {
-        QBuffer bytes;
-        bytes.setData(m_bytes);
-        return bytes.open(QIODevice::ReadOnly) && writeReplacing(path, bytes, watcher);
+    if (const auto *bytes = std::get_if<QByteArray>(&m_content)) {
+        QBuffer buffer;
+        buffer.setData(*bytes);
+        return buffer.open(QIODevice::ReadOnly) && writeReplacing(path, buffer, watcher);
     }
+    const QString &from = std::get<File>(m_content).path;
     // A pipe would be waited for without end.
-    if (!QFileInfo(m_filePath).isFile())
+    if (!QFileInfo(from).isFile())
         return false;
-    if (m_source == Source::FileToTake && replace(path, m_filePath))
-        return true;
-    QFile file(m_filePath);
+    QFile file(from);
     return file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)
         && writeReplacing(path, file, watcher);
 }

@@ -5,6 +5,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <variant>
+
 //! What is to be uploaded: bytes, or a file whose bytes are never held together.
 class UploadData
 {
@@ -13,8 +15,6 @@ public:
             &bytes); // NOLINT(google-explicit-constructor): bytes are the ordinary case
     //! A file that stays where it is.
     static UploadData copyOf(const QString &filePath);
-    //! A file that nobody else needs: moved where the file system can, else copied and left.
-    static UploadData taking(const QString &filePath);
 
     //! Bytes to be written, as far as one can know.
     qint64 size() const;
@@ -23,11 +23,12 @@ public:
     bool writeAtomically(const QString &path, const BlockWatcher &watcher) const;
 
 private:
-    enum class Source { Bytes, FileToCopy, FileToTake };
+    struct File
+    {
+        QString path;
+    };
 
-    UploadData(Source source, const QString &filePath);
+    UploadData(const File &file);
 
-    Source m_source;
-    QByteArray m_bytes;
-    QString m_filePath;
+    std::variant<QByteArray, File> m_content;
 };

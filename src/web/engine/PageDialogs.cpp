@@ -12,8 +12,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const QString accept = QStringLiteral("确定");
-const QString refuse = QStringLiteral("取消");
 const QString refuseAll = QStringLiteral("不再显示");
 
 constexpr int mayBeRefusedFrom = 3;
@@ -37,18 +35,21 @@ PageDialogs::~PageDialogs()
 
 int PageDialogs::showAlert(const QUrl &origin, const QString &message)
 {
-    return show(origin, {.message = message, .buttons = {accept}, .backButton = 0});
+    return show(origin, {.message = message, .buttons = {Alert::confirm}, .backButton = 0});
 }
 
 int PageDialogs::showConfirm(const QUrl &origin, const QString &message)
 {
-    return show(origin, {.message = message, .buttons = {refuse, accept}, .backButton = 0});
+    return show(origin, {.message = message, .buttons = Alert::cancelOrConfirm(), .backButton = 0});
 }
 
 int PageDialogs::showPrompt(const QUrl &origin, const QString &message, const QString &defaultText)
 {
     return show(origin,
-        {.message = message, .buttons = {refuse, accept}, .input = defaultText, .backButton = 0});
+        {.message = message,
+            .buttons = Alert::cancelOrConfirm(),
+            .input = defaultText,
+            .backButton = 0});
 }
 
 int PageDialogs::show(const QUrl &origin, Alert alert)

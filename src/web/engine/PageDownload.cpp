@@ -71,9 +71,9 @@ void PageDownload::ask(const QString &origin, qint64 size)
 
 void PageDownload::didAnswer(int button)
 {
-    if (button == Alert::Confirm)
+    if (button == Alert::confirmButton)
         return agree();
-    if (button == Alert::Cancel)
+    if (button == Alert::cancelButton)
         Q_EMIT refused();
     refuse();
 }
@@ -123,7 +123,7 @@ void PageDownload::keep()
     if (!folder.rename(m_fetched, name))
         return fail();
     m_ended = true;
-    m_host->downloadEnded(name, true);
+    m_host->downloadKept(name);
     deleteLater();
 }
 
@@ -135,7 +135,7 @@ void PageDownload::fail()
     if (m_request)
         m_request->cancel();
     removeFetched();
-    m_host->downloadEnded(m_name, false);
+    m_host->downloadFailed(m_name);
     deleteLater();
 }
 

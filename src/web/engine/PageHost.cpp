@@ -24,12 +24,13 @@ void PageHost::close(ViewController *page)
     m_shell->navigator()->dismiss(page);
 }
 
-void PageHost::downloadEnded(const QString &fileName, bool completed)
+void PageHost::downloadKept(const QString &fileName)
 {
-    if (completed) {
-        m_shell->toast()->showSuccess(u"已下载：%1"_s.arg(fileName));
-        return;
-    }
+    m_shell->toast()->showSuccess(u"已下载：%1"_s.arg(fileName));
+}
+
+void PageHost::downloadFailed(const QString &fileName)
+{
     qCWarning(lcWeb) << "a file was not downloaded:" << fileName;
     m_shell->toast()->showError(u"下载失败"_s);
 }

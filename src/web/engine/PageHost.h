@@ -26,8 +26,9 @@ public:
 
     //! Takes the screen of a page away.
     void close(ViewController *page);
-    //! Tells the user how the download of a file went.
-    void downloadEnded(const QString &fileName, bool completed);
+    // Tell the user how the download of a file went.
+    void downloadKept(const QString &fileName);
+    void downloadFailed(const QString &fileName);
 
 private:
     Shell *m_shell;

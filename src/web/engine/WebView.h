@@ -17,8 +17,9 @@ class PageHost;
 class QQuickWebEngineProfile;
 class QWebEngineDownloadRequest;
 
-//! A web view as the controllers see it; WebPage.qml carries out what is asked here and reports
-//! what happens.
+//! A web view as the controllers see it: what it shows, and what becomes of each load.
+//!
+//! WebPage.qml carries out what is asked here and reports what happens.
 //!
 //! Owned by the controller of the screen. Of the loads asked for in one turn, or before the view
 //! exists, the last is made. A dead renderer is replaced and its page loaded again; the second

@@ -59,7 +59,7 @@ void PushPages::loadNewWeb(const QVariant &userInfo)
         if (!self)
             return;
         self->m_questions.remove(id);
-        if (button == Alert::Confirm)
+        if (button == Alert::confirmButton)
             self->m_webView->load(self->m_url);
     });
     m_questions.insert(id, {number, userInfo.toMap()});

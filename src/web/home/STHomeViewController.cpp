@@ -34,13 +34,11 @@ using namespace std::chrono_literals;
 
 constexpr auto pushRetryInterval = 60s;
 constexpr int video = 1; // of the choices to upload
-const QString pageAuthorisationState = QStringLiteral("8888");
-const QString defaultStatusColor = QStringLiteral("#3dd187");
 
 }
 
 STHomeViewController::STHomeViewController(const HomeEnvironment &environment)
-    : statusColor(defaultStatusColor)
+    : statusColor(shellColor)
     , m_device(environment.device)
     , m_account(environment.account)
     , m_shell(environment.shell)
@@ -67,7 +65,9 @@ STHomeViewController::STHomeViewController(const HomeEnvironment &environment)
         [this](const QString &result, const QString &document) {
             m_bridge.callHandler(document, u"onSlicingUpload"_s, bridgeResult(result));
         });
-    connect(&m_webView, &WebView::didFailNavigation, this, [this] { setErrorViewVisible(true); });
+    connect(&m_webView, &WebView::didFailNavigation, this, [this] { m_errorView.setVisible(true); });
+    connect(&m_errorView, &ErrorViewState::retry, this,
+        &STHomeViewController::errorViewButtonDidPress);
     connect(&m_pushPages, &PushPages::unanswered, this,
         [this](const QVariantMap &userInfo) { m_delegate->keepNotification(userInfo); });
     connect(&environment.account->session, &UserSession::ending, this,
@@ -135,10 +135,10 @@ void STHomeViewController::loadPortal()
     const auto &site = m_account->loginModel.siteInfo;
     const QUrl url(site ? site->redirect_url : QString());
     if (!EngineNavigation::isLoadable(url)) {
-        setErrorViewVisible(true);
+        m_errorView.setVisible(true);
         return;
     }
-    setErrorViewVisible(false);
+    m_errorView.setVisible(false);
     m_webView.load(url);
     // After the end of the load whose place this one takes, and before its own beginning.
     m_profile->cookies()->sendWithNextLoad(
@@ -170,9 +170,9 @@ void STHomeViewController::leaveUser()
     m_profile->cookies()->leave();
     m_webView.startAfresh();
     m_shell->actionSheet()->cancel();
-    setErrorViewVisible(false);
+    m_errorView.setVisible(false);
     longClickSaveImgAble = false;
-    changeStatusColor(defaultStatusColor);
+    changeStatusColor(shellColor);
 }
 
 void STHomeViewController::leaveProfile()
@@ -207,7 +207,7 @@ void STHomeViewController::changeStatusColor(const QString &color)
 void STHomeViewController::wechatLogin()
 {
     m_wechatAsker = m_bridge.document();
-    if (!m_device.wxApi->sendAuthReq(u"snsapi_userinfo"_s, pageAuthorisationState))
+    if (!m_device.wxApi->sendAuthReq(u"snsapi_userinfo"_s, WXAuthState::page))
         m_shell->toast()->showError(u"微信授权功能暂不可用"_s);
 }
 
@@ -215,7 +215,7 @@ void STHomeViewController::wechatAuthCodeCallback(const QVariant &answer)
 {
     const QVariantMap response = answer.toMap();
     const QString code = response.value(u"code"_s).toString();
-    if (response.value(u"state"_s).toString() == pageAuthorisationState && !code.isEmpty())
+    if (response.value(u"state"_s).toString() == WXAuthState::page && !code.isEmpty())
         m_bridge.callHandler(m_wechatAsker, u"onWechatResult2H5"_s, bridgeResult(code));
 }
 
@@ -269,20 +269,14 @@ void STHomeViewController::getAppInfo(const WebViewJavascriptBridge::Respond &re
 
 void STHomeViewController::didFinishNavigation()
 {
-    setErrorViewVisible(false);
+    m_errorView.setVisible(false);
     m_webView.evaluateJavaScript(PageScripts::disableUserSelect());
     m_webView.evaluateJavaScript(PageScripts::disableTouchCallout());
 }
 
-void STHomeViewController::setErrorViewVisible(bool visible)
-{
-    if (std::exchange(m_errorViewVisible, visible) != visible)
-        Q_EMIT errorViewVisibleChanged();
-}
-
 void STHomeViewController::errorViewButtonDidPress()
 {
-    setErrorViewVisible(false);
+    m_errorView.setVisible(false);
     if (m_webView.hasPage())
         m_webView.reload();
     else

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/feedback/ErrorViewState.h"
 #include "ui/navigation/ViewController.h"
 #include "web/bridge/BridgeTrust.h"
 #include "web/bridge/WebViewJavascriptBridge.h"
@@ -24,7 +25,7 @@ class STHomeViewController : public ViewController
     QML_UNCREATABLE("Made by the application delegate.")
     Q_PROPERTY(WebView *webView READ webView CONSTANT)
     Q_PROPERTY(QColor statusBarColor READ statusBarColor NOTIFY statusBarColorChanged)
-    Q_PROPERTY(bool errorViewVisible READ errorViewVisible NOTIFY errorViewVisibleChanged)
+    Q_PROPERTY(ErrorViewState *errorView READ errorView CONSTANT)
 
 public:
     explicit STHomeViewController(const HomeEnvironment &environment);
@@ -38,7 +39,7 @@ public:
     WebViewJavascriptBridge *bridge() { return &m_bridge; }
     PageServices *services() const { return m_services; }
     QColor statusBarColor() const;
-    bool errorViewVisible() const { return m_errorViewVisible; }
+    ErrorViewState *errorView() { return &m_errorView; }
 
     //! Signs out: saved and live session cookies go, the page is emptied, the login flow takes
     //! over.
@@ -58,8 +59,6 @@ public:
 
     //! For the view: a finger has rested on a point of the page, in CSS pixels.
     Q_INVOKABLE void longPressed(QPointF point);
-    //! For the error view's button.
-    Q_INVOKABLE void errorViewButtonDidPress();
 
     //! Pages may switch on that a long press offers to save an image.
     bool longClickSaveImgAble = false;
@@ -68,7 +67,6 @@ public:
 
 Q_SIGNALS:
     void statusBarColorChanged();
-    void errorViewVisibleChanged();
 
 private:
     void observeNotifications();
@@ -80,7 +78,7 @@ private:
     PageServices::Answer toPage(const QString &function);
     void wechatAuthCodeCallback(const QVariant &answer);
     void didFinishNavigation();
-    void setErrorViewVisible(bool visible);
+    void errorViewButtonDidPress();
 
     void leaveUser();
     void leaveProfile();
@@ -101,5 +99,5 @@ private:
     QString m_wechatAsker; // the document that asked for an authorisation last
     ImageSaver m_imageSaver;
     std::unique_ptr<Repetition> m_pushTimer;
-    bool m_errorViewVisible = false;
+    ErrorViewState m_errorView;
 };

@@ -1,6 +1,6 @@
 #include "web/portal/ImageSaver.h"
 
-#include "platform/http/HTTPSessionManager.h"
+#include "platform/http/PictureDownload.h"
 #include "platform/media/PhotoLibrary.h"
 #include "ui/feedback/Toast.h"
 #include "web/Logging.h"
@@ -9,21 +9,6 @@
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-using namespace std::chrono_literals;
-
-constexpr auto downloadTimeout = 30s;
-
-// A page must not reach the device's own files this way.
-bool mayBeSaved(const QUrl &url)
-{
-    const QString scheme = url.scheme();
-    return scheme == u"http" || scheme == u"https" || scheme == u"data";
-}
-
-}
 
 ImageSaver::ImageSaver(QNetworkAccessManager *network, PhotoLibrary *album, Toast *toast)
     : m_network(network)
@@ -34,14 +19,11 @@ ImageSaver::ImageSaver(QNetworkAccessManager *network, PhotoLibrary *album, Toas
 
 void ImageSaver::saveImageToDiskWithUrl(const QString &url)
 {
-    if (!mayBeSaved(QUrl(url))) {
+    if (!PictureDownload::isAllowed(QUrl(url))) {
         didFinishSaving(u"the address cannot be downloaded"_s);
         return;
     }
-    HTTPSessionManager session(m_network);
-    session.setCachePolicy(HTTPSessionManager::CachePolicy::ReturnCacheDataElseLoad);
-    session.setTimeoutInterval(downloadTimeout);
-    session.GET(
+    PictureDownload::session(m_network).GET(
         url, {},
         [self = QPointer(this)](const HTTPResponse &response) {
             if (!self)

@@ -2,7 +2,6 @@
 
 #include <QObject>
 
-class HTTPSessionManager;
 class PhotoLibrary;
 class QNetworkAccessManager;
 class Toast;

@@ -31,8 +31,8 @@ ScreenFrame {
 
         ErrorView {
             anchors.fill: parent
-            visible: root.controller.errorViewVisible
-            onRetry: root.controller.errorViewButtonDidPress()
+            visible: root.controller.errorView.visible
+            onRetry: root.controller.errorView.retry()
 
             IconButton {
                 z: 1

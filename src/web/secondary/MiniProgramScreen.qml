@@ -77,8 +77,8 @@ ScreenFrame {
 
     ErrorView {
         anchors.fill: page
-        visible: root.controller.errorViewVisible
-        onRetry: root.controller.errorViewButtonDidPress()
+        visible: root.controller.errorView.visible
+        onRetry: root.controller.errorView.retry()
     }
 
     CapsuleMenu {

@@ -8,7 +8,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString defaultNaviColor = QStringLiteral("#3dd187");
 constexpr int reloadItem = 0;
 
 }
@@ -31,7 +30,7 @@ QUrl OLMiniProgramStyleViewController::address() const
 
 QColor OLMiniProgramStyleViewController::statusBarColor() const
 {
-    return colorWithHexString(naviColor.isEmpty() ? defaultNaviColor : naviColor);
+    return colorOrShellColor(naviColor);
 }
 
 void OLMiniProgramStyleViewController::changeStatusColor(const QString &color)
@@ -64,7 +63,7 @@ void OLMiniProgramStyleViewController::menuDismissed()
 
 void OLMiniProgramStyleViewController::reload()
 {
-    if (webView()->hasPage() && !errorViewVisible())
+    if (webView()->hasPage() && !errorView()->isVisible())
         webView()->reload();
     else
         load();

@@ -4,13 +4,10 @@
 
 #include <cmath>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr double edgeWidth = 24;
 constexpr double shortestSwipe = 80;
-const QString defaultStatusColor = QStringLiteral("#3dd187");
 
 }
 
@@ -22,7 +19,7 @@ OMOutLinkViewController::OMOutLinkViewController(
 
 QColor OMOutLinkViewController::barColor() const
 {
-    return colorWithHexString(statusColor.isEmpty() ? defaultStatusColor : statusColor);
+    return colorOrShellColor(statusColor);
 }
 
 void OMOutLinkViewController::load()

@@ -16,8 +16,10 @@ WebPageViewController::WebPageViewController(
     , m_webView(m_profile->engineProfile(), m_bridge.get(), host)
 {
     connect(
-        &m_webView, &WebView::didFinishNavigation, this, [this] { setErrorViewVisible(false); });
-    connect(&m_webView, &WebView::didFailNavigation, this, [this] { setErrorViewVisible(true); });
+        &m_webView, &WebView::didFinishNavigation, this, [this] { m_errorView.setVisible(false); });
+    connect(
+        &m_webView, &WebView::didFailNavigation, this, [this] { m_errorView.setVisible(true); });
+    connect(&m_errorView, &ErrorViewState::retry, this, [this] { load(); });
     if (m_bridge)
         connect(&m_webView, &WebView::documentGone, m_bridge.get(),
             &WebViewJavascriptBridge::documentGone);
@@ -39,8 +41,9 @@ void WebPageViewController::load()
 {
     copyCookies();
     const QUrl url = address();
-    setErrorViewVisible(!EngineNavigation::isLoadable(url));
-    if (!m_errorViewVisible)
+    const bool isLoadable = EngineNavigation::isLoadable(url);
+    m_errorView.setVisible(!isLoadable);
+    if (isLoadable)
         m_webView.load(url);
 }
 
@@ -49,18 +52,7 @@ void WebPageViewController::copyCookies()
     m_profile->cookies()->copyStorage();
 }
 
-void WebPageViewController::errorViewButtonDidPress()
-{
-    load();
-}
-
 void WebPageViewController::close()
 {
     m_host->close(this);
-}
-
-void WebPageViewController::setErrorViewVisible(bool visible)
-{
-    if (std::exchange(m_errorViewVisible, visible) != visible)
-        Q_EMIT errorViewVisibleChanged();
 }

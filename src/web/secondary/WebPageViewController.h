@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/feedback/ErrorViewState.h"
 #include "ui/navigation/ViewController.h"
 #include "web/engine/WebView.h"
 
@@ -18,7 +19,7 @@ class WebPageViewController : public ViewController
     QML_ELEMENT
     QML_UNCREATABLE("The base of the pages' controllers.")
     Q_PROPERTY(WebView *webView READ webView CONSTANT)
-    Q_PROPERTY(bool errorViewVisible READ errorViewVisible NOTIFY errorViewVisibleChanged)
+    Q_PROPERTY(ErrorViewState *errorView READ errorView CONSTANT)
 
 public:
     ~WebPageViewController() override;
@@ -28,13 +29,9 @@ public:
     void viewDidLoad() override;
 
     WebView *webView() { return &m_webView; }
-    bool errorViewVisible() const { return m_errorViewVisible; }
-    Q_INVOKABLE void errorViewButtonDidPress();
+    ErrorViewState *errorView() { return &m_errorView; }
     //! Takes the screen away.
     Q_INVOKABLE void close();
-
-Q_SIGNALS:
-    void errorViewVisibleChanged();
 
 protected:
     enum class Bridge { None, Own };
@@ -50,11 +47,9 @@ protected:
     void copyCookies();
 
 private:
-    void setErrorViewVisible(bool visible);
-
     std::shared_ptr<WebPageProfile> m_profile;
     PageHost *m_host;
     std::unique_ptr<WebViewJavascriptBridge> m_bridge;
     WebView m_webView;
-    bool m_errorViewVisible = false;
+    ErrorViewState m_errorView;
 };

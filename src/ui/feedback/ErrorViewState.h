@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QObject>
+#include <qqmlregistration.h>
+
+//! Whether what a screen shows could not be loaded, and the user's wish to try again: what an
+//! ErrorView has behind it. Owned by the screen's controller.
+class ErrorViewState : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the controller of a screen.")
+    Q_PROPERTY(bool visible READ isVisible NOTIFY visibleChanged)
+
+public:
+    bool isVisible() const { return m_visible; }
+    void setVisible(bool visible);
+
+Q_SIGNALS:
+    void visibleChanged();
+    //! The view's button.
+    void retry();
+
+private:
+    bool m_visible = false;
+};
