@@ -31,9 +31,8 @@ private Q_SLOTS:
         SampleMedia::writePhoto(path(u"flower.jpg"_s), "jpeg", {80, 60});
         SampleMedia::write(path(u"moving.gif"_s), "GIF89a, but damaged");
         SampleMedia::write(path(u"broken.heic"_s),
-            QByteArray("\0\0\0\x18"
-                       "ftypheic, but no more",
-                26));
+            "\0\0\0\x18"
+            "ftypheic, but no more"_ba);
         const QString format = u"width=320,height=240"_s;
         SampleMedia::writeClip(path(u"short.mp4"_s), format, SampleMedia::Sound::None, 5);
         SampleMedia::writeClip(path(u"long.mp4"_s), format, SampleMedia::Sound::None, 90);
