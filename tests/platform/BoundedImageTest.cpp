@@ -1,7 +1,7 @@
 #include "platform/media/BoundedImage.h"
 #include "platform/services/DesktopShareSDK.h"
 #include "support/NotedUrlOpener.h"
-#include "support/Patience.h"
+#include "support/Table.h"
 
 #include <QBuffer>
 #include <QClipboard>
@@ -10,7 +10,6 @@
 #include <QImageReader>
 #include <QScopeGuard>
 #include <QSemaphore>
-#include <QTest>
 #include <QThreadPool>
 
 using namespace Qt::StringLiterals;
@@ -35,32 +34,33 @@ class BoundedImageTest : public QObject
 {
     Q_OBJECT
 
+private:
+    using Shared = Table<QSize, QString, QSize>;
+
 private Q_SLOTS:
     // So that the bounds are seen to work by themselves.
     void initTestCase() { QImageReader::setAllocationLimit(0); }
 
-    void readsWithinTheBounds_data()
-    {
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<int>("side"); // 0: in full size
-        QTest::addColumn<QSize>("read");
-        QTest::newRow("whole") << QSize(3000, 2000) << 0 << QSize(3000, 2000);
-        QTest::newRow("smaller") << QSize(3000, 2000) << 100 << QSize(100, 100);
-        QTest::newRow("too large") << QSize(12000, 9000) << 0 << QSize();
-        QTest::newRow("large, made small") << QSize(12000, 9000) << 100 << QSize(100, 100);
-        QTest::newRow("too large to be made small") << QSize(30000, 9000) << 100 << QSize();
-    }
-
     void readsWithinTheBounds()
     {
-        QFETCH(const QSize, size);
-        QFETCH(const int, side);
-        QByteArray png = encoded(size);
-        QBuffer buffer(&png);
-        QImageReader reader(&buffer);
-        const BoundedImage::Scaling scaling = [side](const QSize &) { return QSize(side, side); };
-        const QImage image = BoundedImage::read(reader, side > 0 ? scaling : nullptr);
-        QTEST(image.isNull() ? QSize() : image.size(), "read");
+        const std::tuple<QSize, int, QSize> rows[] {
+            // side: 0 for full size
+            {{3000, 2000}, 0, {3000, 2000}},
+            {{3000, 2000}, 100, {100, 100}},
+            {{12000, 9000}, 0, {0, 0}},
+            {{12000, 9000}, 100, {100, 100}},
+            {{30000, 9000}, 100, {0, 0}},
+        };
+        for (const auto &row : rows) {
+            QByteArray png = encoded(std::get<0>(row));
+            QBuffer buffer(&png);
+            QImageReader reader(&buffer);
+            const int side = std::get<1>(row);
+            const auto scaling = [side](const QSize &) { return QSize(side, side); };
+            const QImage image
+                = BoundedImage::read(reader, side > 0 ? BoundedImage::Scaling(scaling) : nullptr);
+            QCOMPARE(image.size(), std::get<2>(row));
+        }
     }
 
     void theToolkitHoldsTheSameBound()
@@ -73,15 +73,13 @@ private Q_SLOTS:
 
     void aSharedPictureIsReadBesideTheMainThread_data()
     {
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("usual") << QSize(300, 200) << u"没有安装QQ，图片已复制"_s;
-        QTest::newRow("too large") << QSize(12000, 9000) << u"图片无法读取"_s;
+        Shared::rows({{"usual", {300, 200}, u"没有安装QQ，图片已复制"_s, {300, 200}},
+            {"too large", {12000, 9000}, u"图片无法读取"_s, {0, 0}}});
     }
 
     void aSharedPictureIsReadBesideTheMainThread()
     {
-        QFETCH(const QSize, size);
+        const auto [size, message, copied] = Shared::row();
         QThreadPool *pool = QThreadPool::globalInstance();
         pool->setMaxThreadCount(1);
         QSemaphore gate;
@@ -104,9 +102,8 @@ private Q_SLOTS:
         QVERIFY(told.isNull());
         gate.release();
         TRY_VERIFY(!told.isNull());
-        QTEST(told, "message");
-        const bool isUsual = size.width() == 300;
-        QCOMPARE(QGuiApplication::clipboard()->image().size(), isUsual ? size : QSize(0, 0));
+        QCOMPARE(told, message);
+        QCOMPARE(QGuiApplication::clipboard()->image().size(), copied);
     }
 };
 

@@ -4,7 +4,6 @@
 #include "support/Patience.h"
 
 #include <QDir>
-#include <QTemporaryDir>
 #include <QThread>
 
 using namespace Qt::StringLiterals;
@@ -15,28 +14,14 @@ class DesktopTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void handsAnAddressToItsProgram_data()
-    {
-        QTest::addColumn<QByteArray>("address");
-        QTest::addColumn<bool>("can");
-        QTest::newRow("number") << "tel:+86-10086"_ba << true;
-        QTest::newRow("escapes, capitals") << "MQQ://im/chat?t=%E4%BD%A0%20%26"_ba << true;
-        QTest::newRow("what a shell would take") << "mqq://x?a=$(id);`id`&b='c'"_ba << true;
-        QTest::newRow("nobody's") << "telprompt:10086"_ba << false;
-        QTest::newRow("of a program that is gone") << "sms:10086"_ba << false;
-    }
-
     //! On a desktop whose only program takes "tel" and "mqq" addresses and writes down what it was
     //! given.
     void handsAnAddressToItsProgram()
     {
-        QFETCH(QByteArray, address);
-        QFETCH(bool, can);
         for (const char *folder :
             {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_DATA_DIRS", "XDG_CONFIG_DIRS"})
             qputenv(folder, m_folder.path().toUtf8());
         QFile taken(m_folder.filePath(u"taken"_s));
-        taken.remove();
         const QByteArray path = taken.fileName().toUtf8();
         // Written whole or not at all, for the test looks while it is being written.
         write(u"dial.sh"_s,
@@ -48,16 +33,21 @@ private Q_SLOTS:
             "[Default Applications]\nx-scheme-handler/tel=dialler.desktop\n"
             "x-scheme-handler/mqq=dialler.desktop\nx-scheme-handler/sms=removed.desktop\n");
 
-        DesktopUrlOpener opener;
-        const QUrl url = QUrl::fromEncoded(address);
-        QCOMPARE(opener.canOpenURL(url), can);
-        if (!can)
-            QTest::ignoreMessage(
-                QtWarningMsg, QRegularExpression(u"no program took the address"_s));
-        QCOMPARE(opener.openURL(url), can);
-        TRY_COMPARE(taken.exists(), can);
-        if (can && taken.open(QIODevice::ReadOnly))
-            QCOMPARE(taken.readAll(), url.toEncoded());
+        const std::pair<QByteArray, bool> rows[] {{"tel:+86-10086", true},
+            {"MQQ://im/chat?t=%E4%BD%A0%20%26", true}, {"mqq://x?a=$(id);`id`&b='c'", true},
+            {"telprompt:10086", false}, {"sms:10086", false}};
+        for (const auto &[address, can] : rows) {
+            DesktopUrlOpener opener;
+            const QUrl url = QUrl::fromEncoded(address);
+            QCOMPARE(opener.canOpenURL(url), can);
+            if (!can)
+                QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"no program took"_s));
+            QCOMPARE(opener.openURL(url), can);
+            TRY_COMPARE(taken.exists(), can);
+            if (can && taken.open(QIODevice::ReadOnly))
+                QCOMPARE(taken.readAll(), url.toEncoded());
+            taken.remove();
+        }
     }
 
     void findsPhotosOrClips()
@@ -84,15 +74,14 @@ private Q_SLOTS:
             album, {m_folder.filePath(u"Videos"_s), album, m_folder.filePath(u"missing"_s)});
         using Type = PhotoAsset::MediaType;
         for (const Type mediaType : {Type::Image, Type::Video}) {
-            std::optional<QList<PhotoAsset>> found;
-            library.fetchAssets(mediaType, [&](const auto &assets) {
-                QVERIFY(QThread::currentThread() == QCoreApplication::instance()->thread());
-                found = assets;
+            const auto found = answerOf<QList<PhotoAsset>>([&](const auto &then) {
+                library.fetchAssets(mediaType, [then](const auto &assets) {
+                    QVERIFY(QThread::currentThread() == QCoreApplication::instance()->thread());
+                    then(assets);
+                });
             });
-            QVERIFY(!found);
-            TRY_VERIFY(found);
             QStringList names;
-            for (const PhotoAsset &asset : std::as_const(*found)) {
+            for (const PhotoAsset &asset : found) {
                 names << QFileInfo(asset.filePath).fileName();
                 QCOMPARE(asset.size, 5);
                 QCOMPARE(asset.isVideo, mediaType == Type::Video);

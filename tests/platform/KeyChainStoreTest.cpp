@@ -48,10 +48,7 @@ private Q_SLOTS:
     {
         QTemporaryDir folder;
         const QString file = folder.filePath(u"keychain.ini"_s);
-        {
-            QSettings earlier(file, QSettings::IniFormat);
-            earlier.setValue(key, "of the file"_ba);
-        }
+        QSettings(file, QSettings::IniFormat).setValue(key, "of the file"_ba);
         KeyChainStore store(u"/home/c/profile"_s, file);
         QCOMPARE(load(store), Data("of the file"));
         TRY_VERIFY(!QSettings(file, QSettings::IniFormat).contains(key));
@@ -78,28 +75,15 @@ private:
 
     static Data load(KeyChainStore &store)
     {
-        std::optional<Data> loaded;
-        store.load(key, [&](const Data &data) { loaded = data; });
-        if (loaded || !QTest::qWaitFor([&] { return loaded.has_value(); }, patienceMs))
-            qFatal("the keychain answered at once, or never");
-        return *loaded;
+        return answerOf<Data>([&](const auto &then) { store.load(key, then); });
     }
-
     static bool save(KeyChainStore &store, const QByteArray &data)
     {
-        std::optional<bool> saved;
-        store.save(key, data, [&](bool stored) { saved = stored; });
-        if (saved || !QTest::qWaitFor([&] { return saved.has_value(); }, patienceMs))
-            qFatal("the keychain answered at once, or never");
-        return *saved;
+        return answerOf<bool>([&](const auto &then) { store.save(key, data, then); });
     }
-
     static void remove(KeyChainStore &store)
     {
-        bool done = false;
-        store.deleteKeyData(key, [&](bool) { done = true; });
-        if (done || !QTest::qWaitFor([&] { return done; }, patienceMs))
-            qFatal("the keychain answered at once, or never");
+        answerOf<bool>([&](const auto &then) { store.deleteKeyData(key, then); });
     }
 
     PrivateBus m_bus;

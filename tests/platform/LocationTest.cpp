@@ -4,7 +4,7 @@
 #include "support/PlatformProcess.h"
 
 #include <QFile>
-#include <QTemporaryDir>
+#include <QTimer>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
@@ -19,21 +19,8 @@ struct Answer
     std::optional<LocationError> error;
 };
 
-QByteArray sentence(const QByteArray &content)
-{
-    quint8 sum = 0;
-    for (const char c : content)
-        sum ^= quint8(c);
-    return '$' + content + '*' + QByteArray::number(sum, 16).rightJustified(2, '0').toUpper()
-        + "\r\n";
-}
-
-QByteArray fixes()
-{
-    return sentence("GPRMC,083000.00,A,3954.522,N,11623.850,E,000.0,000.0,231126,,,A")
-        + sentence("GPRMC,083001.00,A,3954.522,N,11623.850,E,000.0,000.0,231126,,,A");
-}
-
+const QByteArray fixes = "$GPRMC,083000.00,A,3954.522,N,11623.850,E,000.0,000.0,231126,,,A*54\r\n"
+                         "$GPRMC,083001.00,A,3954.522,N,11623.850,E,000.0,000.0,231126,,,A*55\r\n";
 const QString mapKey = QStringLiteral("3c9e0b7d51f6a2e84c07d9b3a6e5f201");
 
 }
@@ -48,7 +35,6 @@ private:
     PlatformProcess m_sandbox;
     QNetworkAccessManager m_network;
     ManualMainQueue m_queue;
-    QList<Answer> m_answers;
 
     std::unique_ptr<PositioningLocationManager> manager(
         const PositioningLocationManager::Provider &provider)
@@ -69,55 +55,46 @@ private:
         return {u"nmea"_s, {{u"nmea.source"_s, QUrl::fromLocalFile(file.fileName())}}};
     }
 
-    void request(LocationManager &manager)
+    static LocationManager::Completion into(const std::function<void(const Answer &)> &then)
     {
-        manager.requestLocationWithReGeocode(
-            [this](const auto &location, const auto &reGeocode, const auto &error) {
-                m_answers << Answer {location, reGeocode, error};
-            });
+        return [then](const auto &location, const auto &reGeocode, const auto &error) {
+            then({location, reGeocode, error});
+        };
     }
 
 private Q_SLOTS:
-    void init()
-    {
-        // Qt hides its plug-ins from what it takes for its own tests.
-        qunsetenv("QT_QTESTLIB_RUNNING");
-        m_answers.clear();
-        m_sandbox.reset();
-    }
+    // Qt hides its plug-ins from what it takes for its own tests.
+    void initTestCase() { qunsetenv("QT_QTESTLIB_RUNNING"); }
 
     void aRecordedTrackIsAPlaceWithAnAddress()
     {
-        const auto source = manager(recording(fixes()));
-        request(*source);
-        QVERIFY(m_answers.isEmpty());
-        TRY_COMPARE(m_answers.size(), 1);
-        QVERIFY(!m_answers[0].error);
-        QVERIFY(std::abs(m_answers[0].location->latitude - 39.9087) < 1e-6);
-        QVERIFY(std::abs(m_answers[0].location->longitude - 116.3975) < 1e-6);
-        QCOMPARE(m_answers[0].reGeocode->province, u"北京市"_s);
+        const auto source = manager(recording(fixes));
+        const auto [location, reGeocode, error] = answerOf<Answer>(
+            [&](const auto &then) { source->requestLocationWithReGeocode(into(then)); });
+        QVERIFY(!error);
+        QVERIFY(std::abs(location->latitude - 39.9087) < 1e-6);
+        QVERIFY(std::abs(location->longitude - 116.3975) < 1e-6);
+        QCOMPARE(reGeocode->province, u"北京市"_s);
         // The map writes an empty list for the city of a municipality.
-        QVERIFY(m_answers[0].reGeocode->city.isNull());
-        QCOMPARE(m_answers[0].reGeocode->aoiName, u"天安门广场"_s);
+        QVERIFY(reGeocode->city.isNull());
+        QCOMPARE(reGeocode->aoiName, u"天安门广场"_s);
         const TracedRequest asked = m_sandbox.takeRequests().constLast();
         QCOMPARE(asked.value(u"location"_s), u"116.397500,39.908700"_s);
     }
 
     void noFixIsAnError()
     {
-        const auto silent = manager(recording({}));
-        request(*silent);
-        m_queue.advance(10s);
-        TRY_COMPARE(m_answers.size(), 1);
-        QVERIFY(!m_answers[0].location);
-        QCOMPARE(m_answers[0].error->code, LocationError::TimeOut);
-
-        const auto refused = manager(recording(fixes()));
-        refused->updatePrivacy(true, true, false);
-        request(*refused);
-        TRY_COMPARE(m_answers.size(), 2);
-        QVERIFY(!m_answers[1].location);
-        QCOMPARE(m_answers[1].error->code, LocationError::Denied);
+        for (const bool isRefused : {false, true}) {
+            const auto source = manager(recording(isRefused ? fixes : QByteArray()));
+            source->updatePrivacy(true, true, !isRefused);
+            const auto answer = answerOf<Answer>([&](const auto &then) {
+                source->requestLocationWithReGeocode(into(then));
+                QTimer::singleShot(0, this, [this] { m_queue.advance(10s); });
+            });
+            QVERIFY(!answer.location);
+            QCOMPARE(
+                answer.error->code, isRefused ? LocationError::Denied : LocationError::TimeOut);
+        }
     }
 };
 

@@ -1,12 +1,8 @@
 #include "PrivateBus.h"
 
-#include "support/Patience.h"
-
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QFile>
-
-#include <csignal>
 
 using namespace Qt::StringLiterals;
 
@@ -17,13 +13,6 @@ constexpr auto configuration = R"(<busconfig><type>session</type><listen>unix:di
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/><allow receive_sender="*"/><allow own="*"/>
   </policy></busconfig>)";
-
-void end(QProcess &process)
-{
-    process.terminate();
-    if (!process.waitForFinished(patienceMs))
-        process.kill();
-}
 
 }
 
@@ -57,27 +46,4 @@ PrivateBus::PrivateBus()
     };
     if (!QTest::qWaitFor(isUp, patienceMs))
         qFatal("no bus or no keyring: %s", qPrintable(m_daemon.errorString()));
-}
-
-PrivateBus::~PrivateBus()
-{
-    endKeyring();
-    end(m_daemon);
-}
-
-void PrivateBus::endKeyring()
-{
-    resumeKeyring();
-    end(m_keyring);
-}
-
-void PrivateBus::pauseKeyring()
-{
-    ::kill(pid_t(m_keyring.processId()), SIGSTOP);
-}
-
-void PrivateBus::resumeKeyring()
-{
-    if (m_keyring.state() == QProcess::Running)
-        ::kill(pid_t(m_keyring.processId()), SIGCONT);
 }

@@ -8,8 +8,6 @@
 
 #include <QDBusConnection>
 #include <QJsonDocument>
-#include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QWindow>
 
 using namespace Qt::StringLiterals;
@@ -60,20 +58,25 @@ private:
 //! One life of the push client, with all that it has reported.
 struct Client
 {
-    Client(const QString &broker, const QString &storeFile, const QString &extraCaFile = {},
-        const QString &secret = appSecret)
-        : client({broker, extraCaFile, storeFile}, &queue, &notifications, &badge)
+    explicit Client(const MqttPushClient::Settings &settings, const QString &secret = appSecret)
+        : client(settings, &queue, &notifications, &badge)
     {
         client.registerRemoteNotification(
             PushClient::Badge | PushClient::Sound | PushClient::Alert);
         client.startSdk(appId, appKey, secret);
     }
 
-    QStringList payloads() const
+    //! Waits for its registration.
+    QString cid() const
+    {
+        [&] { TRY_VERIFY(!registered.isEmpty()); }();
+        return registered.value(0).value(0).toString();
+    }
+    static QStringList payloadsOf(const QSignalSpy &told)
     {
         QStringList list;
-        for (const QList<QVariant> &call : presented)
-            list << call[0].toMap()[u"payload"_s].toString();
+        for (const QList<QVariant> &call : told)
+            list << call[0].toMap().value(u"payload"_s, u"none"_s).toString();
         return list;
     }
 
@@ -111,84 +114,69 @@ private Q_SLOTS:
     void aTapInTheBackgroundComesOnce()
     {
         QVERIFY(QGuiApplication::applicationState() != Qt::ApplicationActive);
-        Client device(m_broker, freshStore());
-        TRY_COMPARE(device.registered.size(), 1);
-        const QString cid = device.registered[0][0].toString();
+        Client device(fresh());
         // No service: as if in the foreground.
-        send(cid, page, u"1"_s);
-        TRY_COMPARE(device.payloads(), QStringList {page});
+        send(device.cid(), page, u"1"_s);
+        TRY_COMPARE(Client::payloadsOf(device.presented), QStringList {page});
 
         NotificationService service;
-        send(cid, page + u"&2"_s, u"2"_s);
-        send(cid, page + u"&3"_s, u"3"_s);
+        send(device.cid(), page + u"&2"_s, u"2"_s);
+        send(device.cid(), page + u"&3"_s, u"3"_s);
         TRY_COMPARE(service.shown.size(), 2);
         QCOMPARE(service.shown[0], u"学校|&lt;b&gt;|default"_s);
         Q_EMIT service.NotificationClosed(1, 2);
-        Q_EMIT service.ActionInvoked(1, u"default"_s);
-        Q_EMIT service.ActionInvoked(99, u"default"_s);
-        Q_EMIT service.ActionInvoked(2, u"default"_s);
-        Q_EMIT service.ActionInvoked(2, u"default"_s);
-        send(cid, page, u"4"_s);
+        for (const uint id : {1, 99, 2, 2})
+            Q_EMIT service.ActionInvoked(id, u"default"_s);
+        send(device.cid(), page, u"4"_s);
         TRY_COMPARE(service.shown.size(), 3);
-        QCOMPARE(device.tapped.size(), 1);
-        QCOMPARE(device.tapped[0][0].toMap()[u"payload"_s].toString(), page + u"&3"_s);
+        QCOMPARE(Client::payloadsOf(device.tapped), QStringList {page + u"&3"_s});
+
+        // A message without a page is shown and opens nothing.
+        sendRaw(device.cid(), uR"({"title":"放假","body":"周一"})"_s);
+        sendRaw(device.cid(), uR"({"body":"周二","payload":""})"_s);
+        TRY_COMPARE(
+            service.shown.mid(3), (QStringList {u"放假|周一|default"_s, u"学校|周二|default"_s}));
+        Q_EMIT service.ActionInvoked(4, u"default"_s);
+        TRY_COMPARE(Client::payloadsOf(device.tapped).mid(1), QStringList {u"none"_s});
         QCOMPARE(device.presented.size(), 1);
     }
 
     void whatWasSentMeanwhileComesOnce()
     {
-        comeToTheForeground();
-        const QString store = freshStore();
+        QWindow window;
+        window.show();
+        window.requestActivate();
+        TRY_COMPARE(QGuiApplication::applicationState(), Qt::ApplicationActive);
+        const auto store = fresh();
         QString cid;
         {
-            Client first(m_broker, store);
+            Client first(store);
             QCOMPARE(first.registered.size(), 0);
-            TRY_COMPARE(first.registered.size(), 1);
-            cid = first.registered[0][0].toString();
+            cid = first.cid();
             QCOMPARE(cid.size(), 32);
             send(cid, page, u"1"_s);
-            TRY_COMPARE(first.presented.size(), 1);
-            QCOMPARE(first.payloads(), QStringList {page});
+            TRY_COMPARE(Client::payloadsOf(first.presented), QStringList {page});
             // Started again it is there already, and says so once more.
             first.client.startSdk(appId, appKey, appSecret);
             TRY_COMPARE(first.registered.size(), 2);
         }
         send(cid, page + u"&off"_s, u"2"_s);
         {
-            Client second(m_broker, store);
-            TRY_COMPARE(second.presented.size(), 1);
-            QCOMPARE(second.payloads(), QStringList {page + u"&off"_s});
-            QCOMPARE(second.registered[0][0].toString(), cid);
+            Client second(store);
+            TRY_COMPARE(Client::payloadsOf(second.presented), QStringList {page + u"&off"_s});
+            QCOMPARE(second.cid(), cid);
         }
         // As after a life that ended before the service heard of its thanks.
         send(cid, page + u"&off"_s, u"2"_s);
         send(cid, page + u"&last"_s, u"3"_s);
-        Client third(m_broker, store);
-        TRY_COMPARE(third.payloads().value(third.payloads().size() - 1), page + u"&last"_s);
-        QCOMPARE(third.presented.size(), 1);
-    }
-
-    void aMessageWithoutAPageIsShownAndOpensNothing()
-    {
-        comeToTheForeground();
-        NotificationService service;
-        Client device(m_broker, freshStore());
-        TRY_COMPARE(device.registered.size(), 1);
-        const QString cid = device.registered[0][0].toString();
-        for (const QString &raw :
-            {uR"({"title":"放假","body":"周一"})"_s, uR"({"body":"周二","payload":""})"_s})
-            control(u"push"_s, {{u"to"_s, cid}, {u"raw"_s, raw}});
-        TRY_COMPARE(service.shown, (QStringList {u"放假|周一|default"_s, u"学校|周二|default"_s}));
-        Q_EMIT service.ActionInvoked(1, u"default"_s);
-        TRY_COMPARE(device.tapped.size(), 1);
-        QVERIFY(!device.tapped[0][0].toMap().contains(u"payload"_s));
-        QCOMPARE(device.presented.size(), 0);
+        Client third(store);
+        TRY_COMPARE(Client::payloadsOf(third.presented), QStringList {page + u"&last"_s});
     }
 
     void aLostBrokerIsFoundAgain()
     {
-        Client device(m_broker, freshStore());
-        TRY_COMPARE(device.registered.size(), 1);
+        Client device(fresh());
+        device.cid();
         control(u"broker"_s, {{u"running"_s, false}});
         TRY_COMPARE(device.queue.waiting(), 1);
         // What is lost in the middle is no failed registration; only who starts anew is told.
@@ -198,64 +186,46 @@ private Q_SLOTS:
         control(u"broker"_s, {{u"running"_s, true}});
         device.queue.advance(2s);
         TRY_COMPARE(device.registered.size(), 2);
-        send(device.registered[1][0].toString(), page, u"1"_s);
-        TRY_COMPARE(device.payloads(), QStringList {page});
+        send(device.cid(), page, u"1"_s);
+        TRY_COMPARE(Client::payloadsOf(device.presented), QStringList {page});
     }
 
     void dropsWhatIsNoMessage()
     {
-        Client device(m_broker, freshStore());
-        TRY_COMPARE(device.registered.size(), 1);
-        const QString cid = device.registered[0][0].toString();
-        const QStringList bad {u""_s, u"hello"_s, u"{\"payload\":"_s, u"[]"_s, u"{}"_s,
-            u"{\"payload\":7}"_s, u"{\"payload\":\"\"}"_s, u"{\"payload\":\"no url at all\"}"_s,
-            u"{\"payload\":\"https:\"}"_s, u"{\"payload\":\"javascript:alert(1)\"}"_s,
-            u"{\"payload\":\"file:///etc/passwd\"}"_s,
-            u"{\"payload\":\"https://x/%1\"}"_s.arg(QString(70'000, u'a'))};
-        for (const QString &raw : bad) {
+        Client device(fresh());
+        for (const QString &raw :
+            {u""_s, u"hello"_s, u"{\"payload\":"_s, u"[]"_s, u"{}"_s, u"{\"payload\":7}"_s,
+                u"{\"payload\":\"\"}"_s, u"{\"payload\":\"no url at all\"}"_s,
+                u"{\"payload\":\"https:\"}"_s, u"{\"payload\":\"javascript:alert(1)\"}"_s,
+                u"{\"payload\":\"file:///etc/passwd\"}"_s,
+                u"{\"payload\":\"https://x/%1\"}"_s.arg(QString(70'000, u'a'))}) {
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"a push message was dropped"_s));
-            control(u"push"_s, {{u"to"_s, cid}, {u"raw"_s, raw}});
+            sendRaw(device.cid(), raw);
         }
-        send(cid, page, u"1"_s);
-        TRY_COMPARE(device.presented.size(), 1);
-        QCOMPARE(device.payloads(), QStringList {page});
-    }
-
-    void connectsOnlyWhereItMay_data()
-    {
-        QTest::addColumn<QString>("broker");
-        QTest::addColumn<QString>("secret");
-        QTest::addColumn<bool>("withAuthority");
-        QTest::addColumn<bool>("may");
-        QTest::newRow("known authority") << m_encryptedBroker << appSecret << true << true;
-        QTest::newRow("unknown authority") << m_encryptedBroker << appSecret << false << false;
-        QTest::newRow("wrong secret") << m_broker << u"x"_s << false << false;
-        const QString unencrypted = QString(m_encryptedBroker).replace(u"mqtts"_s, u"mqtt"_s);
-        QTest::newRow("encryption left out") << unencrypted << appSecret << true << false;
-        QTest::newRow("none") << QString() << appSecret << false << false;
+        send(device.cid(), page, u"1"_s);
+        TRY_COMPARE(Client::payloadsOf(device.presented), QStringList {page});
     }
 
     void connectsOnlyWhereItMay()
     {
-        QFETCH(QString, broker);
-        QFETCH(QString, secret);
-        QFETCH(bool, withAuthority);
-        QFETCH(bool, may);
-        Client device(broker, freshStore(),
-            withAuthority ? m_folder.filePath(u"ca.pem"_s) : QString(), secret);
-        TRY_VERIFY(device.registered.size() + device.failed.size() > 0);
-        QCOMPARE(device.registered.size() > 0, may);
-        QCOMPARE(device.failed.size() > 0, !may);
+        const QString unencrypted = QString(m_encryptedBroker).replace(u"mqtts"_s, u"mqtt"_s);
+        const QString authority = m_folder.filePath(u"ca.pem"_s), none;
+        const std::tuple<QString, QString, QString, bool> rows[] {
+            {m_encryptedBroker, authority, appSecret, true},
+            {m_encryptedBroker, none, appSecret, false},
+            {m_broker, none, u"x"_s, false},
+            {unencrypted, authority, appSecret, false},
+            {none, none, appSecret, false},
+        };
+        for (const auto &[broker, authorities, secret, may] : rows) {
+            Client device({broker, authorities, fresh().storeFile}, secret);
+            TRY_VERIFY(device.registered.size() + device.failed.size() > 0);
+            QCOMPARE(device.registered.isEmpty(), !may);
+            QCOMPARE(device.failed.isEmpty(), may);
+        }
     }
 
 private:
-    void comeToTheForeground()
-    {
-        m_window.show();
-        m_window.requestActivate();
-        TRY_COMPARE(QGuiApplication::applicationState(), Qt::ApplicationActive);
-    }
-
     void control(const QString &what, const QJsonObject &body)
     {
         m_sandbox.control(u"_control/"_s + what, QJsonDocument(body).toJson());
@@ -265,14 +235,20 @@ private:
         control(u"push"_s,
             {{u"to"_s, to}, {u"payload"_s, payload}, {u"id"_s, id}, {u"body"_s, u"<b>"_s}});
     }
-    QString freshStore() { return m_folder.filePath(u"push%1.ini"_s.arg(++m_stores)); }
+    void sendRaw(const QString &to, const QString &raw)
+    {
+        control(u"push"_s, {{u"to"_s, to}, {u"raw"_s, raw}});
+    }
+    MqttPushClient::Settings fresh()
+    {
+        return {m_broker, {}, m_folder.filePath(u"push%1.ini"_s.arg(++m_stores))};
+    }
 
     QTemporaryDir m_folder;
     PrivateBus m_bus;
     PlatformProcess m_sandbox;
     QString m_broker;
     QString m_encryptedBroker;
-    QWindow m_window;
     int m_stores = 0;
 };
 

@@ -2,7 +2,7 @@
 
 #include "PrivateBus.h"
 #include "platform/storage/KeyChainStore.h"
-#include "support/Patience.h"
+#include "support/Table.h"
 
 #include <QDBusInterface>
 #include <QRegularExpression>
@@ -38,11 +38,11 @@ struct Life
         defaults.setObject(value, key);
         defaults.synchronize();
     }
-    bool becomesReadable()
+    void awaitKeys()
     {
         bool readable = false;
         defaults.whenReadable([&] { readable = true; });
-        return QTest::qWaitFor([&] { return readable; }, patienceMs);
+        TRY_VERIFY(readable);
     }
 
     KeyChainStore keychain;
@@ -75,17 +75,15 @@ private Q_SLOTS:
 
     void secretsAreSealedAndRead_data()
     {
-        QTest::addColumn<QVariant>("value");
-        QTest::newRow("text") << QVariant(marker + u"学%:\"\n"_s);
-        QTest::newRow("list of maps")
-            << QVariant(QVariantList {QVariantMap {{u"Name"_s, u"mo"_s}, {u"Value"_s, marker}}});
-        QTest::newRow("large") << QVariant(QString(3'000'000, u'x') + marker);
-        QTest::newRow("bytes like sealed ones") << QVariant("1:00:"_ba + marker.toUtf8());
+        const QVariantMap cookie {{u"Name"_s, u"mo"_s}, {u"Value"_s, marker}};
+        Table<QVariant>::rows({{"text", marker + u"学%:\"\n"_s}, {"maps", QVariantList {cookie}},
+            {"large", QString(3'000'000, u'x') + marker},
+            {"bytes like sealed ones", "1:00:"_ba + marker.toUtf8()}});
     }
 
     void secretsAreSealedAndRead()
     {
-        QFETCH(QVariant, value);
+        const auto [value] = Table<QVariant>::row();
         const qsizetype keysBefore = keysInKeyring();
         {
             Life life(path());
@@ -105,7 +103,7 @@ private Q_SLOTS:
         Life restarted(path());
         QVERIFY(restarted.defaults.isAwaited(token));
         QVERIFY(!restarted.defaults.objectForKey(token).isValid());
-        QVERIFY(restarted.becomesReadable());
+        restarted.awaitKeys();
         for (const QString &key : secrets) {
             QCOMPARE(restarted.defaults.objectForKey(key), value);
             restarted.set(value, key);
@@ -115,12 +113,7 @@ private Q_SLOTS:
 
     void whatWasChangedReadsAsMissing()
     {
-        {
-            Life life(path());
-            life.set(marker + u"1"_s, token);
-            life.set(marker + u"2"_s, cookies);
-            TRY_VERIFY(isSealed(token) && isSealed(cookies));
-        }
+        seal({token, cookies});
         {
             QSettings file(path() + settingsFile, QSettings::IniFormat);
             const QVariant first = file.value(token);
@@ -130,74 +123,56 @@ private Q_SLOTS:
             file.setValue(cookies, changed);
         }
         Life restarted(path());
-        QVERIFY(restarted.becomesReadable());
+        restarted.awaitKeys();
         for (const QString &key : {token, cookies}) {
-            QTest::ignoreMessage(
-                QtWarningMsg, QRegularExpression(u"the stored .* cannot be read"_s));
+            expectWarning("the stored .* cannot be read");
             QVERIFY(!restarted.defaults.objectForKey(key).isValid());
         }
     }
 
-    void whatAnEarlierVersionLeftIsSealedAtOnce()
-    {
-        {
-            QSettings earlier(path() + settingsFile, QSettings::IniFormat);
-            earlier.setValue(token, marker);
-            earlier.setValue(cookies, QVariantList {QVariantMap {{u"Value"_s, marker}}});
-        }
-        Life life(path());
-        QVERIFY(!life.defaults.isAwaited(token));
-        QCOMPARE(life.defaults.stringForKey(token), marker);
-        TRY_VERIFY(!file().contains(marker.toUtf8()));
-        Life restarted(path());
-        QVERIFY(restarted.becomesReadable());
-        QCOMPARE(restarted.defaults.stringForKey(token), marker);
-        QCOMPARE(restarted.defaults.objectForKey(cookies), life.defaults.objectForKey(cookies));
-        QCOMPARE(keyNames().size(), 1);
-    }
-
+    // What an earlier version left in the clear is sealed at once.
     void aKillInTheMiddleLosesNothing()
     {
+        const QVariant list = QVariantList {QVariantMap {{u"Value"_s, marker}}};
         int sealedOnes = 0;
         for (int round = 0; round < 12; ++round) {
             init();
-            QSettings(path() + settingsFile, QSettings::IniFormat).setValue(token, marker);
+            const bool atTheEnd = round % 4 == 3;
+            {
+                QSettings earlier(path() + settingsFile, QSettings::IniFormat);
+                earlier.setValue(token, marker);
+                earlier.setValue(cookies, list);
+            }
             QProcess writer;
             writer.start(QCoreApplication::applicationFilePath(), {u"--migrate"_s, path()});
             QVERIFY(writer.waitForReadyRead(patienceMs));
-            if (round % 4 == 3)
+            if (atTheEnd)
                 QVERIFY(writer.waitForReadyRead(patienceMs));
             else
                 QVERIFY(!writer.waitForFinished(round * 2 + 1));
             writer.kill();
             QVERIFY(writer.waitForFinished(patienceMs));
             sealedOnes += isSealed(token) ? 1 : 0;
+            QVERIFY(!atTheEnd || (!file().contains(marker.toUtf8()) && keyNames().size() == 1));
             Life restarted(path());
-            QVERIFY(restarted.becomesReadable());
+            restarted.awaitKeys();
             QCOMPARE(restarted.defaults.stringForKey(token), marker);
+            QCOMPARE(restarted.defaults.objectForKey(cookies), list);
         }
         QVERIFY(sealedOnes >= 3);
     }
 
     void aLostKeyIsReplacedForWhatIsWritten()
     {
-        {
-            Life life(path());
-            life.set(marker, token);
-            life.set(marker, cookies);
-            TRY_VERIFY(isSealed(token) && isSealed(cookies));
-        }
+        seal({token, cookies});
         const QVariant lostCookies = stored(cookies);
         const QString lost = u"cn.vant.student.settings."_s + keyNames().values().first();
-        bool removed = false;
         KeyChainStore keychain(path(), path() + keychainFile);
-        keychain.deleteKeyData(lost, [&](bool) { removed = true; });
-        TRY_VERIFY(removed);
-
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"does not give out"_s));
+        QVERIFY(answerOf<bool>([&](const auto &then) { keychain.deleteKeyData(lost, then); }));
+        expectWarning("does not give out");
         {
             Life life(path());
-            QVERIFY(life.becomesReadable());
+            life.awaitKeys();
             QVERIFY(!life.defaults.isAwaited(token));
             QVERIFY(!life.defaults.objectForKey(token).isValid());
             life.set(marker + u"new"_s, token);
@@ -205,9 +180,9 @@ private Q_SLOTS:
         }
         QCOMPARE(stored(cookies), lostCookies);
         QCOMPARE(keyNames().size(), 2);
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"does not give out"_s));
+        expectWarning("does not give out");
         Life restarted(path());
-        QVERIFY(restarted.becomesReadable());
+        restarted.awaitKeys();
         QCOMPARE(restarted.defaults.stringForKey(token), marker + u"new"_s);
         restarted.set(marker, cookies);
         QCOMPARE(keyNames().size(), 1);
@@ -215,12 +190,7 @@ private Q_SLOTS:
 
     void aKeyringThatIsLateFindsAllAsItWas()
     {
-        {
-            Life life(path());
-            for (const QString &key : secrets)
-                life.set(marker, key);
-            TRY_VERIFY(isSealed(token) && isSealed(cookies) && isSealed(password));
-        }
+        seal(secrets);
         const QVariant before = stored(token);
         const qsizetype keysBefore = keysInKeyring();
         m_bus.pauseKeyring();
@@ -246,24 +216,20 @@ private Q_SLOTS:
         QVERIFY(isSealed(cookies) && !stored(password).isValid());
         QCOMPARE(keysInKeyring(), keysBefore);
         Life restarted(path());
-        QVERIFY(restarted.becomesReadable());
+        restarted.awaitKeys();
         QCOMPARE(restarted.defaults.stringForKey(cookies), marker + u"new"_s);
     }
 
     // The last one: the keyring does not come back.
     void withoutAKeyringTheKeyIsInAPrivateFile()
     {
-        {
-            Life life(path());
-            life.set(marker, token);
-            TRY_VERIFY(isSealed(token));
-        }
+        seal({token});
         m_bus.endKeyring();
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"does not give out"_s));
         const QVariant unreadable = stored(token);
+        expectWarning("does not give out");
         {
             Life life(path());
-            QVERIFY(life.becomesReadable());
+            life.awaitKeys();
             QVERIFY(!life.defaults.objectForKey(token).isValid());
             life.set(marker, cookies);
             TRY_VERIFY(isSealed(cookies));
@@ -271,13 +237,27 @@ private Q_SLOTS:
         QCOMPARE(stored(token), unreadable);
         constexpr auto others = QFile::Permissions(0x0077);
         QCOMPARE(QFile::permissions(path() + keychainFile) & others, QFile::Permissions());
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"does not give out"_s));
+        expectWarning("does not give out");
         Life restarted(path());
-        QVERIFY(restarted.becomesReadable());
+        restarted.awaitKeys();
         QCOMPARE(restarted.defaults.stringForKey(cookies), marker);
     }
 
 private:
+    //! Leaves the secrets there, as an earlier life.
+    void seal(const QStringList &keys)
+    {
+        Life life(path());
+        for (const QString &key : keys)
+            life.set(marker, key);
+        for (const QString &key : keys)
+            TRY_VERIFY(isSealed(key));
+    }
+    static void expectWarning(const char *text)
+    {
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QString::fromLatin1(text)));
+    }
+
     QString path() const { return m_folder->path(); }
     QByteArray file() const
     {
@@ -308,11 +288,10 @@ private:
     {
         // What is on its way comes before this.
         KeyChainStore keychain(path(), path() + keychainFile);
-        bool isThrough = false;
-        keychain.save(u"last"_s, "last"_ba,
-            [&](bool) { keychain.deleteKeyData(u"last"_s, [&](bool) { isThrough = true; }); });
-        if (!QTest::qWaitFor([&] { return isThrough; }, patienceMs))
-            qFatal("the keyring does not answer");
+        answerOf<bool>([&](const auto &then) {
+            keychain.save(u"last"_s, "last"_ba,
+                [&keychain, then](bool) { keychain.deleteKeyData(u"last"_s, then); });
+        });
         const QDBusInterface collection(u"org.freedesktop.secrets"_s,
             u"/org/freedesktop/secrets/aliases/default"_s, u"org.freedesktop.Secret.Collection"_s);
         return collection.property("Items").value<QList<QDBusObjectPath>>().size();

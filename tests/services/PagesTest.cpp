@@ -7,17 +7,15 @@
 #include "platform/time/NotificationCenter.h"
 #include "session/UserSession.h"
 #include "support/ManualMainQueue.h"
-#include "support/Patience.h"
+#include "support/Table.h"
 #include "ui/shell/Shell.h"
 
 #include <QJsonDocument>
 #include <QLoggingCategory>
 #include <QNetworkAccessManager>
 #include <QRegularExpression>
-#include <QSignalSpy>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
@@ -47,49 +45,39 @@ class PagesTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void writesTheAnswer_data()
-    {
-        QTest::addColumn<bool>("located");
-        QTest::addColumn<bool>("failed");
-        QTest::addColumn<QString>("json");
-        const QString place = u"'latitude': '24.479800', 'lontitude': '118.089412'}}"_s;
-        QTest::newRow("all") << true << false
-                             << u"{'code': '200', 'msg': '获取成功', 'data': {'addr': "
-                                "'中国(null)厦门市(null)软件园二期A1', "_s
-                + place;
-        QTest::newRow("no address") << true << true
-                                    << u"{'code': '200', 'msg': '地址查询失败', 'data': {'addr': "
-                                       "'(null)(null)(null)(null)(null)(null)', "_s
-                + place;
-        QTest::newRow("nothing") << false << true
-                                 << u"{'code': '-1', 'msg': '地址查询失败', 'data': {}}"_s;
-    }
-
     void writesTheAnswer()
     {
-        QFETCH(const bool, located);
-        QFETCH(const bool, failed);
-        QFETCH(QString, json);
-        std::optional<Location> location;
-        std::optional<LocationReGeocode> address;
-        std::optional<LocationError> error;
-        if (located)
-            location = Location {24.4798, 118.0894123};
-        if (located && !failed)
-            address
-                = LocationReGeocode {u"中国"_s, {}, u"厦门 市"_s, {}, u"软件园二期"_s, u" A 1"_s};
-        if (failed)
-            error = LocationError {LocationError::ReGeocodeFailed, u"地址查询失败"_s};
+        const Location location {24.4798, 118.0894123};
+        const LocationReGeocode address {
+            u"中国"_s, {}, u"厦门 市"_s, {}, u"软件园二期"_s, u" A 1"_s};
+        const LocationError error {LocationError::ReGeocodeFailed, u"地址查询失败"_s};
+        const QString place = u"'latitude': '24.479800', 'lontitude': '118.089412'}}"_s;
+        const std::tuple<std::optional<Location>, std::optional<LocationReGeocode>,
+            std::optional<LocationError>, QString>
+            rows[] {
+                {location, address, {},
+                    u"{'code': '200', 'msg': '获取成功', 'data': {'addr': "
+                    "'中国(null)厦门市(null)软件园二期A1', "_s
+                        + place},
+                {location, {}, error,
+                    u"{'code': '200', 'msg': '地址查询失败', 'data': {'addr': "
+                    "'(null)(null)(null)(null)(null)(null)', "_s
+                        + place},
+                {{}, {}, error, u"{'code': '-1', 'msg': '地址查询失败', 'data': {}}"_s},
+            };
         QLoggingCategory::setFilterRules(u"vant.services.debug=true"_s);
-        if (located) {
-            QTest::ignoreMessage(QtDebugMsg, "当前位置信息：经纬度：***,***");
-            QTest::ignoreMessage(QtDebugMsg,
-                QRegularExpression(u"^onGetBDLocation: [^.园]*\"latitude\": \"\\*+\"[^.园]*$"_s));
+        for (const auto &[where, addressOfIt, failure, json] : rows) {
+            if (where) {
+                QTest::ignoreMessage(QtDebugMsg, "当前位置信息：经纬度：***,***");
+                QTest::ignoreMessage(QtDebugMsg,
+                    QRegularExpression(
+                        u"^onGetBDLocation: [^.园]*\"latitude\": \"\\*+\"[^.园]*$"_s));
+            }
+            const QString text = LocationForPages::answer(where, addressOfIt, failure);
+            QCOMPARE(QJsonDocument::fromJson(text.toUtf8()),
+                QJsonDocument::fromJson(QString(json).replace(u'\'', u'"').toUtf8()));
+            QVERIFY(text.contains(u"\n    \"code\""_s));
         }
-        const QString text = LocationForPages::answer(location, address, error);
-        QCOMPARE(QJsonDocument::fromJson(text.toUtf8()),
-            QJsonDocument::fromJson(json.replace(u'\'', u'"').toUtf8()));
-        QVERIFY(text.contains(u"\n    \"code\""_s));
     }
 
     void keepsTheClientIdOverFailures()
@@ -127,24 +115,22 @@ private Q_SLOTS:
         Q_EMIT m_client.willPresentNotification(userInfo);
         QVERIFY(!m_registration.isAppBackground);
         QCOMPARE(m_model.messageCount, 0);
-        // Nobody would open the page yet.
+        // Nobody would open the page yet, and nobody does in this run.
         QCOMPARE(m_posted.size(), 0);
-        // Neither does anybody in this run.
         NotificationCenter later;
         QSignalSpy postedLater(&later, &NotificationCenter::posted);
         UserDefaults kept(m_file);
         PushRegistration nextRun(&m_client, {}, &m_model, &kept, &later, &m_session);
-        later.addObserver(u"GeTuiPushLoadNewWeb"_s, this, [](const QVariant &) {});
-        TRY_COMPARE(postedLater.size(), 1);
-        QCOMPARE(postedLater.first()[1].value<QVariant>().toMap(), userInfo);
-        QVERIFY(!UserDefaults(m_file).objectForKey(u"PushWaiting"_s).isValid());
-
         QObject home;
-        m_notifications.addObserver(u"GeTuiPushLoadNewWeb"_s, &home, [](const QVariant &) {});
-        QCOMPARE(m_posted.size(), 0);
-        TRY_COMPARE(m_posted.size(), 1);
-        QCOMPARE(m_posted.first().first(), u"GeTuiPushLoadNewWeb"_s);
-        QCOMPARE(m_posted.takeFirst()[1].value<QVariant>().toMap(), userInfo);
+        for (NotificationCenter *center : {&later, &m_notifications})
+            center->addObserver(u"GeTuiPushLoadNewWeb"_s, &home, [](const QVariant &) {});
+        QCOMPARE(m_posted.size() + postedLater.size(), 0);
+        for (QSignalSpy *posted : {&postedLater, &m_posted}) {
+            TRY_COMPARE(posted->size(), 1);
+            QCOMPARE(posted->first()[0], u"GeTuiPushLoadNewWeb"_s);
+            QCOMPARE(posted->takeFirst()[1].value<QVariant>().toMap(), userInfo);
+        }
+        QVERIFY(!UserDefaults(m_file).objectForKey(u"PushWaiting"_s).isValid());
         // Signed out, it waits for the same user, and is nobody else's.
         for (const bool sameUser : {true, false}) {
             m_session.expire();
@@ -162,26 +148,23 @@ private Q_SLOTS:
 
     void aSharedPictureIsLoadedNoLongerThanItsPanelStandsAndNotAnySize_data()
     {
-        QTest::addColumn<QByteArray>("size");
-        QTest::addColumn<std::function<void(ShareForPages &, Navigator *)>>("end");
-        using Share = ShareForPages &;
-        const auto row = [](const char *name, const char *size, auto end) {
-            QTest::newRow(name) << QByteArray(size) << std::function<void(Share, Navigator *)>(end);
-        };
-        row("newer picture", "9", [](Share share, Navigator *) { share.action({}); });
-        row("newer link", "9", [](Share share, Navigator *) {
-            share.linkShareAction(u"https://h.example/"_s, u"t"_s, {}, {});
+        Ends::rows({
+            {"newer picture", "9", [](auto &share, auto *) { share.action({}); }},
+            {"newer link", "9",
+                [](auto &share, auto *) {
+                    share.linkShareAction(u"https://h.example/"_s, u"t"_s, {}, {});
+                }},
+            {"closed", "9",
+                [](auto &, auto *navigator) {
+                    qobject_cast<OMShareView *>(navigator->topViewController())->left();
+                }},
+            {"too large", "20971521", [](auto &, auto *) {}},
         });
-        row("closed", "9", [](Share, Navigator *navigator) {
-            qobject_cast<OMShareView *>(navigator->topViewController())->left();
-        });
-        row("too large", "20971521", [](Share, Navigator *) {});
     }
 
     void aSharedPictureIsLoadedNoLongerThanItsPanelStandsAndNotAnySize()
     {
-        QFETCH(const QByteArray, size);
-        QFETCH(const std::function<void(ShareForPages &, Navigator *)>, end);
+        const auto [size, end] = Ends::row();
         // The picture never comes to its end.
         QTcpServer server;
         QVERIFY(server.listen(QHostAddress::LocalHost));
@@ -205,6 +188,8 @@ private Q_SLOTS:
     }
 
 private:
+    using Ends = Table<QByteArray, std::function<void(ShareForPages &, Navigator *)>>;
+
     const QTemporaryDir m_folder;
     const QString m_file = m_folder.filePath(u"settings.ini"_s);
     UserDefaults m_defaults {m_file};

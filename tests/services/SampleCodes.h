@@ -4,6 +4,8 @@
 #include <QPainter>
 #include <QVideoFrame>
 
+#include <algorithm>
+
 #define ZX_USE_UTF8 1
 #include <ZXing/BitMatrix.h>
 #include <ZXing/MultiFormatWriter.h>
@@ -56,10 +58,8 @@ inline QVideoFrame frame(
         qFatal("no frame of format %d", format);
     for (int y = 0; y < grey.height(); ++y) {
         uchar *line = frame.bits(0) + qsizetype(y) * frame.bytesPerLine(0);
-        for (int x = 0; x < grey.width(); ++x) {
-            for (int i = 0; i < (step == 4 ? 4 : 1); ++i)
-                line[x * step + first + i] = grey.constScanLine(y)[x];
-        }
+        for (int x = 0; x < grey.width(); ++x)
+            std::fill_n(line + x * step + first, step == 4 ? 4 : 1, grey.constScanLine(y)[x]);
     }
     frame.unmap();
     return frame;

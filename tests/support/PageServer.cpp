@@ -5,7 +5,6 @@
 #include <openssl/pem.h>
 #include <openssl/x509v3.h>
 
-#include <algorithm>
 #include <mutex>
 #include <thread>
 
@@ -18,63 +17,50 @@ struct Page
     QByteArray content;
     QByteArray type;
     QList<QByteArray> headers;
-
-    bool isRedirect() const
-    {
-        return std::any_of(headers.cbegin(), headers.cend(),
-            [](const QByteArray &header) { return header.startsWith("Location: "); });
-    }
 };
 
+template <auto release>
+struct Freed
+{
+    void operator()(auto *thing) const { release(thing); }
+};
+
+//! A key, and the certificate in which it vouches for itself.
 struct Identity
 {
-    EVP_PKEY *key;
-    X509 *certificate;
+    std::unique_ptr<EVP_PKEY, Freed<EVP_PKEY_free>> key {EVP_RSA_gen(2048)};
+    std::unique_ptr<X509, Freed<X509_free>> certificate {X509_new()};
 
-    explicit Identity(const char *host)
-        : key(EVP_RSA_gen(2048))
-        , certificate(X509_new())
+    explicit Identity(const QByteArray &host)
     {
-        X509_set_version(certificate, 2);
-        ASN1_INTEGER_set(X509_get_serialNumber(certificate), 1);
-        X509_gmtime_adj(X509_getm_notBefore(certificate), 0);
-        X509_gmtime_adj(X509_getm_notAfter(certificate), 3600);
-        X509_set_pubkey(certificate, key);
-        X509_NAME *name = X509_get_subject_name(certificate);
-        X509_NAME_add_entry_by_txt(
-            name, "CN", MBSTRING_ASC, reinterpret_cast<const unsigned char *>(host), -1, -1, 0);
-        X509_set_issuer_name(certificate, name);
-        const std::string alternative = std::string("IP:") + host;
-        add(NID_subject_alt_name, alternative.c_str());
+        X509 *made = certificate.get();
+        X509_set_version(made, 2);
+        ASN1_INTEGER_set(X509_get_serialNumber(made), 1);
+        X509_gmtime_adj(X509_getm_notBefore(made), 0);
+        X509_gmtime_adj(X509_getm_notAfter(made), 3600);
+        X509_set_pubkey(made, key.get());
+        X509_NAME_add_entry_by_txt(X509_get_subject_name(made), "CN", MBSTRING_ASC,
+            reinterpret_cast<const unsigned char *>(host.constData()), -1, -1, 0);
+        X509_set_issuer_name(made, X509_get_subject_name(made));
+        add(NID_subject_alt_name, "IP:" + host);
         add(NID_basic_constraints, "critical,CA:TRUE");
-        X509_sign(certificate, key, EVP_sha256());
+        X509_sign(made, key.get(), EVP_sha256());
     }
 
-    ~Identity()
+    void add(int nid, const QByteArray &value)
     {
-        X509_free(certificate);
-        EVP_PKEY_free(key);
-    }
-
-    Identity(const Identity &) = delete;
-    Identity &operator=(const Identity &) = delete;
-
-    void add(int nid, const char *value)
-    {
-        X509_EXTENSION *extension = X509V3_EXT_conf_nid(nullptr, nullptr, nid, value);
-        X509_add_ext(certificate, extension, -1);
+        X509_EXTENSION *extension = X509V3_EXT_conf_nid(nullptr, nullptr, nid, value.constData());
+        X509_add_ext(certificate.get(), extension, -1);
         X509_EXTENSION_free(extension);
     }
 
     QByteArray pem() const
     {
-        BIO *bio = BIO_new(BIO_s_mem());
-        PEM_write_bio_X509(bio, certificate);
+        const std::unique_ptr<BIO, Freed<BIO_free>> bio(BIO_new(BIO_s_mem()));
+        PEM_write_bio_X509(bio.get(), certificate.get());
         char *data = nullptr;
-        const long size = BIO_get_mem_data(bio, &data);
-        const QByteArray text(data, size);
-        BIO_free(bio);
-        return text;
+        const long size = BIO_get_mem_data(bio.get(), &data);
+        return {data, size};
     }
 };
 
@@ -105,12 +91,12 @@ struct PageServer::Private
             response.set_content("nothing here", "text/plain");
             return;
         }
-        if (page->isRedirect())
-            response.status = 302;
         for (const QByteArray &header : page->headers) {
             const qsizetype colon = header.indexOf(": ");
-            response.headers.emplace(
+            response.set_header(
                 header.left(colon).toStdString(), header.mid(colon + 2).toStdString());
+            if (header.startsWith("Location: "))
+                response.status = 302;
         }
         response.set_content(page->content.toStdString(), page->type.constData());
     }
@@ -121,8 +107,8 @@ PageServer::PageServer(const char *host, Tls tls)
 {
     if (tls == Tls::SelfSigned) {
         d->identity = std::make_unique<Identity>(host);
-        d->server
-            = std::make_unique<httplib::SSLServer>(d->identity->certificate, d->identity->key);
+        d->server = std::make_unique<httplib::SSLServer>(
+            d->identity->certificate.get(), d->identity->key.get());
     } else {
         d->server = std::make_unique<httplib::Server>();
     }

@@ -11,8 +11,7 @@
 
 namespace {
 
-constexpr int startTimeout = 20'000;
-constexpr int endTimeout = 5'000;
+constexpr int timeout = 20'000;
 
 }
 
@@ -23,19 +22,19 @@ PlatformProcess::PlatformProcess(const QStringList &arguments)
     m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     m_process.start(
         qEnvironmentVariable("VANT_SANDBOX"), QStringList {u"--port"_qs, u"0"_qs} + arguments);
-    while (!m_process.canReadLine() && m_process.waitForReadyRead(startTimeout)) { }
+    while (!m_process.canReadLine() && m_process.waitForReadyRead(timeout)) { }
     m_port = QUrl(QString::fromUtf8(m_process.readLine()).trimmed()).port(0);
-    if (!isRunning())
-        qWarning() << "the sandbox did not start:" << m_process.program()
-                   << m_process.errorString();
+    if (m_port == 0)
+        qFatal("the sandbox did not start: %s", qPrintable(m_process.errorString()));
 }
 
 PlatformProcess::~PlatformProcess()
 {
     m_process.terminate();
-    if (!m_process.waitForFinished(endTimeout))
+    if (!m_process.waitForFinished(timeout)) {
         m_process.kill();
-    m_process.waitForFinished(endTimeout);
+        m_process.waitForFinished(timeout);
+    }
 }
 
 QString PlatformProcess::authority(Host host) const

@@ -8,24 +8,19 @@
 #include <QNetworkAccessManager>
 #include <QProcess>
 
-//! The school platform as a child process on a free port, for the life of this object.
-//!
-//! Its own calls to the platform wait in an event loop, so that completions of the code under test
-//! may arrive meanwhile; the platform never traces them.
+//! The school platform as a child process on a free port, for the life of this object. Its own
+//! calls wait in an event loop, and the platform never traces them.
 class PlatformProcess
 {
 public:
     //! The hosts by their last number.
     enum Host { Rb = 1, Regions, Public, Base, Official, Content, Upload, Storage, Local, Tls };
 
-    //! Starts and waits until it listens; isRunning() tells whether it does.
+    //! Starts it and waits until it listens.
     explicit PlatformProcess(const QStringList &arguments = {});
     ~PlatformProcess();
 
-    bool isRunning() const { return m_port != 0; }
-    //! "127.0.0.1:41234"
     QString authority(Host host) const;
-    //! "http://127.0.0.1:41234/"
     QString address(Host host = Rb) const;
     //! The hosts as a client of this platform is configured.
     DeploymentConfiguration::Hosts hosts() const;

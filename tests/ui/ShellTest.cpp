@@ -1,3 +1,4 @@
+#include "support/Table.h"
 #include "ui/UiHarness.h"
 #include "ui/navigation/NavigationController.h"
 
@@ -9,6 +10,8 @@ class ShellTest : public QObject
     Q_OBJECT
 
 private:
+    using Covers = Table<std::function<void(Shell &)>, bool>;
+
     std::unique_ptr<ViewController> m_home;
     std::unique_ptr<UiHarness> m_ui;
 
@@ -82,23 +85,19 @@ private Q_SLOTS:
     {
         AlertView *alert = m_ui->shell.alertView();
         QList<int> answers;
-        const auto ask = [&](std::optional<int> backButton) {
+        for (const auto &backButton : {std::optional<int>(), std::optional(0), std::optional(1)})
             alert->show({.buttons = {u"取消"_s, u"确定"_s}, .backButton = backButton},
                 [&answers](int index) { answers << index; });
-        };
-        for (const auto &backButton : {std::optional<int>(), std::optional(0), std::optional(1)})
-            ask(backButton);
-        const auto tryToLeave = [this] {
-            QTest::mouseClick(&m_ui->view, Qt::LeftButton, {}, {5, 5});
-            QTest::keyClick(&m_ui->view, Qt::Key_Escape);
-        };
-        tryToLeave();
+        const auto touch = [this] { QTest::mouseClick(&m_ui->view, Qt::LeftButton, {}, {5, 5}); };
+        const auto goBack = [this] { QTest::keyClick(&m_ui->view, Qt::Key_Escape); };
+        touch();
+        goBack();
         QCOMPARE(answers, QList<int>());
         alert->press(1);
-        QTest::mouseClick(&m_ui->view, Qt::LeftButton, {}, {5, 5});
+        touch();
         QCOMPARE(answers, QList {1});
-        tryToLeave();
-        tryToLeave();
+        goBack();
+        goBack();
         QCOMPARE(answers, (QList {1, 0, 1}));
     }
 
@@ -124,27 +123,18 @@ private Q_SLOTS:
 
     void inputReachesTheScreenOnlyWhenNothingBlocksIt_data()
     {
-        QTest::addColumn<std::function<void(Shell &)>>("cover");
-        QTest::addColumn<bool>("reaches");
-        const auto row = [](const char *name, std::function<void(Shell &)> cover, bool reaches) {
-            QTest::newRow(name) << cover << reaches;
-        };
-        row(
-            "toast", [](Shell &shell) { shell.toast()->show(u"请稍后"_s); }, true);
-        row(
-            "indicator", [](Shell &shell) { shell.progressHUD()->show(u"登录中"_s); }, false);
-        row(
-            "alert", [](Shell &shell) { shell.alertView()->show({.title = u"提醒"_s}); }, false);
-        row(
-            "sheet",
-            [](Shell &shell) { shell.actionSheet()->show({}, {}, {u"甲"_s}, u"取消"_s, {}); },
-            false);
+        Covers::rows({
+            {"toast", [](auto &shell) { shell.toast()->show(u"请稍后"_s); }, true},
+            {"indicator", [](auto &shell) { shell.progressHUD()->show(u"登录中"_s); }, false},
+            {"alert", [](auto &shell) { shell.alertView()->show({.title = u"提醒"_s}); }, false},
+            {"sheet", [](auto &shell) { shell.actionSheet()->show({}, {}, {u"甲"_s}, {}, {}); },
+                false},
+        });
     }
 
     void inputReachesTheScreenOnlyWhenNothingBlocksIt()
     {
-        QFETCH(const std::function<void(Shell &)>, cover);
-        QFETCH(const bool, reaches);
+        const auto [cover, reaches] = Covers::row();
         const auto *button = m_ui->itemWithText(u"按 home"_s);
         cover(m_ui->shell);
         // However often the keyboard moves on.

@@ -4,18 +4,15 @@
 #include "upload/preparation/Thumbnail.h"
 #include "upload/preparation/VideoExport.h"
 
-#include "support/Patience.h"
+#include "support/Table.h"
 
 #include <QDir>
 #include <QImage>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QThread>
 
 #include <libheif/heif.h>
 
 #include <cstring>
-#include <optional>
 
 #include <sys/stat.h>
 
@@ -70,85 +67,65 @@ class PreparationTest : public QObject
 private Q_SLOTS:
     void init() { m_folder = std::make_unique<QTemporaryDir>(); }
 
-    void tellsAPhotoByItsContent_data()
+    void passesPhotosOnAndMakesOthersPhotos()
     {
-        QTest::addColumn<QString>("made");
-        QTest::addColumn<QString>("named");
-        QTest::addColumn<QString>("extension");
-        QTest::newRow("JPEG") << u"JPEG"_s << u"a.heic"_s << u"jpeg"_s;
-        QTest::newRow("PNG") << u"PNG"_s << u"a.jpg"_s << u"png"_s;
-        QTest::newRow("HEIC") << u"HEIC"_s << u"a.png"_s << u"jpeg"_s;
-        QTest::newRow("BMP") << u"BMP"_s << u"a.jpg"_s << u""_s;
-        QTest::newRow("damaged HEIC") << u"half"_s << u"a.heic"_s << QString();
-        QTest::newRow("HEIC of 400 megapixels") << u"huge"_s << u"a.heic"_s << QString();
-        QTest::newRow("nothing") << QString() << u"a.jpg"_s << QString();
+        const std::tuple<const char *, QString, QString> rows[] {{"JPEG", u"a.heic"_s, u"jpeg"_s},
+            {"PNG", u"a.jpg"_s, u"png"_s}, {"BMP", u"a.jpg"_s, u""_s}};
+        for (const auto &[format, name, extension] : rows) {
+            writePhoto(at(name), format, {64, 48});
+            const auto result = prepared(at(name));
+            QVERIFY(result.error.isNull());
+            QCOMPARE(result.fileExtension, extension);
+            QCOMPARE(bytesOf(result), contentOf(at(name)));
+        }
     }
 
-    void tellsAPhotoByItsContent()
+    void makesAHeicAJpeg()
     {
-        QFETCH(QString, made);
-        QFETCH(QString, named);
-        QFETCH(QString, extension);
-        const QString path = at(named);
-        const bool heic = made == u"HEIC" || made == u"half" || made == u"huge";
-        if (heic) {
-            writeHeic(at(u"heic"_s), {641, 361});
-            QByteArray whole = contentOf(at(u"heic"_s));
-            const bool huge = made == u"huge";
-            // Behind the name and 4 bytes more: width and height, 4 bytes each.
-            for (qsizetype at = 0; huge && (at = whole.indexOf("ispe", at)) > 0; at += 16)
-                whole.replace(at + 8, 8, QByteArray("\0\0\x4e\x20", 4).repeated(2));
-            write(path, made == u"half" ? whole.first(whole.size() / 2) : whole);
-        } else if (!made.isNull()) {
-            writePhoto(path, made.toLatin1(), {64, 48});
-        }
+        const QString path = at(u"a.png"_s);
+        QVERIFY(!prepared(path).error.isNull());
+        writeHeic(path, {641, 361});
+        const QByteArray whole = contentOf(path);
         const auto result = prepared(path);
-        QCOMPARE(result.error.isNull(), !extension.isNull());
-        if (extension.isNull())
-            return;
-        QCOMPARE(result.fileExtension, extension);
-        QVERIFY(result.data.writeAtomically(at(u"out"_s), {}));
-        const QByteArray bytes = contentOf(at(u"out"_s));
-        QVERIFY(heic ? bytes.startsWith("\xff\xd8\xff") : bytes == contentOf(path));
-        if (heic)
-            QCOMPARE(QImage::fromData(bytes).size(), QSize(641, 361));
+        QCOMPARE(result.fileExtension, u"jpeg"_s);
+        QVERIFY(bytesOf(result).startsWith("\xff\xd8\xff"));
+        QCOMPARE(QImage::fromData(bytesOf(result)).size(), QSize(641, 361));
+        write(path, whole.first(whole.size() / 2));
+        QVERIFY(!prepared(path).error.isNull());
+        // Of 400 megapixels. Behind the name and 4 bytes more: width and height, 4 bytes each.
+        QByteArray huge = whole;
+        for (qsizetype at = 0; (at = huge.indexOf("ispe", at)) > 0; at += 16)
+            huge.replace(at + 8, 8, QByteArray("\0\0\x4e\x20", 4).repeated(2));
+        QVERIFY(huge != whole);
+        write(path, huge);
+        QVERIFY(!prepared(path).error.isNull());
     }
 
     void keepsAHeicUpright()
     {
         writeTurnedHeic(at(u"a.heic"_s), {640, 360});
-        const auto result = prepared(at(u"a.heic"_s));
-        QVERIFY(result.data.writeAtomically(at(u"out"_s), {}));
-        const QImage image(at(u"out"_s), "JPEG");
+        const QImage image = QImage::fromData(bytesOf(prepared(at(u"a.heic"_s))));
         QCOMPARE(image.size(), QSize(360, 640));
         QVERIFY(lightness(image, 0.9, 0.5) < 30 && lightness(image, 0.1, 0.5) > 220);
     }
 
     void exportsAClip_data()
     {
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<bool>("turned");
-        QTest::addColumn<bool>("sound");
-        QTest::addColumn<QSize>("size");
-        const auto row
-            = [](const char *name, const char *stored, bool turned, bool sound, QSize size) {
-                  QTest::newRow(name) << QString::fromLatin1(stored) << turned << sound << size;
-              };
-        row("lying, with sound", "width=1280,height=720", false, true, {960, 540});
-        row("held upright", "width=1280,height=720", true, true, {540, 960});
-        row("stored upright", "width=360,height=1280", false, false, {270, 960});
-        row("odd", "width=321,height=181", false, false, {320, 180});
-        row("small and turned", "width=320,height=240", true, false, {240, 320});
-        row("square", "width=1000,height=1000", false, false, {540, 540});
-        row("wide pixels", "width=360,height=540,pixel-aspect-ratio=2/1", false, false, {720, 540});
+        Clips::rows({
+            {"lying, with sound", u"width=1280,height=720"_s, false, true, {960, 540}},
+            {"held upright", u"width=1280,height=720"_s, true, true, {540, 960}},
+            {"stored upright", u"width=360,height=1280"_s, false, false, {270, 960}},
+            {"odd", u"width=321,height=181"_s, false, false, {320, 180}},
+            {"small and turned", u"width=320,height=240"_s, true, false, {240, 320}},
+            {"square", u"width=1000,height=1000"_s, false, false, {540, 540}},
+            {"wide pixels", u"width=360,height=540,pixel-aspect-ratio=2/1"_s, false, false,
+                {720, 540}},
+        });
     }
 
     void exportsAClip()
     {
-        QFETCH(QString, stored);
-        QFETCH(bool, turned);
-        QFETCH(bool, sound);
-        QFETCH(QSize, size);
+        const auto [stored, turned, sound, size] = Clips::row();
         writeClip(at(u"a clip.mp4"_s), stored, sound ? Sound::Ticking : Sound::None);
         if (turned)
             turnClip(at(u"a clip.mp4"_s));
@@ -236,40 +213,40 @@ private Q_SLOTS:
     }
 
 private:
+    using Clips = Table<QString, bool, bool, QSize>; // as stored, turned, with sound, exported
+
     QString at(const QString &name) const { return m_folder->filePath(name); }
     QStringList kept() const { return QDir(at(u"cache"_s)).entryList(QDir::Files, QDir::Time); }
 
     PhotoPreparation::Result prepared(const QString &path) const
     {
         PhotoPreparation preparation;
-        QList<PhotoPreparation::Result> results;
-        preparation.preparePhoto(path, [&](const auto &result) {
-            results += result;
-            QVERIFY(onMainThread());
+        return answerOf<PhotoPreparation::Result>([&](const auto &then) {
+            preparation.preparePhoto(path, [then](const auto &result) {
+                QVERIFY(onMainThread());
+                then(result);
+            });
         });
-        if (!QTest::qWaitFor([&] { return !results.isEmpty(); }, 20'000))
-            qFatal("no answer");
-        return results.constFirst();
+    }
+    QByteArray bytesOf(const PhotoPreparation::Result &result) const
+    {
+        return result.data.writeAtomically(at(u"out"_s), {}) ? contentOf(at(u"out"_s)) : "none"_ba;
     }
 
     VideoExport::Result exported(const QString &path, QList<double> *progress = nullptr) const
     {
         VideoExport videoExport(at(u"cache"_s));
-        std::optional<VideoExport::Result> answer;
-        videoExport.exportClip(
-            path,
-            [&](double share) {
-                QVERIFY(onMainThread() && !answer);
+        return answerOf<VideoExport::Result>([&](const auto &then) {
+            const auto note = [progress](double share) {
+                QVERIFY(onMainThread());
                 if (progress)
                     *progress += share;
-            },
-            [&](const auto &result) {
-                QVERIFY(onMainThread() && !answer);
-                answer = result;
+            };
+            videoExport.exportClip(path, note, [then](const auto &result) {
+                QVERIFY(onMainThread());
+                then(result);
             });
-        if (!QTest::qWaitFor([&] { return answer.has_value(); }, 60'000))
-            qFatal("no answer");
-        return *answer;
+        });
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;

@@ -24,29 +24,15 @@ void runPipeline(const QString &path, const QString &elements)
     QFile::rename(plain, path);
 }
 
-// A segment of a JPEG in the Exif format whose one entry is the orientation 6.
-QByteArray turnedNote()
-{
-    return QByteArray::fromHex("ffe10022"
-                               "457869660000"
-                               "4d4d002a00000008"
-                               "0001"
-                               "01120003000000010006"
-                               "0000"
-                               "00000000");
 }
 
-}
-
-void SampleMedia::writePhoto(const QString &path, const char *format, const QSize &size, Held held)
+void SampleMedia::writePhoto(const QString &path, const char *format, const QSize &size)
 {
     QImage image(size, QImage::Format_RGB32);
     image.fill(Qt::black);
     QPainter(&image).fillRect(0, size.height() / 2, size.width(), size.height(), Qt::white);
     if (!image.save(path, format))
         qFatal("no %s can be made", format);
-    if (held == Held::Upright)
-        write(path, contentOf(path).insert(2, turnedNote())); // after the mark of a JPEG
 }
 
 void SampleMedia::writeHeic(const QString &path, const QSize &size)

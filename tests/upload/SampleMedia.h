@@ -11,14 +11,8 @@ namespace SampleMedia {
 
 enum class Sound { None, Ticking };
 
-//! How the camera was held. An upright one's file says that it is to be shown turned clockwise by a
-//! quarter.
-enum class Held { Level, Upright };
-
-void writePhoto(
-    const QString &path, const char *format, const QSize &size, Held held = Held::Level);
+void writePhoto(const QString &path, const char *format, const QSize &size);
 void writeHeic(const QString &path, const QSize &size);
-
 void writeHeic(const QString &path, const QImage &image);
 
 //! H.264 in MP4, 30 frames a second. \a caps: such as "width=320,height=240". \a pattern: "snow"

@@ -1,10 +1,9 @@
 #include "upload/SlicingUpload.h"
 
-#include "platform/desktop/NetworkReachabilityManager.h"
 #include "platform/media/PhotoAsset.h"
 #include "session/SessionClient.h"
-#include "support/Patience.h"
 #include "support/PlatformProcess.h"
+#include "support/Table.h"
 #include "ui/shell/Shell.h"
 #include "upload/SampleMedia.h"
 #include "upload/UploadRun.h"
@@ -12,9 +11,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QNetworkAccessManager>
-#include <QSignalSpy>
-#include <QTemporaryDir>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -28,18 +24,17 @@ class SlicingUploadTest : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
-        SampleMedia::writeHeic(m_media.filePath(u"leaf.heic"_s), {64, 48});
-        SampleMedia::writePhoto(m_media.filePath(u"tree.png"_s), "png", {80, 60});
-        SampleMedia::writePhoto(m_media.filePath(u"flower.jpg"_s), "jpeg", {80, 60});
-        SampleMedia::write(m_media.filePath(u"moving.gif"_s), "GIF89a, but damaged");
-        SampleMedia::write(m_media.filePath(u"broken.heic"_s),
+        const auto path = [this](const QString &name) { return m_media.filePath(name); };
+        SampleMedia::writeHeic(path(u"leaf.heic"_s), {64, 48});
+        SampleMedia::writePhoto(path(u"tree.png"_s), "png", {80, 60});
+        SampleMedia::writePhoto(path(u"flower.jpg"_s), "jpeg", {80, 60});
+        SampleMedia::write(path(u"moving.gif"_s), "GIF89a, but damaged");
+        SampleMedia::write(path(u"broken.heic"_s),
             "\0\0\0\x18"
             "ftypheic, but no more"_ba);
         const QString format = u"width=320,height=240"_s;
-        SampleMedia::writeClip(
-            m_media.filePath(u"short.mp4"_s), format, SampleMedia::Sound::None, 5);
-        SampleMedia::writeClip(
-            m_media.filePath(u"long.mp4"_s), format, SampleMedia::Sound::None, 90);
+        SampleMedia::writeClip(path(u"short.mp4"_s), format, SampleMedia::Sound::None, 5);
+        SampleMedia::writeClip(path(u"long.mp4"_s), format, SampleMedia::Sound::None, 90);
         QVERIFY(asset(u"long.mp4"_s).size > asset(u"short.mp4"_s).size);
     }
 
@@ -59,8 +54,7 @@ private Q_SLOTS:
         m_client.account.session.resume();
         m_folder = std::make_unique<QTemporaryDir>();
         Device device = m_client.device;
-        device.paths.data = m_folder->path();
-        device.paths.exports = m_folder->filePath(u"exports"_s);
+        device.paths = ProfilePaths(m_folder->path());
         m_upload = std::make_unique<SlicingUpload>(device, &m_client.account.session, &m_shell);
         connect(m_upload.get(), &SlicingUpload::loginNeeded, this,
             [this](const SlicingUpload::LoggedIn &success) {
@@ -75,36 +69,26 @@ private Q_SLOTS:
 
     void endsInOneAnswer_data()
     {
-        QTest::addColumn<QStringList>("picked");
-        QTest::addColumn<QJsonObject>("fault");
-        QTest::addColumn<QStringList>("uploaded"); // extensions
-        QTest::addColumn<QString>("toast");
-        const auto row
-            = [](const char *name, const QStringList &picked, const QStringList &uploaded,
-                  const QString &toast = {}, const QJsonObject &fault = {}) {
-                  QTest::newRow(name) << picked << fault << uploaded << toast;
-              };
-        const QString failed = u"上传失败"_s;
-        row("photos of all kinds",
-            {u"leaf.heic"_s, u"tree.png"_s, u"flower.jpg"_s, u"moving.gif"_s},
-            {u"jpeg"_s, u"png"_s, u"jpeg"_s, u"jpeg"_s});
-        row("a photo that went and one that stayed", {u"gone.jpg"_s, u"tree.png"_s}, {u"png"_s});
-        row("a photo that cannot be read", {u"broken.heic"_s}, {}, failed);
-        row("a clip", {u"short.mp4"_s}, {u"mp4"_s});
-        row("a clip that is too large", {u"long.mp4"_s}, {},
-            u"上传失败：单个文件大小超过最大限制"_s);
-        row("two clips, one too large", {u"long.mp4"_s, u"short.mp4"_s}, {u"mp4"_s});
-        row("two clips, both too large", {u"long.mp4"_s, u"long.mp4"_s}, {}, failed);
-        row("a clip that is none", {u"none.mp4"_s}, {}, failed);
-        row("a storage that refuses", {u"tree.png"_s, u"flower.jpg"_s}, {}, failed,
-            {{u"method"_s, u"PUT"_s}, {u"status"_s, 500}, {u"times"_s, 2}});
+        const QString failed = u"上传失败"_s, tooLarge = u"上传失败：单个文件大小超过最大限制"_s;
+        Picks::rows({
+            {"photos of all kinds",
+                {u"leaf.heic"_s, u"tree.png"_s, u"flower.jpg"_s, u"moving.gif"_s},
+                {u"jpeg"_s, u"png"_s, u"jpeg"_s, u"jpeg"_s}, {}, {}},
+            {"a photo that went", {u"gone.jpg"_s, u"tree.png"_s}, {u"png"_s}, {}, {}},
+            {"a photo that cannot be read", {u"broken.heic"_s}, {}, failed, {}},
+            {"a clip", {u"short.mp4"_s}, {u"mp4"_s}, {}, {}},
+            {"a clip that is too large", {u"long.mp4"_s}, {}, tooLarge, {}},
+            {"one too large", {u"long.mp4"_s, u"short.mp4"_s}, {u"mp4"_s}, {}, {}},
+            {"both too large", {u"long.mp4"_s, u"long.mp4"_s}, {}, failed, {}},
+            {"a clip that is none", {u"none.mp4"_s}, {}, failed, {}},
+            {"a storage that refuses", {u"tree.png"_s, u"flower.jpg"_s}, {}, failed,
+                {{u"method"_s, u"PUT"_s}, {u"status"_s, 500}, {u"times"_s, 2}}},
+        });
     }
 
     void endsInOneAnswer()
     {
-        QFETCH(const QStringList, picked);
-        QFETCH(const QJsonObject, fault);
-        QFETCH(const QString, toast);
+        const auto [picked, extensions, toast, fault] = Picks::row();
         if (!fault.isEmpty())
             m_platform.addFault(fault);
         QSignalSpy results(m_upload.get(), &SlicingUpload::onSlicingUpload);
@@ -124,7 +108,7 @@ private Q_SLOTS:
                         u"filePath"_s, u"host"_s, u"isError"_s, u"isUploaded"_s, u"uploadId"_s}));
             }
         }
-        QTEST(uploaded, "uploaded");
+        QCOMPARE(uploaded, extensions);
         QCOMPARE(m_shell.toast()->isVisible() ? m_shell.toast()->text() : QString(), toast);
     }
 
@@ -136,33 +120,28 @@ private Q_SLOTS:
         QCOMPARE(m_logins, 0);
     }
 
-    void endsInTheMiddleOfARun_data()
-    {
-        QTest::addColumn<bool>("withTheProgram");
-        QTest::newRow("the program ends") << true;
-        QTest::newRow("the user's session ends") << false;
-    }
-
     void endsInTheMiddleOfARun()
     {
-        QFETCH(const bool, withTheProgram);
-        m_platform.addFault({{u"method"_s, u"PUT"_s}, {u"delay_ms"_s, 600'000}});
-        QSignalSpy results(m_upload.get(), &SlicingUpload::onSlicingUpload);
-        m_upload->didFinishPicking(m_config, assets({u"tree.png"_s}));
-        bool isUnderWay = false;
-        TRY_VERIFY([&] {
-            for (const TracedRequest &request : m_platform.takeRequests())
-                isUnderWay |= request.path == u"/file/checkChunk";
-            return isUnderWay;
-        }());
-        if (withTheProgram)
-            m_upload.reset();
-        else
-            m_client.account.session.expire();
-        // The connection goes with what was sent by it.
-        TRY_VERIFY(m_network.findChildren<QNetworkReply *>().isEmpty());
-        QCOMPARE(results.count(), 0);
-        QVERIFY(!m_shell.toast()->isVisible() || m_shell.toast()->text() != u"上传失败"_s);
+        for (const bool withTheProgram : {false, true}) {
+            init();
+            m_platform.addFault({{u"method"_s, u"PUT"_s}, {u"delay_ms"_s, 600'000}});
+            QSignalSpy results(m_upload.get(), &SlicingUpload::onSlicingUpload);
+            m_upload->didFinishPicking(m_config, assets({u"tree.png"_s}));
+            bool isUnderWay = false;
+            TRY_VERIFY([&] {
+                for (const TracedRequest &request : m_platform.takeRequests())
+                    isUnderWay |= request.path == u"/file/checkChunk";
+                return isUnderWay;
+            }());
+            if (withTheProgram)
+                m_upload.reset();
+            else
+                m_client.account.session.expire();
+            // The connection goes with what was sent by it.
+            TRY_VERIFY(m_network.findChildren<QNetworkReply *>().isEmpty());
+            QCOMPARE(results.count(), 0);
+            QVERIFY(!m_shell.toast()->isVisible() || m_shell.toast()->text() != u"上传失败"_s);
+        }
     }
 
     void neitherStartsNorKeepsAnythingForAnotherUser()
@@ -183,6 +162,8 @@ private Q_SLOTS:
     }
 
 private:
+    using Picks = Table<QStringList, QStringList, QString, QJsonObject>;
+
     PhotoAsset asset(const QString &name) const
     {
         const QString path = m_media.filePath(name);

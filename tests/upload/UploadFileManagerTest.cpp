@@ -1,15 +1,13 @@
 #include "upload/protocol/OMUploadFileManager.h"
 
-#include "support/Patience.h"
+#include "platform/http/HTTPSessionManager.h"
 #include "support/PlatformProcess.h"
 #include "support/SwitchedReachability.h"
+#include "support/Table.h"
 #include "upload/protocol/ScratchFolder.h"
 
 #include <QElapsedTimer>
-#include <QEventLoop>
 #include <QJsonDocument>
-#include <QNetworkReply>
-#include <QTemporaryDir>
 #include <QUrlQuery>
 
 #include <sys/stat.h>
@@ -31,18 +29,6 @@ QString told(const TracedRequest &request)
         {u"/file/complete"_s, u"complete "_s}};
     return names.value(request.path, request.path) + request.value(u"chunk"_s)
         + request.value(u"chunks"_s);
-}
-
-//! Memory of this process that no file backs.
-qint64 anonymousBytes()
-{
-    QFile status(u"/proc/self/status"_s);
-    const bool isOpen = status.open(QIODevice::ReadOnly);
-    const QString line = QString::fromLatin1(status.readAll()).section(u"RssAnon:"_s, 1);
-    const qint64 kilobytes = line.section(u"kB"_s, 0, 0).trimmed().toLongLong();
-    if (!isOpen || kilobytes == 0)
-        qFatal("no figures of this process");
-    return kilobytes * 1024;
 }
 
 QByteArray clip()
@@ -85,43 +71,34 @@ private Q_SLOTS:
 
     void reportsInOrder_data()
     {
-        QTest::addColumn<QByteArray>("fault");
-        QTest::addColumn<QString>("reports");
-        QTest::addColumn<QString>("requests");
-
         const QString one = u"check, chunk 1, PUT 1, done 1, "_s;
         const QString two = one + u"chunk 2, PUT 2, done 2, "_s;
         const QString end = u"chunk 3, PUT 3, done 3, complete 3"_s;
         const QString notReported = one + u"chunk 2, PUT 2, "_s + end;
-        const QByteArray check = R"({"path": "/file/check")";
-        const QByteArray part = R"({"path": "/file/checkChunk", "params": {"chunk": 2})";
-        const QByteArray join = R"({"path": "/file/complete")";
-        const auto row
-            = [](const char *name, const QByteArray &fault, const QString &reports,
-                  const QString &requests) { QTest::newRow(name) << fault << reports << requests; };
-        row("the check of the file answers HTML",
-            check + R"(, "body": "<html>", "headers": {"Content-Type": "text/html"}})",
-            u"NO NO NO "_s, u"check, chunk 1, chunk 2, chunk 3"_s);
-        // The part is put without a signature, which the storage refuses.
-        row("the check of a part stalls", part + R"(, "delay_ms": 8000})", u"NO NO "_s,
-            notReported);
-        row("a stored part answers 204", R"({"params": {"partNumber": 2}, "status": 204})",
-            u"NO YES "_s, notReported);
-        row("the last part is refused",
-            R"({"params": {"partNumber": 3}, "status": 500, "unhandled": true})", u"NO "_s,
-            two + u"chunk 3, PUT 3"_s);
-        row("the reports of parts fail",
-            R"({"path": "/file/chunkDone", "times": 3, "status": 500})", u"YES "_s, two + end);
-
-        row("the join answers a list", join + R"(, "body": [{"isError": false}]})", u"NO "_s,
-            two + end);
+        Faults::rows({
+            {"the check of the file answers HTML",
+                R"({"path": "/file/check", "body": "<html>",
+                    "headers": {"Content-Type": "text/html"}})",
+                u"NO NO NO "_s, u"check, chunk 1, chunk 2, chunk 3"_s},
+            // The part is put without a signature, which the storage refuses.
+            {"the check of a part stalls",
+                R"({"path": "/file/checkChunk", "params": {"chunk": 2}, "delay_ms": 8000})",
+                u"NO NO "_s, notReported},
+            {"a stored part answers 204", R"({"params": {"partNumber": 2}, "status": 204})",
+                u"NO YES "_s, notReported},
+            {"the last part is refused",
+                R"({"params": {"partNumber": 3}, "status": 500, "unhandled": true})", u"NO "_s,
+                two + u"chunk 3, PUT 3"_s},
+            {"the reports of parts fail",
+                R"({"path": "/file/chunkDone", "times": 3, "status": 500})", u"YES "_s, two + end},
+            {"the join answers a list",
+                R"({"path": "/file/complete", "body": [{"isError": false}]})", u"NO "_s, two + end},
+        });
     }
 
     void reportsInOrder()
     {
-        QFETCH(QByteArray, fault);
-        QFETCH(QString, reports);
-        QFETCH(QString, requests);
+        const auto [fault, reports, requests] = Faults::row();
         addFault(fault);
         start(clip());
         TRY_VERIFY(m_isDone);
@@ -148,31 +125,26 @@ private Q_SLOTS:
             QCOMPARE(wire(), requests);
         }
         QCOMPARE(m_result->first()[u"isUploaded"], QJsonValue(true));
-        QVERIFY(holdsObject(clip()));
+        QVERIFY(storedObject() == clip());
     }
 
     void endsWithAReportForBadInput()
     {
-        const struct
-        {
-            QString file;
-            QString siteURl;
-            bool hasResult;
-        } rows[] {
+        const std::tuple<QString, QString, bool> rows[] {
             {u"vanished"_s, m_config.siteURl, false},
             {u"pipe"_s, m_config.siteURl, false},
             {u"empty"_s, m_config.siteURl, true},
             {u"byte"_s, u"::not an address"_s, true},
         };
-        for (const auto &row : rows) {
+        for (const auto &[file, siteURl, hasResult] : rows) {
             renew();
             fileAt(m_folder->filePath(u"empty"_s), 0);
             fileAt(m_folder->filePath(u"byte"_s), 1);
             QCOMPARE(::mkfifo(qPrintable(m_folder->filePath(u"pipe"_s)), 0600), 0);
-            m_config.siteURl = row.siteURl;
-            start(UploadData::copyOf(m_folder->filePath(row.file)));
+            m_config.siteURl = siteURl;
+            start(UploadData::copyOf(m_folder->filePath(file)));
             TRY_COMPARE(m_reports, u"NO "_s);
-            QVERIFY2(m_result.has_value() == row.hasResult, qPrintable(row.file + row.siteURl));
+            QVERIFY2(m_result.has_value() == hasResult, qPrintable(file));
         }
     }
 
@@ -196,18 +168,15 @@ private Q_SLOTS:
 
     void endsInTheMiddle_data()
     {
-        QTest::addColumn<QString>("moment");
-        QTest::addColumn<QString>("lastRequest");
-        QTest::newRow("while the file is hashed") << u"hashing"_s << u""_s;
-        QTest::newRow("in its own report") << u"report"_s << u""_s;
-        QTest::newRow("while a part is checked") << u"/file/checkChunk"_s << u"chunk 1"_s;
-        QTest::newRow("while the parts are joined") << u"/file/complete"_s << u"complete 1"_s;
+        Moments::rows(
+            {{"while the file is hashed", u"hashing"_s, {}}, {"in its own report", u"report"_s, {}},
+                {"while a part is checked", u"/file/checkChunk"_s, u"chunk 1"_s},
+                {"while the parts are joined", u"/file/complete"_s, u"complete 1"_s}});
     }
 
     void endsInTheMiddle()
     {
-        QFETCH(QString, moment);
-        QFETCH(QString, lastRequest);
+        const auto [moment, lastRequest] = Moments::row();
         QElapsedTimer ending;
         const auto end = [&] {
             ending.start();
@@ -230,30 +199,10 @@ private Q_SLOTS:
         QCOMPARE(m_reports, moment == u"report"_s ? u"YES "_s : QString());
     }
 
-    void holdsNoBigFileInMemory()
-    {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-        QSKIP("the sanitizer keeps what has been freed");
-#endif
-        constexpr qint64 size = 80 * 1024 * 1024;
-        constexpr qint64 most = 32 * 1024 * 1024;
-        const QString path = fileAt(m_folder->filePath(u"clip"_s), size);
-        const qint64 before = anonymousBytes();
-        qint64 highest = 0;
-        const auto look = [&] { highest = std::max(highest, anonymousBytes()); };
-        connect(m_manager.get(), &Manager::preparationProgressed, this, look);
-        connect(m_manager.get(), &Manager::uploadProgressed, this, look);
-        // Undisturbed by a test's way of waiting, which pauses between the many small steps.
-        QEventLoop loop;
-        m_onReport = [&] { loop.quit(); };
-        start(UploadData::copyOf(path));
-        loop.exec();
-        QCOMPARE(m_reports, u"YES "_s);
-        QVERIFY2(highest - before < most, qPrintable(QString::number(highest - before)));
-    }
-
 private:
     using Manager = OMUploadFileManager;
+    using Faults = Table<QByteArray, QString, QString>; // reports, requests
+    using Moments = Table<QString, QString>; // when it ends, the last request before
 
     void renew()
     {
@@ -293,12 +242,15 @@ private:
             words << told(request);
         return words.join(u", "_s);
     }
-    bool holdsObject(const QByteArray &bytes)
+    QByteArray storedObject()
     {
-        const QNetworkRequest request(QUrl(m_result->first()[u"host"].toString()));
-        const std::unique_ptr<QNetworkReply> reply(m_network.get(request));
-        return QTest::qWaitFor([&] { return reply->isFinished(); }, patienceMs)
-            && reply->readAll() == bytes;
+        const HTTPSessionManager manager(&m_network);
+        return answerOf<QByteArray>([&](const auto &then) {
+            manager.GET(
+                m_result->first()[u"host"].toString(), {},
+                [then](const auto &response) { then(response.body); },
+                [then](const auto &, const auto &) { then({}); });
+        });
     }
 
     PlatformProcess m_platform;
