@@ -2,14 +2,30 @@
 
 #include "e2e/steps/Steps.h"
 
+#include <QSet>
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 Journey::Journey()
-    : m_steps(launchSteps() + loginSteps() + portalSteps() + uploadSteps() + bridgeSteps()
-        + deviceSteps() + sessionSteps() + accountSteps())
 {
+    for (const auto chapter : {launchSteps, loginSteps, portalSteps, uploadSteps, bridgeSteps,
+             deviceSteps, sessionSteps, accountSteps})
+        chapter(*this);
+}
+
+void Journey::startClient(const Start &start)
+{
+    m_starts << start;
+}
+
+Step &Journey::step(
+    const QString &name, const QString &need, const std::function<void(Driver &)> &act)
+{
+    Q_ASSERT(need.isEmpty() || find(need));
+    m_steps << Step {name, need, lives(), act};
+    return m_steps.last();
 }
 
 const Step *Journey::find(const QString &name) const
@@ -19,27 +35,22 @@ const Step *Journey::find(const QString &name) const
     return found == m_steps.end() ? nullptr : &*found;
 }
 
-int Journey::lives() const
-{
-    return m_steps.constLast().life;
-}
-
 QString Journey::pictureName(const Step &step) const
 {
     const auto index = find(step.name) - &m_steps.constFirst();
     return u"%1-%2.png"_s.arg(index + 1, 2, 10, QChar(u'0')).arg(step.name);
 }
 
-QSet<QString> Journey::withNeeds(const QStringList &names) const
+QList<Step> Journey::stepsOf(int life, const QStringList &names) const
 {
-    QSet<QString> selected(names.begin(), names.end());
-    const bool all = names.isEmpty();
+    QSet<QString> wanted(names.begin(), names.end());
     // Needs stand before those who need them, so that one way back finds them all.
     for (auto step = m_steps.rbegin(); step != m_steps.rend(); ++step) {
-        if (all)
-            selected << step->name;
-        else if (selected.contains(step->name))
-            selected.unite(QSet<QString>(step->needs.begin(), step->needs.end()));
+        if (names.isEmpty() || wanted.contains(step->name))
+            wanted << step->name << step->need;
     }
-    return selected;
+    QList<Step> steps = m_steps;
+    steps.removeIf(
+        [&](const Step &step) { return step.life != life || !wanted.contains(step.name); });
+    return steps;
 }

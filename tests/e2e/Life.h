@@ -20,7 +20,6 @@ public:
 
 private:
     int live(Wire &wire, const DeploymentConfiguration &deployment);
-    QList<Step> mySteps() const;
     void goThrough(Driver &driver);
     StepResult take(const Step &step, Driver &driver);
 

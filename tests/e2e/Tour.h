@@ -16,15 +16,9 @@ public:
     int run();
 
 private:
-    void live(int number, const QStringList &steps, const TourOptions::Life &life);
-    QStringList stepsOf(int life);
-    //! A verdict of the tour itself about a step that no life has told of.
-    void fail(const QString &step, const QString &reason);
-    void add(const StepResult &result);
+    void live(const TourOptions::Life &life);
 
     TourOptions m_options;
     Journey m_journey;
-    QSet<QString> m_selected;
-    QStringList m_failed;
     Report m_report;
 };

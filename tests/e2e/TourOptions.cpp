@@ -32,10 +32,9 @@ std::variant<TourOptions, QString> TourOptions::parse(const QStringList &argumen
     const QCommandLineOption lifeOption(u"life"_s, {}, u"N"_s);
     const QCommandLineOption platformOption(u"school-platform"_s, {}, u"URL"_s);
     const QCommandLineOption profileOption(u"profile"_s, {}, u"DIR"_s);
-    const QCommandLineOption reportOption(u"report"_s, {}, u"FILE"_s);
     QCommandLineParser parser;
-    parser.addOptions({outOption, onlyOption, sizeOption, helpOption, lifeOption, platformOption,
-        profileOption, reportOption});
+    parser.addOptions(
+        {outOption, onlyOption, sizeOption, helpOption, lifeOption, platformOption, profileOption});
     if (!parser.parse(QStringList {u"vant-tour"_s} + arguments))
         return parser.errorText();
 
@@ -62,7 +61,7 @@ std::variant<TourOptions, QString> TourOptions::parse(const QStringList &argumen
     }
     if (parser.isSet(lifeOption)) {
         options.life = {parser.value(lifeOption).toInt(), QUrl(parser.value(platformOption)),
-            parser.value(profileOption), parser.value(reportOption)};
+            parser.value(profileOption)};
     }
     return options;
 }
@@ -82,13 +81,12 @@ QString TourOptions::usage()
     return text;
 }
 
-QStringList TourOptions::forLife(const Life &life, const QStringList &steps) const
+QStringList TourOptions::forLife(const Life &life) const
 {
     QStringList arguments {u"--out"_s, out, u"--size"_s,
         u"%1x%2"_s.arg(size.width()).arg(size.height()), u"--life"_s, QString::number(life.number),
-        u"--school-platform"_s, life.platform.toString(), u"--profile"_s, life.profile,
-        u"--report"_s, life.report};
-    for (const QString &step : steps)
+        u"--school-platform"_s, life.platform.toString(), u"--profile"_s, life.profile};
+    for (const QString &step : only)
         arguments << u"--only"_s << step;
     return arguments;
 }

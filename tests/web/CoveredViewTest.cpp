@@ -23,7 +23,7 @@ class CoveredViewTest : public QObject
     Q_OBJECT
 
 private:
-    enum class Cover { Nothing, MiniProgram, Landscape, OutLink, Picker, AnotherRoot, NotYetShown };
+    using Act = std::function<void(CoveredViewTest &)>;
 
     std::unique_ptr<PageServer> m_server;
     std::unique_ptr<NotedDelegate> m_delegate;
@@ -31,6 +31,7 @@ private:
     std::unique_ptr<STHomeViewController> m_home;
     std::unique_ptr<SecondaryPages> m_pages;
     ViewController m_other;
+    static constexpr const char *notYetShown = "not yet shown";
     std::unique_ptr<QQuickView> m_window;
 
     Navigator *navigator() { return m_stage->shell.navigator(); }
@@ -49,38 +50,8 @@ private:
         return nullptr;
     }
 
-    void cover(Cover cover)
-    {
-        switch (cover) {
-        case Cover::MiniProgram:
-            m_pages->jump2Outlink(m_server->url("/other.html"), {}, {});
-            break;
-        case Cover::Landscape:
-            m_pages->jump2OutlinkLandscape(m_server->url("/other.html"));
-            break;
-        case Cover::OutLink:
-            m_pages->openOutLinkPage(m_server->url("/other.html"), {});
-            break;
-        case Cover::Picker:
-            ImagePickerController::present(
-                &m_stage->shell, &m_stage->album, {}, {}, [](const auto &) {});
-            break;
-        case Cover::AnotherRoot:
-            navigator()->setRootViewController(u"Other"_s, &m_other);
-            break;
-        case Cover::Nothing:
-        case Cover::NotYetShown:
-            break;
-        }
-    }
-
-    void uncover(Cover cover)
-    {
-        if (cover == Cover::AnotherRoot || cover == Cover::NotYetShown)
-            navigator()->setRootViewController(u"HomeScreen"_s, m_home.get());
-        else if (cover != Cover::Nothing)
-            navigator()->dismiss(navigator()->topViewController());
-    }
+    void showHome() { navigator()->setRootViewController(u"HomeScreen"_s, m_home.get()); }
+    QString other() const { return m_server->url("/other.html"); }
 
 private Q_SLOTS:
     void init()
@@ -124,30 +95,49 @@ private Q_SLOTS:
 
     void aDeadProcessTakesNothingAlong_data()
     {
-        QTest::addColumn<Cover>("covered");
-        QTest::newRow("nothing over it") << Cover::Nothing;
-        QTest::newRow("a page beside it") << Cover::MiniProgram;
-        QTest::newRow("a page on its side") << Cover::Landscape;
-        QTest::newRow("a page under a bar") << Cover::OutLink;
-        QTest::newRow("the picker") << Cover::Picker;
-        QTest::newRow("another root") << Cover::AnotherRoot;
-        QTest::newRow("not yet shown") << Cover::NotYetShown;
+        QTest::addColumn<Act>("cover");
+        QTest::addColumn<Act>("uncover");
+        const auto row = [](
+                             const char *name, const Act &cover,
+                             const Act &uncover = [](CoveredViewTest &test) {
+                                 test.navigator()->dismiss(test.navigator()->topViewController());
+                             }) { QTest::newRow(name) << cover << uncover; };
+        using Test = CoveredViewTest;
+        row("nothing over it", {}, [](Test &) {});
+        row("a page beside it",
+            [](Test &test) { test.m_pages->jump2Outlink(test.other(), {}, {}); });
+        row("a page on its side",
+            [](Test &test) { test.m_pages->jump2OutlinkLandscape(test.other()); });
+        row("a page under a bar",
+            [](Test &test) { test.m_pages->openOutLinkPage(test.other(), {}); });
+        row("the picker", [](Test &test) {
+            ImagePickerController::present(
+                &test.m_stage->shell, &test.m_stage->album, {}, {}, [](const auto &) {});
+        });
+        row(
+            "another root",
+            [](Test &test) { test.navigator()->setRootViewController(u"Other"_s, &test.m_other); },
+            &Test::showHome);
+        row(notYetShown, {}, &Test::showHome);
     }
 
     void aDeadProcessTakesNothingAlong()
     {
-        QFETCH(const Cover, covered);
-        if (covered == Cover::NotYetShown) {
+        QFETCH(const Act, cover);
+        QFETCH(const Act, uncover);
+        const bool isShown = QTest::currentDataTag() != QByteArray(notYetShown);
+        if (isShown) {
+            showHome();
+        } else {
             navigator()->prepare(u"HomeScreen"_s, m_home.get());
             m_home->webView()->load(QUrl(m_server->url("/portal.html")));
-        } else {
-            navigator()->setRootViewController(u"HomeScreen"_s, m_home.get());
         }
         QVERIFY(waitForTitle(*m_home->webView(), u"portal"_s));
-        if (covered != Cover::NotYetShown)
+        if (isShown)
             engineView()->setFocus(true);
-        cover(covered);
-        const bool seen = covered == Cover::Nothing;
+        if (cover)
+            cover(*this);
+        const bool seen = isShown && !cover;
         TRY_COMPARE(engineView()->window() != nullptr, seen);
         QVERIFY(engineView()->isVisible());
 
@@ -164,14 +154,13 @@ private Q_SLOTS:
         QVERIFY(waitForTitle(*m_home->webView(), u"portal"_s));
         TRY_COMPARE(engineView()->window() != nullptr, seen);
 
-        uncover(covered);
+        uncover(*this);
         TRY_VERIFY(engineView()->window() && engineView()->isVisible());
         // The first showing loads the portal.
-        const int shownFirst = covered == Cover::NotYetShown ? 1 : 0;
-        TRY_COMPARE(m_server->requestsFor("/portal.html").size(), loads + 1 + shownFirst);
+        TRY_COMPARE(m_server->requestsFor("/portal.html").size(), loads + (isShown ? 1 : 2));
         QVERIFY(waitForTitle(*m_home->webView(), u"portal"_s));
         TRY_COMPARE(engineView()->width(), 390);
-        QCOMPARE(engineView()->hasFocus(), covered != Cover::NotYetShown);
+        QCOMPARE(engineView()->hasFocus(), isShown);
         const auto drawn = [this] { return evaluateIn(*m_home->webView(), u"frames"_s).toInt(); };
         const int before = drawn();
         QVERIFY(QTest::qWaitFor([&] { return drawn() > before + 3; }, patienceMs));

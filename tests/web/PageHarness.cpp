@@ -40,6 +40,17 @@ PageHarness::PageHarness(WebViewJavascriptBridge::Trust trust)
     window.show();
 }
 
+QString PageHarness::page(const QByteArray &content, const QByteArray &path)
+{
+    server.setPage(path, "<!doctype html><meta charset=utf-8>" + content);
+    return server.url(path);
+}
+
+QString PageHarness::host() const
+{
+    return u"127.0.0.1:%1"_s.arg(server.port());
+}
+
 bool PageHarness::load(const QString &url)
 {
     QSignalSpy finished(&webView, &WebView::didFinishNavigation);
