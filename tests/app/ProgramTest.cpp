@@ -93,15 +93,6 @@ private:
         QVERIFY2(!said.contains(u"s3cr3t"_s), qPrintable(said));
     }
 
-    static QString pathOfWeChatLogin(PlatformProcess &platform)
-    {
-        for (const TracedRequest &request : platform.takeRequests()) {
-            if (request.value(u"start"_s) == u"login4AppWeixin")
-                return request.path;
-        }
-        return {};
-    }
-
 private Q_SLOTS:
     void init()
     {
@@ -244,7 +235,14 @@ private Q_SLOTS:
         start({u"--config"_s, path(u"school.toml"_s), u"--profile"_s, path(u"profile"_s),
             answer.toString(QUrl::FullyEncoded)});
         QString signedInAt;
-        TRY_VERIFY(!(signedInAt = pathOfWeChatLogin(platform)).isNull());
+        const auto hasSignedIn = [&] {
+            for (const TracedRequest &request : platform.takeRequests()) {
+                if (request.value(u"start"_s) == u"login4AppWeixin")
+                    signedInAt = request.path;
+            }
+            return !signedInAt.isNull();
+        };
+        TRY_VERIFY(hasSignedIn());
         QCOMPARE(signedInAt, u"/school01/do"_s);
         ::kill(pid_t(m_program->processId()), SIGTERM);
         QVERIFY(m_program->waitForFinished(patienceMs));

@@ -1,6 +1,6 @@
 #include "e2e/TourOptions.h"
 
-#include "e2e/Journey.h"
+#include "e2e/steps/Steps.h"
 
 #include <QCommandLineParser>
 #include <QRegularExpression>
@@ -48,7 +48,7 @@ std::variant<TourOptions, QString> TourOptions::parse(const QStringList &argumen
     options.only = parser.values(onlyOption) + parser.positionalArguments();
     if (!options.only.isEmpty() && !parser.isSet(onlyOption))
         return u"not an option: %1"_s.arg(options.only.join(u' '));
-    const Journey journey;
+    const Journey journey = wholeJourney();
     for (const QString &name : options.only) {
         if (!journey.find(name))
             return u"there is no step \"%1\", see --help"_s.arg(name);
@@ -75,7 +75,7 @@ QString TourOptions::usage()
           "Exits 0 only if every step was seen to hold. --only takes the named steps and those "
           "that lead to them.\n"
           "VANT_FONT_SCALE and VANT_SAFE_AREA=top,bottom act as for the client.\n\nSteps:\n"_s;
-    const Journey journey;
+    const Journey journey = wholeJourney();
     for (const Step &step : journey.steps())
         text += u"  %1\n"_s.arg(step.name);
     return text;

@@ -5,8 +5,6 @@
 #include <QJsonDocument>
 #include <QSignalSpy>
 
-#include <csignal>
-
 using namespace Qt::StringLiterals;
 
 //! The bridge between page and shell.
@@ -208,16 +206,13 @@ private Q_SLOTS:
         QVERIFY(run("WebViewJavascriptBridge.callHandler('echo', 'here',"
                     "  answer => { window.answer = answer })"));
         TRY_COMPARE(m_heard.size(), 1);
-        const QRegularExpression ended(u"the page's process has ended"_s);
-        QTest::ignoreMessage(QtWarningMsg, ended);
-        const qint64 renderer = m_page->rendererPid();
-        QVERIFY(renderer > 0);
-        ::kill(pid_t(renderer), SIGKILL);
+        m_page->killRenderer();
         TRY_COMPARE(m_heard.size(), 2);
         TRY_COMPARE(m_page->evaluate(u"window.answer"_s).toString(), u"here"_s);
 
         // One that dies again and again leaves the bridge to the next.
         QSignalSpy failed(&m_page->webView, &WebView::didFailNavigation);
+        const QRegularExpression ended(u"the page's process has ended"_s);
         QTest::ignoreMessage(QtWarningMsg, ended);
         QTest::ignoreMessage(QtWarningMsg, ended);
         m_page->webView.load(QUrl(u"chrome://crash"_s));

@@ -3,7 +3,10 @@
 #include "support/Patience.h"
 
 #include <QQuickItem>
+#include <QRegularExpression>
 #include <QSignalSpy>
+
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 
@@ -63,12 +66,12 @@ QVariant PageHarness::evaluate(const QString &script)
     return evaluateIn(webView, script);
 }
 
-qint64 PageHarness::rendererPid() const
+void PageHarness::killRenderer()
 {
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"the page's process has ended"_s));
     for (const QObject *item : window.rootObject()->findChildren<QQuickItem *>()) {
-        const QVariant pid = item->property("renderProcessPid");
-        if (pid.isValid())
-            return pid.toLongLong();
+        const pid_t pid = pid_t(item->property("renderProcessPid").toLongLong());
+        if (pid > 0)
+            ::kill(pid, SIGKILL);
     }
-    return 0;
 }

@@ -33,8 +33,8 @@ public:
     //! Runs a script and waits for its result.
     QVariant evaluate(const QString &script);
 
-    //! The process of the page that is shown.
-    qint64 rendererPid() const;
+    //! Kills the process of the page that is shown, as a warning will say.
+    void killRenderer();
 
     PageServer server;
     QTemporaryDir folder;

@@ -10,8 +10,6 @@
 #include <QInputMethod>
 #include <QSignalSpy>
 
-#include <csignal>
-
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -150,11 +148,7 @@ private Q_SLOTS:
             page.webView.load(QUrl(page.page("<title>other</title>", "/other.html")));
         });
         QTest::newRow("reload") << Leave([](PageHarness &page) { page.webView.reload(); });
-        QTest::newRow("dead process") << Leave([](PageHarness &page) {
-            QTest::ignoreMessage(
-                QtWarningMsg, QRegularExpression(u"the page's process has ended"_s));
-            ::kill(pid_t(page.rendererPid()), SIGKILL);
-        });
+        QTest::newRow("dead process") << Leave([](PageHarness &page) { page.killRenderer(); });
     }
 
     void aDialogGoesWithItsDocument()

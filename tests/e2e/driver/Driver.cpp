@@ -239,6 +239,5 @@ void Driver::note(const QString &detail)
 
 QString Driver::takeNotes()
 {
-    const QString notes = std::exchange(m_notes, {}).join(u"; "_s);
-    return notes.isEmpty() ? m_screen.description() : notes;
+    return std::exchange(m_notes, {}).join(u"; "_s);
 }

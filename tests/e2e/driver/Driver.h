@@ -77,7 +77,6 @@ public:
     Picture dropStep();
     //! Says in the report what was seen.
     void note(const QString &detail);
-    //! All that there is on the screen, where nothing was noted.
     QString takeNotes();
 
 private:

@@ -43,6 +43,7 @@ void accountSteps(Journey &journey)
     journey.step(screen, u"expired-token"_s, [](Driver &driver) {
         driver.seeAll({chooseProvinces, chooseCity, Account::school, olderAccountField,
             Texts::passwordField, Texts::agreementBox, activation});
+        driver.note(driver.screen().description());
     });
 
     journey.step(u"city-needs-province"_s, screen, [](Driver &driver) {

@@ -12,7 +12,7 @@ constexpr int slowAnswerMs = 2'000;
 const QString wrongPassword = QStringLiteral("vant0000");
 
 // The rows as wide as the window.
-QStringList schoolsShown(Driver &driver)
+QStringList schoolsShown(const Driver &driver)
 {
     QStringList names;
     for (const Screen::Thing &thing : driver.screen().things()) {
@@ -34,6 +34,7 @@ void loginSteps(Journey &journey)
         driver.seeAll({u"成长平台"_s, u"忘记密码"_s, u"第三方账号登录"_s});
         driver.check(!driver.see(Texts::agreementBox, CheckBox).checked,
             u"the agreement is not accepted beforehand"_s);
+        driver.note(driver.screen().description());
     });
 
     journey.step(u"forgotten-password"_s, screen, [](Driver &driver) {
@@ -55,12 +56,14 @@ void loginSteps(Journey &journey)
         // Names without a letter at their start stand before A.
         driver.see(u"#"_s, Heading);
         driver.waitFor(u"schools"_s, [&] { return !schoolsShown(driver).isEmpty(); });
+        driver.note(schoolsShown(driver).join(u" | "));
     });
 
     journey.step(u"school-by-letter"_s, u"school-list"_s, [](Driver &driver) {
         driver.enter(Texts::searchField, u"w"_s);
         driver.see(u"W"_s, Heading);
         driver.seeNothingOf(u"#"_s, Heading);
+        driver.note(schoolsShown(driver).join(u" | "));
     });
 
     journey.step(u"school-by-name"_s, u"school-list"_s, [](Driver &driver) {
@@ -70,6 +73,7 @@ void loginSteps(Journey &journey)
             const QStringList shown = schoolsShown(driver);
             return !shown.isEmpty() && shown.filter(Account::school) == shown;
         });
+        driver.note(schoolsShown(driver).join(u" | "));
     });
 
     const QString chosen = u"school-chosen"_s;

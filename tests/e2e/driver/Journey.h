@@ -19,8 +19,6 @@ public:
         std::function<void(DeploymentConfiguration &)> configure; //!< deploys it otherwise
     };
 
-    Journey();
-
     // For the chapters: the steps that follow happen in another run of the client.
     void startClient(const Start &start = {});
     Step &step(const QString &name, const QString &need, const std::function<void(Driver &)> &act);

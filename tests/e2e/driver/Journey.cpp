@@ -1,19 +1,10 @@
-#include "e2e/Journey.h"
-
-#include "e2e/steps/Steps.h"
+#include "e2e/driver/Journey.h"
 
 #include <QSet>
 
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
-
-Journey::Journey()
-{
-    for (const auto chapter : {launchSteps, loginSteps, portalSteps, uploadSteps, bridgeSteps,
-             deviceSteps, sessionSteps, accountSteps})
-        chapter(*this);
-}
 
 void Journey::startClient(const Start &start)
 {
