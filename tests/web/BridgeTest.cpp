@@ -44,6 +44,8 @@ private Q_SLOTS:
             u"slow"_s, [this](const QJsonValue &, const auto &respond) { m_responds << respond; });
     }
 
+    void cleanup() { m_page.reset(); }
+
     void payloadsArriveAsWhatTheyAre_data();
 
     void payloadsArriveAsWhatTheyAre()

@@ -26,22 +26,20 @@ private:
     using Act = std::function<void(CoveredViewTest &)>;
 
     std::unique_ptr<PageServer> m_server;
-    std::unique_ptr<NotedDelegate> m_delegate;
-    std::unique_ptr<HomeStage> m_stage;
-    std::unique_ptr<STHomeViewController> m_home;
+    std::unique_ptr<HomeHarness> m_harness;
     std::unique_ptr<SecondaryPages> m_pages;
     ViewController m_other;
     static constexpr const char *notYetShown = "not yet shown";
-    std::unique_ptr<QQuickView> m_window;
 
-    Navigator *navigator() { return m_stage->shell.navigator(); }
+    Navigator *navigator() { return m_harness->stage.shell.navigator(); }
+    STHomeViewController *home() { return &m_harness->controller; }
 
     // It may stand outside of the window; what holds it does not.
     QQuickItem *engineView(QQuickItem *below = nullptr)
     {
-        QQuickItem *const from = below ? below : m_window->contentItem();
+        QQuickItem *const from = below ? below : m_harness->window.contentItem();
         auto *held = from->property("item").value<QQuickItem *>();
-        if (held && held->property("profile").value<QObject *>() == m_home->webView()->profile())
+        if (held && held->property("profile").value<QObject *>() == home()->webView()->profile())
             return held;
         for (QQuickItem *child : from->childItems()) {
             if (QQuickItem *found = engineView(child))
@@ -50,7 +48,7 @@ private:
         return nullptr;
     }
 
-    void showHome() { navigator()->setRootViewController(u"HomeScreen"_s, m_home.get()); }
+    void showHome() { navigator()->setRootViewController(u"HomeScreen"_s, home()); }
     QString other() const { return m_server->url("/other.html"); }
 
 private Q_SLOTS:
@@ -63,34 +61,26 @@ private Q_SLOTS:
             "requestAnimationFrame(f) });"
             "</script>");
         m_server->setPage("/other.html", "<title>other</title>");
-        m_delegate = std::make_unique<NotedDelegate>();
-        m_stage = std::make_unique<HomeStage>(DeploymentConfiguration::Hosts(), m_delegate.get());
-        m_stage->session.session.resume();
-        m_stage->loginModel.setIsLogin(true);
-        m_stage->loginModel.siteInfo = SiteModel();
-        m_stage->loginModel.siteInfo->redirect_url = m_server->url("/portal.html");
-        m_home = std::make_unique<STHomeViewController>(m_stage->environment());
+        m_harness = std::make_unique<HomeHarness>();
+        m_harness->setPortal(m_server->url("/portal.html"));
+        HomeStage &stage = m_harness->stage;
         m_pages = std::make_unique<SecondaryPages>(
-            navigator(), &m_stage->profiles, &m_stage->pageHost, &m_stage->mainQueue, [](bool) {});
+            navigator(), &stage.profiles, &stage.pageHost, &stage.mainQueue, [](bool) {});
         navigator()->setAnimated(false);
         navigator()->registerScreen(
             u"HomeScreen"_s, QUrl(u"qrc:/qt/qml/Vant/Web/HomeScreen.qml"_s));
         navigator()->registerScreen(u"Other"_s, QUrl(u"qrc:/samples/SampleScreen.qml"_s));
-        m_window = std::make_unique<QQuickView>();
-        m_window->engine()->addImportPath(u"qrc:/qt/qml"_s);
-        m_window->setInitialProperties({{u"shell"_s, QVariant::fromValue(&m_stage->shell)}});
-        m_window->setResizeMode(QQuickView::SizeRootObjectToView);
-        m_window->resize(390, 844);
-        m_window->setSource(QUrl(u"qrc:/qt/qml/Vant/Ui/RootView.qml"_s));
-        m_window->show();
+        QQuickView &window = m_harness->window;
+        window.setInitialProperties({{u"shell"_s, QVariant::fromValue(&stage.shell)}});
+        window.setSource(QUrl(u"qrc:/qt/qml/Vant/Ui/RootView.qml"_s));
+        window.show();
     }
 
     void cleanup()
     {
-        m_window.reset();
+        m_harness->window.setSource({});
         m_pages.reset();
-        m_home.reset();
-        m_stage.reset();
+        m_harness.reset();
     }
 
     void aDeadProcessTakesNothingAlong_data()
@@ -111,8 +101,8 @@ private Q_SLOTS:
         row("a page under a bar",
             [](Test &test) { test.m_pages->openOutLinkPage(test.other(), {}); });
         row("the picker", [](Test &test) {
-            ImagePickerController::present(
-                &test.m_stage->shell, &test.m_stage->album, {}, {}, [](const auto &) {});
+            ImagePickerController::present(&test.m_harness->stage.shell,
+                &test.m_harness->stage.album, {}, {}, [](const auto &) {});
         });
         row(
             "another root",
@@ -129,10 +119,10 @@ private Q_SLOTS:
         if (isShown) {
             showHome();
         } else {
-            navigator()->prepare(u"HomeScreen"_s, m_home.get());
-            m_home->webView()->load(QUrl(m_server->url("/portal.html")));
+            navigator()->prepare(u"HomeScreen"_s, home());
+            home()->webView()->load(QUrl(m_server->url("/portal.html")));
         }
-        QVERIFY(waitForTitle(*m_home->webView(), u"portal"_s));
+        QVERIFY(waitForTitle(*home()->webView(), u"portal"_s));
         if (isShown)
             engineView()->setFocus(true);
         if (cover)
@@ -144,24 +134,24 @@ private Q_SLOTS:
         // What is not seen is not drawn either, and can be reached by nobody.
         if (!seen) {
             QVERIFY(!engineView()->hasActiveFocus());
-            TRY_COMPARE(evaluateIn(*m_home->webView(), u"document.visibilityState"_s).toString(),
+            TRY_COMPARE(evaluateIn(*home()->webView(), u"document.visibilityState"_s).toString(),
                 u"hidden"_s);
         }
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"the page's process has ended"_s));
         const auto loads = m_server->requestsFor("/portal.html").size();
         ::kill(pid_t(engineView()->property("renderProcessPid").toLongLong()), SIGKILL);
         TRY_COMPARE(m_server->requestsFor("/portal.html").size(), loads + 1);
-        QVERIFY(waitForTitle(*m_home->webView(), u"portal"_s));
+        QVERIFY(waitForTitle(*home()->webView(), u"portal"_s));
         TRY_COMPARE(engineView()->window() != nullptr, seen);
 
         uncover(*this);
         TRY_VERIFY(engineView()->window() && engineView()->isVisible());
         // The first showing loads the portal.
         TRY_COMPARE(m_server->requestsFor("/portal.html").size(), loads + (isShown ? 1 : 2));
-        QVERIFY(waitForTitle(*m_home->webView(), u"portal"_s));
+        QVERIFY(waitForTitle(*home()->webView(), u"portal"_s));
         TRY_COMPARE(engineView()->width(), 390);
         QCOMPARE(engineView()->hasFocus(), isShown);
-        const auto drawn = [this] { return evaluateIn(*m_home->webView(), u"frames"_s).toInt(); };
+        const auto drawn = [this] { return evaluateIn(*home()->webView(), u"frames"_s).toInt(); };
         const int before = drawn();
         QVERIFY(QTest::qWaitFor([&] { return drawn() > before + 3; }, patienceMs));
     }

@@ -28,6 +28,7 @@ private:
 
 private Q_SLOTS:
     void init() { m_page = std::make_unique<PageHarness>(); }
+    void cleanup() { m_page.reset(); }
 
     void areTheUsersToAllow_data()
     {
