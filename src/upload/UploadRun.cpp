@@ -119,8 +119,7 @@ void UploadRun::skip(const QString &reason)
 void UploadRun::upload(int index, const UploadData &data, const QString &fileExt)
 {
     const bool isVideo = m_assets.at(index).isVideo;
-    OMUploadFileManager &manager
-        = m_managers.emplace_back(m_network, m_reachability, m_scratch);
+    OMUploadFileManager &manager = m_managers.emplace_back(m_network, m_reachability, m_scratch);
     connect(&manager, &OMUploadFileManager::preparationProgressed, this,
         [this, index](qint64 done, qint64 total) {
             showProgress(index,

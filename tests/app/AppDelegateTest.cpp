@@ -34,6 +34,13 @@ private:
         return QTest::qWaitFor([this] { return !m_client->session.isWaiting(); }, patienceMs);
     }
 
+    bool remember(const QString &account = u"student01"_s)
+    {
+        const bool remembered = m_client->session.rememberLogin(account);
+        m_client->loginModel().setIsLogin(true);
+        return remembered;
+    }
+
     void signIn()
     {
         m_client->loginModel().setLogin_token(u"t"_s);
@@ -96,8 +103,7 @@ private Q_SLOTS:
     {
         QFETCH(const std::chrono::milliseconds, patience);
         QFETCH(const QString, root);
-        QVERIFY(m_client->session.rememberLogin(u"student01"_s));
-        m_client->loginModel().setIsLogin(true);
+        QVERIFY(remember());
         const QString token = m_client->loginModel().login_token();
         const QString settings = m_client->session.folder.filePath(u"settings.ini"_s);
         TRY_VERIFY(QSettings(settings, QSettings::IniFormat).contains(u"loginTokenForST"_s));
@@ -132,10 +138,9 @@ private Q_SLOTS:
     {
         QFETCH(const QString, account);
         QFETCH(const QString, answer);
-        QVERIFY(m_client->session.rememberLogin(account));
+        QVERIFY(remember(account));
         if (!answer.isNull())
             m_sandbox.addFault({{u"start"_s, u"login4H5"_s}, {u"body"_s, answer}});
-        m_client->loginModel().setIsLogin(true);
         const QString token = m_client->loginModel().login_token();
         m_client->delegate.didFinishLaunchingWithOptions({});
         QVERIFY(silentLoginEnds());
@@ -221,17 +226,9 @@ private Q_SLOTS:
         TRY_VERIFY(registered());
     }
 
-    void aStoredLoginHasConsentedBefore()
-    {
-        signIn();
-        m_client->delegate.didFinishLaunchingWithOptions({});
-        TRY_COMPARE(m_client->session.defaults.stringForKey(u"GTPushCid"_s), u"getCidFailed"_s);
-    }
-
     void theSilentLoginsMessageWaitsForTheAdvertisement()
     {
-        QVERIFY(m_client->session.rememberLogin(u"student01"_s));
-        m_client->loginModel().setIsLogin(true);
+        QVERIFY(remember());
         m_sandbox.addFault({{u"start"_s, u"login4H5"_s}, {u"status"_s, 500}});
         m_sandbox.addFault({{u"start"_s, u"listAd4App"_s}, {u"delay_ms"_s, 2000}});
         m_client->delegate.didFinishLaunchingWithOptions({});
@@ -245,8 +242,7 @@ private Q_SLOTS:
 
     void theLaunchNotificationWaitsForItsTaker()
     {
-        QVERIFY(m_client->session.rememberLogin(u"student01"_s));
-        m_client->loginModel().setIsLogin(true);
+        QVERIFY(remember());
         const QVariantMap notification {{u"payload"_s, u"https://p/"_s}};
         m_client->delegate.didFinishLaunchingWithOptions(notification);
         m_client->mainQueue.advance(1999ms);
@@ -274,8 +270,7 @@ private Q_SLOTS:
 
     void aSignOutWhileTheWindowWaitsLeadsToTheLoginScreen()
     {
-        QVERIFY(m_client->session.rememberLogin(u"student01"_s));
-        m_client->loginModel().setIsLogin(true);
+        QVERIFY(remember());
         m_sandbox.addFault({{u"start"_s, u"login4H5"_s}, {u"delay_ms"_s, 200}});
         m_client->delegate.didFinishLaunchingWithOptions({});
         QCOMPARE(m_client->root(), blankRoot);

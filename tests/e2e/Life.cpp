@@ -25,7 +25,7 @@ constexpr int activeTimeoutMs = 10'000;
 
 Life::Life(const TourOptions &options)
     : m_options(options)
-    , m_report(options.life->report)
+    , m_report(options.out)
 {
 }
 
@@ -40,12 +40,11 @@ int Life::run(int argc, char **argv)
         Wire wire(m_options.life->platform);
         auto deployment = std::get<DeploymentConfiguration>(
             ConfigurationFile::parse(wire.get(u"/deployment.toml"_s), u"deployment.toml"_s));
-        for (const Step &step : mySteps()) {
-            if (step.prepare)
-                step.prepare(wire);
-            if (step.configure)
-                step.configure(deployment);
-        }
+        const Journey::Start &start = m_journey.startOf(m_options.life->number);
+        if (start.prepare)
+            start.prepare(wire);
+        if (start.configure)
+            start.configure(deployment);
         return live(wire, deployment);
     } catch (const StepFailed &failure) {
         std::fprintf(stderr, "vant-tour: %s\n", qUtf8Printable(failure.reason));
@@ -73,27 +72,13 @@ int Life::live(Wire &wire, const DeploymentConfiguration &deployment)
     return QGuiApplication::exec();
 }
 
-QList<Step> Life::mySteps() const
-{
-    QList<Step> steps = m_journey.steps();
-    steps.removeIf([this](const Step &step) {
-        return step.life != m_options.life->number || !m_options.only.contains(step.name);
-    });
-    return steps;
-}
-
 void Life::goThrough(Driver &driver)
 {
-    QStringList failed;
-    for (const Step &step : mySteps()) {
-        const QString missing = step.firstNeedIn(failed);
-        const StepResult result = missing.isNull()
-            ? take(step, driver)
-            : StepResult {step.name, false, 0, {}, u"not tried, for %1 failed"_s.arg(missing)};
-        if (!result.ok)
-            failed << step.name;
-        m_report.add(result);
-        result.print();
+    for (const Step &step : m_journey.stepsOf(m_options.life->number, m_options.only)) {
+        const bool canBeTried = m_report.outcomes().value(step.need, true);
+        m_report.add(canBeTried ? take(step, driver)
+                                : StepResult {step.name, false, 0, {},
+                                    u"not tried, for %1 failed"_s.arg(step.need)});
     }
 }
 

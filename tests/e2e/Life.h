@@ -1,8 +1,8 @@
 #pragma once
 
-#include "e2e/Journey.h"
 #include "e2e/Report.h"
 #include "e2e/TourOptions.h"
+#include "e2e/steps/Steps.h"
 
 class Driver;
 class Wire;
@@ -20,11 +20,10 @@ public:
 
 private:
     int live(Wire &wire, const DeploymentConfiguration &deployment);
-    QList<Step> mySteps() const;
     void goThrough(Driver &driver);
     StepResult take(const Step &step, Driver &driver);
 
     TourOptions m_options;
-    Journey m_journey;
+    Journey m_journey {wholeJourney()};
     Report m_report;
 };

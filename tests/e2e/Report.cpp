@@ -1,43 +1,47 @@
 #include "e2e/Report.h"
 
 #include <QFile>
-#include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <QSaveFile>
 
-#include <algorithm>
+#include <cstdio>
 
-Report::Report(const QString &filePath)
-    : m_filePath(filePath)
+using namespace Qt::StringLiterals;
+
+Report::Report(const QString &folder)
+    : m_filePath(folder + u"/tour.json"_s)
 {
+}
+
+QJsonArray Report::entries() const
+{
+    QFile file(m_filePath);
+    return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).array()
+                                          : QJsonArray();
 }
 
 void Report::add(const StepResult &result)
 {
-    m_results << result;
-    QJsonArray entries;
-    for (const StepResult &one : m_results)
-        entries << one.toJson();
+    QJsonArray all = entries();
+    if (!all.isEmpty() && all.last()[u"step"] == result.step)
+        all.removeLast();
+    all << QJsonObject {{u"step"_s, result.step}, {u"ok"_s, result.ok}, {u"ms"_s, result.ms},
+        {u"screenshot"_s, result.screenshot}, {u"detail"_s, result.detail}};
     QSaveFile file(m_filePath);
-    if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(entries).toJson()) < 0
+    if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(all).toJson()) < 0
         || !file.commit())
         qFatal("%s cannot be written: %s", qUtf8Printable(m_filePath),
             qUtf8Printable(file.errorString()));
+    std::printf("%-4s %-32s %6lld ms  %s\n", result.ok ? "ok" : "FAIL", qUtf8Printable(result.step),
+        result.ms, qUtf8Printable(result.detail));
+    std::fflush(stdout);
 }
 
-QList<StepResult> Report::read(const QString &filePath)
+QMap<QString, bool> Report::outcomes() const
 {
-    QFile file(filePath);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    QList<StepResult> results;
-    const QJsonArray entries = QJsonDocument::fromJson(file.readAll()).array();
-    for (const QJsonValue &entry : entries)
-        results << StepResult::fromJson(entry.toObject());
-    return results;
-}
-
-bool Report::allOk() const
-{
-    return std::all_of(m_results.begin(), m_results.end(), [](const auto &one) { return one.ok; });
+    QMap<QString, bool> outcomes;
+    for (const QJsonValue &entry : entries())
+        outcomes.insert(entry[u"step"].toString(), entry[u"ok"].toBool());
+    return outcomes;
 }

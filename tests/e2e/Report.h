@@ -1,23 +1,33 @@
 #pragma once
 
-#include "e2e/StepResult.h"
+#include <QJsonArray>
+#include <QMap>
+#include <QString>
 
-#include <QList>
+//! How one step of the journey went.
+struct StepResult
+{
+    QString step;
+    bool ok = false;
+    qint64 ms = 0;
+    QString screenshot; //!< file name beside tour.json, empty: none could be taken
+    QString detail; //!< what was seen, or what was not
+};
 
-//! A file of step results, complete after every addition, so that it tells how far a run came that
-//! was cut short.
+//! The file of step results that the tour and the lives of its client write one after the other,
+//! complete after every addition, so that it tells how far a run came that was cut short.
 class Report
 {
 public:
-    explicit Report(const QString &filePath);
+    explicit Report(const QString &folder);
 
+    //! Says it on the terminal too. A later word about a step takes the place of an earlier one.
     void add(const StepResult &result);
-    //! The results in a file; none when there is no such file.
-    static QList<StepResult> read(const QString &filePath);
-
-    bool allOk() const;
+    //! Whether they went well, by the steps' names.
+    QMap<QString, bool> outcomes() const;
 
 private:
+    QJsonArray entries() const;
+
     QString m_filePath;
-    QList<StepResult> m_results;
 };

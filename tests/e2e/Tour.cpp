@@ -3,7 +3,6 @@
 #include "app/start/ApplicationSetup.h"
 #include "app/start/SandboxProcess.h"
 #include "e2e/driver/Driver.h"
-#include "e2e/steps/Steps.h"
 #include "upload/SampleMedia.h"
 
 #include <QCoreApplication>
@@ -88,8 +87,7 @@ void fillAlbum(const QDir &profile)
 
 Tour::Tour(const TourOptions &options)
     : m_options(options)
-    , m_selected(m_journey.withNeeds(options.only))
-    , m_report(options.out + u"/tour.json"_s)
+    , m_report(options.out)
 {
 }
 
@@ -114,80 +112,38 @@ int Tour::run()
 
     QElapsedTimer timer;
     timer.start();
-    for (int number = 1; number <= m_journey.lives(); ++number) {
-        const QStringList steps = stepsOf(number);
-        if (!steps.isEmpty())
-            live(number, steps,
-                {number, platform, profile.path(),
-                    profile.filePath(u"life-%1.json"_s.arg(number))});
-    }
+    for (int number = 1; number <= m_journey.lives(); ++number)
+        live({number, platform, profile.path()});
+    const bool allOk = !m_report.outcomes().values().contains(false);
     std::printf("%s in %.1f s, pictures and tour.json in %s\n",
-        m_report.allOk() ? "Every step was seen to hold" : "NOT every step was seen to hold",
+        allOk ? "Every step was seen to hold" : "NOT every step was seen to hold",
         double(timer.elapsed()) / 1000, qUtf8Printable(m_options.out));
-    return m_report.allOk() ? EXIT_SUCCESS : EXIT_FAILURE;
+    return allOk ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
-QStringList Tour::stepsOf(int life)
+void Tour::live(const TourOptions::Life &life)
 {
-    QStringList steps;
-    for (const Step &step : m_journey.steps()) {
-        if (step.life != life || !m_selected.contains(step.name))
-            continue;
-        const QString missing = step.firstNeedIn(m_failed);
-        if (missing.isNull())
-            steps << step.name;
-        else
-            fail(step.name, u"not tried, for %1 failed"_s.arg(missing));
-    }
-    return steps;
-}
-
-void Tour::live(int number, const QStringList &steps, const TourOptions::Life &life)
-{
+    const QList<Step> steps = m_journey.stepsOf(life.number, m_options.only);
+    if (steps.isEmpty())
+        return;
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedChannels);
     process.setProcessEnvironment(lifeEnvironment(Desktop(life.profile)));
-    process.start(QCoreApplication::applicationFilePath(), m_options.forLife(life, steps));
+    process.start(QCoreApplication::applicationFilePath(), m_options.forLife(life));
     if (!process.waitForFinished(lifeTimeoutMs))
         process.kill();
     process.waitForFinished();
     const bool inOrder = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
     const QString end = process.exitStatus() == QProcess::NormalExit
-        ? u"the client's run %1 ended with exit code %2"_s.arg(number).arg(process.exitCode())
-        : u"the client's run %1 crashed or was ended for taking too long"_s.arg(number);
+        ? u"the client's run %1 ended with exit code %2"_s.arg(life.number).arg(process.exitCode())
+        : u"the client's run %1 crashed or was ended for taking too long"_s.arg(life.number);
 
-    QStringList missing = steps;
-    for (StepResult result : Report::read(life.report)) {
-        missing.removeOne(result.step);
-        if (missing.isEmpty() && !inOrder) {
-            result.ok = false;
-            result.detail += u"; "_s + end;
-            result.print();
-        }
-        add(result);
+    // A bad end is the last step's fault, where all have told of themselves.
+    for (const Step &step : steps) {
+        const bool isLast = step.name == steps.constLast().name;
+        const QString picture = m_journey.pictureName(step);
+        if (!m_report.outcomes().contains(step.name) || (isLast && !inOrder))
+            m_report.add({step.name, inOrder && step.endsProgram, 0,
+                QFile::exists(m_options.out + u'/' + picture) ? picture : QString(), end});
     }
-    for (const QString &name : std::as_const(missing)) {
-        const Step *step = m_journey.find(name);
-        if (!step->endsProgram || !inOrder) {
-            fail(name, end);
-            continue;
-        }
-        const StepResult result {name, true, 0, m_journey.pictureName(*step), end};
-        result.print();
-        add(result);
-    }
-}
-
-void Tour::fail(const QString &step, const QString &reason)
-{
-    const StepResult result {step, false, 0, {}, reason};
-    result.print();
-    add(result);
-}
-
-void Tour::add(const StepResult &result)
-{
-    m_report.add(result);
-    if (!result.ok)
-        m_failed << result.step;
 }

@@ -1,6 +1,6 @@
 #include "e2e/TourOptions.h"
 
-#include "e2e/Journey.h"
+#include "e2e/steps/Steps.h"
 
 #include <QCommandLineParser>
 #include <QRegularExpression>
@@ -32,10 +32,9 @@ std::variant<TourOptions, QString> TourOptions::parse(const QStringList &argumen
     const QCommandLineOption lifeOption(u"life"_s, {}, u"N"_s);
     const QCommandLineOption platformOption(u"school-platform"_s, {}, u"URL"_s);
     const QCommandLineOption profileOption(u"profile"_s, {}, u"DIR"_s);
-    const QCommandLineOption reportOption(u"report"_s, {}, u"FILE"_s);
     QCommandLineParser parser;
-    parser.addOptions({outOption, onlyOption, sizeOption, helpOption, lifeOption, platformOption,
-        profileOption, reportOption});
+    parser.addOptions(
+        {outOption, onlyOption, sizeOption, helpOption, lifeOption, platformOption, profileOption});
     if (!parser.parse(QStringList {u"vant-tour"_s} + arguments))
         return parser.errorText();
 
@@ -49,7 +48,7 @@ std::variant<TourOptions, QString> TourOptions::parse(const QStringList &argumen
     options.only = parser.values(onlyOption) + parser.positionalArguments();
     if (!options.only.isEmpty() && !parser.isSet(onlyOption))
         return u"not an option: %1"_s.arg(options.only.join(u' '));
-    const Journey journey;
+    const Journey journey = wholeJourney();
     for (const QString &name : options.only) {
         if (!journey.find(name))
             return u"there is no step \"%1\", see --help"_s.arg(name);
@@ -62,7 +61,7 @@ std::variant<TourOptions, QString> TourOptions::parse(const QStringList &argumen
     }
     if (parser.isSet(lifeOption)) {
         options.life = {parser.value(lifeOption).toInt(), QUrl(parser.value(platformOption)),
-            parser.value(profileOption), parser.value(reportOption)};
+            parser.value(profileOption)};
     }
     return options;
 }
@@ -76,19 +75,18 @@ QString TourOptions::usage()
           "Exits 0 only if every step was seen to hold. --only takes the named steps and those "
           "that lead to them.\n"
           "VANT_FONT_SCALE and VANT_SAFE_AREA=top,bottom act as for the client.\n\nSteps:\n"_s;
-    const Journey journey;
+    const Journey journey = wholeJourney();
     for (const Step &step : journey.steps())
         text += u"  %1\n"_s.arg(step.name);
     return text;
 }
 
-QStringList TourOptions::forLife(const Life &life, const QStringList &steps) const
+QStringList TourOptions::forLife(const Life &life) const
 {
     QStringList arguments {u"--out"_s, out, u"--size"_s,
         u"%1x%2"_s.arg(size.width()).arg(size.height()), u"--life"_s, QString::number(life.number),
-        u"--school-platform"_s, life.platform.toString(), u"--profile"_s, life.profile,
-        u"--report"_s, life.report};
-    for (const QString &step : steps)
+        u"--school-platform"_s, life.platform.toString(), u"--profile"_s, life.profile};
+    for (const QString &step : only)
         arguments << u"--only"_s << step;
     return arguments;
 }

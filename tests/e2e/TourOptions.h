@@ -17,7 +17,6 @@ struct TourOptions
         int number = 0;
         QUrl platform;
         QString profile;
-        QString report;
     };
 
     QString out;
@@ -31,5 +30,5 @@ struct TourOptions
     static QString usage();
 
     //! The arguments that start a life of this tour.
-    QStringList forLife(const Life &life, const QStringList &steps) const;
+    QStringList forLife(const Life &life) const;
 };

@@ -101,9 +101,7 @@ private Q_SLOTS:
         JurisdictionNoticeView::showUntilAccepted(m_bench->environment);
         TRY_VERIFY(m_bench->shows(noticeTitle));
         for (const QString &text :
-            {u"用户证件号"_s, u"出生日期"_s, u"手机号码"_s, u"联系电话"_s, u"电子邮箱"_s,
-                u"如您同意，请点击“同意“开始使用"_s,
-                u"为了向您提供核心功能 (例如，绑定家长用户，学生成长手册，推送提醒，找回密码等)，我们向您收集以下敏感个人信息："_s,
+            {u"为了向您提供核心功能 (例如，绑定家长用户，学生成长手册，推送提醒，找回密码等)，我们向您收集以下敏感个人信息："_s,
                 u"您的信息仅用于学校管理，我方不擅自使用与泄露您的个人信息。如果您不向我们提供上述敏感个人信息或者您不同意我们收集和使用此类信息，产品 (或服务) 可能无法正常运行，并且我们将无法为您提供服务，如果同意我们承诺我们所搜集的内容信息将通过国密算法加密保证您的信息安全性。"_s})
             QVERIFY2(m_bench->shows(text), qPrintable(text));
         QTest::keyClick(&m_bench->ui.view, Qt::Key_Escape);

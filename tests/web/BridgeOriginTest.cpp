@@ -73,6 +73,17 @@ QByteArray xmlOf(const QByteArray &root, const QByteArray &script)
 const QByteArray xhtml = "html xmlns='http://www.w3.org/1999/xhtml'";
 const QByteArray svg = "svg xmlns='http://www.w3.org/2000/svg'";
 
+//! Of somebody who tries the bridge.
+struct Visit
+{
+    QByteArray address;
+    bool served = false;
+    QByteArray early {}; //!< what the attacking page does first
+    QByteArray late {}; //!< and last
+    QByteArray way {}; //!< from the address to the attacking page, as a script
+    bool named = true; //!< the trusted one is
+};
+
 }
 
 //! Whom the bridge serves where an operator names the trusted origins.
@@ -145,89 +156,71 @@ private Q_SLOTS:
 
     void servesThoseWhoAreTrusted()
     {
-        QFETCH(const QByteArray, address);
-        QFETCH(const QByteArray, way);
-        QFETCH(const QByteArray, early);
-        QFETCH(const QByteArray, late);
-        QFETCH(const bool, named);
-        QFETCH(const bool, served);
-        servePages(early, late);
-        HomeHarness &home = named ? m_named : m_open;
+        QFETCH(const Visit, visit);
+        servePages(visit.early, visit.late);
+        HomeHarness &home = visit.named ? m_named : m_open;
         QStringList colors;
         QObject context;
         connect(&home.controller, &STHomeViewController::statusBarColorChanged, &context,
             [&] { colors << home.controller.statusColor; });
-        QVERIFY(load(home, QString::fromUtf8(address)));
-        if (!way.isEmpty()) {
-            home.evaluate(QString::fromUtf8(way) + u"; 0"_s);
+        QVERIFY(load(home, QString::fromUtf8(visit.address)));
+        if (!visit.way.isEmpty()) {
+            home.evaluate(QString::fromUtf8(visit.way) + u"; 0"_s);
             QVERIFY(home.waitForPage(u"done"_s));
         }
         // The second comes after every answer to what was sent before the first.
         home.evaluate(u"got"_s);
         const auto got = [&home] { return home.evaluate(u"got"_s).toStringList(); };
-        TRY_COMPARE(got().contains(u"answer"), served);
+        TRY_COMPARE(got().contains(u"answer"), visit.served);
         QVERIFY(!got().contains(u"transport"));
         QVERIFY(load(home, m_trusted.url("/calm.html")));
         TRY_VERIFY(colors.contains(u"#123456"));
-        QCOMPARE(colors.contains(u"#ff0000"), served);
+        QCOMPARE(colors.contains(u"#ff0000"), visit.served);
     }
 };
 
 void BridgeOriginTest::servesThoseWhoAreTrusted_data()
 {
-    QTest::addColumn<QByteArray>("address");
-    QTest::addColumn<QByteArray>("way"); // from there to the attacking page, as a script
-    QTest::addColumn<QByteArray>("early"); // what the attacking page does first
-    QTest::addColumn<QByteArray>("late"); // and last
-    QTest::addColumn<bool>("named"); // the trusted one is
-    QTest::addColumn<bool>("served");
-    const auto row = [](const char *name, const QByteArray &address, bool served,
-                         const QByteArray &early = {}, const QByteArray &late = {}) {
-        QTest::newRow(name) << address << QByteArray() << early << late << true << served;
-    };
+    QTest::addColumn<Visit>("visit");
+    const auto row = [](const char *name, const Visit &visit) { QTest::newRow(name) << visit; };
     const QByteArray page = foreign("/attack.html");
-    row("trusted", trusted("/attack.html"), true);
-    row("trusted XHTML", trusted("/attack.xhtml"), true);
-    row("trusted SVG", trusted("/attack.svg"), true);
-    const auto everybody = [](const char *name, const QByteArray &address) {
-        QTest::newRow(name) << address << QByteArray() << QByteArray() << QByteArray() << false
-                            << true;
-    };
-    everybody("nobody is named", page);
-    everybody("nobody is named, no origin", trusted("/sandboxed.html"));
+    row("trusted", {trusted("/attack.html"), true});
+    row("trusted XHTML", {trusted("/attack.xhtml"), true});
+    row("trusted SVG", {trusted("/attack.svg"), true});
+    row("nobody is named", {page, true, {}, {}, {}, false});
+    row("nobody is named, no origin", {trusted("/sandboxed.html"), true, {}, {}, {}, false});
 
-    row("foreign", page, false);
-    row("join", page, false, {}, "Array.prototype.join = function () { return forge(2); };");
+    row("foreign", {page});
+    row("join", {page, false, {}, "Array.prototype.join = function () { return forge(2); };"});
     for (const char *owner : {"Array.prototype", "JSON", "Map.prototype", "Promise.prototype",
              "EventTarget.prototype", "Event.prototype", "Object", "String.prototype", "document"})
-        row(owner, page, false, {}, "patch(" + QByteArray(owner) + ");");
-    row("classes", page, false, {},
-        "['Map', 'Promise', 'CustomEvent', 'EventTarget'].forEach("
-        "  function (name) { window[name] = function () { return forge(2); } });"
-        "document.dispatchEvent = Object.defineProperty = function () { return forge(2); };");
+        row(owner, {page, false, {}, "patch(" + QByteArray(owner) + ");"});
+    row("classes",
+        {page, false, {},
+            "['Map', 'Promise', 'CustomEvent', 'EventTarget'].forEach("
+            "  function (name) { window[name] = function () { return forge(2); } });"
+            "document.dispatchEvent = Object.defineProperty = function () { return forge(2); };"});
     // Their scripts run before the bridge's.
     const QByteArray forgedNames = "JSON.stringify = function (value) {"
                                    "  return value === 'changeStatusColor' ? forge(3)"
                                    "    : typeof value === 'string' ? '\"x\"' : undefined; };";
-    row("XHTML", foreign("/attack.xhtml"), false, forgedNames);
-    row("SVG", foreign("/attack.svg"), false, forgedNames);
-    row("sandboxed", trusted("/sandboxed.html"), false);
-    row("data", "data:text/html," + htmlOf(attack).toPercentEncoding(), false);
-    row("redirect", trusted("/redirect"), false);
+    row("XHTML", {foreign("/attack.xhtml"), false, forgedNames});
+    row("SVG", {foreign("/attack.svg"), false, forgedNames});
+    row("sandboxed", {trusted("/sandboxed.html")});
+    row("data", {"data:text/html," + htmlOf(attack).toPercentEncoding()});
+    row("redirect", {trusted("/redirect")});
 
-    const auto gone = [&](const char *name, const QByteArray &address, const QByteArray &way) {
-        QTest::newRow(name) << address << way << QByteArray() << QByteArray() << true << false;
-    };
     const auto frame = [](const QByteArray &url) {
         return "document.body.appendChild(document.createElement('iframe')).src = '" + url + "'";
     };
     const QByteArray start = trusted("/start.html");
-    gone("frame", start, frame(page));
-    gone("frame of the trusted origin", start, frame(trusted("/attack.html")));
-    gone("new window", start, "window.open('" + page + "')");
-    gone("javascript", foreign("/text.html"), "location.href = 'javascript:text'");
-    gone("back in the history", foreign("/begin.html"),
-        "sessionStorage.been = 1; location.href = '" + trusted("/back.html") + "'");
+    row("frame", {start, false, {}, {}, frame(page)});
+    row("frame of the trusted origin", {start, false, {}, {}, frame(trusted("/attack.html"))});
+    row("new window", {start, false, {}, {}, "window.open('" + page + "')"});
+    row("javascript", {foreign("/text.html"), false, {}, {}, "location.href = 'javascript:text'"});
+    row("back in the history",
+        {foreign("/begin.html"), false, {}, {},
+            "sessionStorage.been = 1; location.href = '" + trusted("/back.html") + "'"});
 }
 
 VANT_WEB_TEST_MAIN(BridgeOriginTest)

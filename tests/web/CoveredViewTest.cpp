@@ -23,24 +23,23 @@ class CoveredViewTest : public QObject
     Q_OBJECT
 
 private:
-    enum class Cover { Nothing, MiniProgram, Landscape, OutLink, Picker, AnotherRoot, NotYetShown };
+    using Act = std::function<void(CoveredViewTest &)>;
 
     std::unique_ptr<PageServer> m_server;
-    std::unique_ptr<NotedDelegate> m_delegate;
-    std::unique_ptr<HomeStage> m_stage;
-    std::unique_ptr<STHomeViewController> m_home;
+    std::unique_ptr<HomeHarness> m_harness;
     std::unique_ptr<SecondaryPages> m_pages;
     ViewController m_other;
-    std::unique_ptr<QQuickView> m_window;
+    static constexpr const char *notYetShown = "not yet shown";
 
-    Navigator *navigator() { return m_stage->shell.navigator(); }
+    Navigator *navigator() { return m_harness->stage.shell.navigator(); }
+    STHomeViewController *home() { return &m_harness->controller; }
 
     // It may stand outside of the window; what holds it does not.
     QQuickItem *engineView(QQuickItem *below = nullptr)
     {
-        QQuickItem *const from = below ? below : m_window->contentItem();
+        QQuickItem *const from = below ? below : m_harness->window.contentItem();
         auto *held = from->property("item").value<QQuickItem *>();
-        if (held && held->property("profile").value<QObject *>() == m_home->webView()->profile())
+        if (held && held->property("profile").value<QObject *>() == home()->webView()->profile())
             return held;
         for (QQuickItem *child : from->childItems()) {
             if (QQuickItem *found = engineView(child))
@@ -49,38 +48,8 @@ private:
         return nullptr;
     }
 
-    void cover(Cover cover)
-    {
-        switch (cover) {
-        case Cover::MiniProgram:
-            m_pages->jump2Outlink(m_server->url("/other.html"), {}, {});
-            break;
-        case Cover::Landscape:
-            m_pages->jump2OutlinkLandscape(m_server->url("/other.html"));
-            break;
-        case Cover::OutLink:
-            m_pages->openOutLinkPage(m_server->url("/other.html"), {});
-            break;
-        case Cover::Picker:
-            ImagePickerController::present(
-                &m_stage->shell, &m_stage->album, {}, {}, [](const auto &) {});
-            break;
-        case Cover::AnotherRoot:
-            navigator()->setRootViewController(u"Other"_s, &m_other);
-            break;
-        case Cover::Nothing:
-        case Cover::NotYetShown:
-            break;
-        }
-    }
-
-    void uncover(Cover cover)
-    {
-        if (cover == Cover::AnotherRoot || cover == Cover::NotYetShown)
-            navigator()->setRootViewController(u"HomeScreen"_s, m_home.get());
-        else if (cover != Cover::Nothing)
-            navigator()->dismiss(navigator()->topViewController());
-    }
+    void showHome() { navigator()->setRootViewController(u"HomeScreen"_s, home()); }
+    QString other() const { return m_server->url("/other.html"); }
 
 private Q_SLOTS:
     void init()
@@ -92,87 +61,97 @@ private Q_SLOTS:
             "requestAnimationFrame(f) });"
             "</script>");
         m_server->setPage("/other.html", "<title>other</title>");
-        m_delegate = std::make_unique<NotedDelegate>();
-        m_stage = std::make_unique<HomeStage>();
-        m_stage->session.account.session.resume();
-        m_stage->loginModel.setIsLogin(true);
-        m_stage->loginModel.siteInfo = SiteModel();
-        m_stage->loginModel.siteInfo->redirect_url = m_server->url("/portal.html");
-        m_home = std::make_unique<STHomeViewController>(m_stage->environment(m_delegate.get()));
-        m_pages = std::make_unique<SecondaryPages>(navigator(), &m_stage->portal.pageProfiles,
-            &m_stage->portal.pageHost, &m_stage->mainQueue);
+        m_harness = std::make_unique<HomeHarness>();
+        m_harness->setPortal(m_server->url("/portal.html"));
+        HomeStage &stage = m_harness->stage;
+        m_pages = std::make_unique<SecondaryPages>(
+            navigator(), &stage.portal.pageProfiles, &stage.portal.pageHost, &stage.mainQueue);
         navigator()->setAnimated(false);
         navigator()->registerScreen(
             u"HomeScreen"_s, QUrl(u"qrc:/qt/qml/Vant/Web/HomeScreen.qml"_s));
         navigator()->registerScreen(u"Other"_s, QUrl(u"qrc:/samples/SampleScreen.qml"_s));
-        m_window = std::make_unique<QQuickView>();
-        m_window->engine()->addImportPath(u"qrc:/qt/qml"_s);
-        m_window->setInitialProperties({{u"shell"_s, QVariant::fromValue(&m_stage->shell)}});
-        m_window->setResizeMode(QQuickView::SizeRootObjectToView);
-        m_window->resize(390, 844);
-        m_window->setSource(QUrl(u"qrc:/qt/qml/Vant/Ui/RootView.qml"_s));
-        m_window->show();
+        QQuickView &window = m_harness->window;
+        window.setInitialProperties({{u"shell"_s, QVariant::fromValue(&stage.shell)}});
+        window.setSource(QUrl(u"qrc:/qt/qml/Vant/Ui/RootView.qml"_s));
+        window.show();
     }
 
     void cleanup()
     {
-        m_window.reset();
+        m_harness->window.setSource({});
         m_pages.reset();
-        m_home.reset();
-        m_stage.reset();
+        m_harness.reset();
     }
 
     void aDeadProcessTakesNothingAlong_data()
     {
-        QTest::addColumn<Cover>("covered");
-        QTest::newRow("nothing over it") << Cover::Nothing;
-        QTest::newRow("a page beside it") << Cover::MiniProgram;
-        QTest::newRow("a page on its side") << Cover::Landscape;
-        QTest::newRow("a page under a bar") << Cover::OutLink;
-        QTest::newRow("the picker") << Cover::Picker;
-        QTest::newRow("another root") << Cover::AnotherRoot;
-        QTest::newRow("not yet shown") << Cover::NotYetShown;
+        QTest::addColumn<Act>("cover");
+        QTest::addColumn<Act>("uncover");
+        const auto row = [](
+                             const char *name, const Act &cover,
+                             const Act &uncover = [](CoveredViewTest &test) {
+                                 test.navigator()->dismiss(test.navigator()->topViewController());
+                             }) { QTest::newRow(name) << cover << uncover; };
+        using Test = CoveredViewTest;
+        row("nothing over it", {}, [](Test &) {});
+        row("a page beside it",
+            [](Test &test) { test.m_pages->jump2Outlink(test.other(), {}, {}); });
+        row("a page on its side",
+            [](Test &test) { test.m_pages->jump2OutlinkLandscape(test.other()); });
+        row("a page under a bar",
+            [](Test &test) { test.m_pages->openOutLinkPage(test.other(), {}); });
+        row("the picker", [](Test &test) {
+            ImagePickerController::present(&test.m_harness->stage.shell,
+                &test.m_harness->stage.album, {}, {}, [](const auto &) {});
+        });
+        row(
+            "another root",
+            [](Test &test) { test.navigator()->setRootViewController(u"Other"_s, &test.m_other); },
+            &Test::showHome);
+        row(notYetShown, {}, &Test::showHome);
     }
 
     void aDeadProcessTakesNothingAlong()
     {
-        QFETCH(const Cover, covered);
-        if (covered == Cover::NotYetShown) {
-            navigator()->prepare(u"HomeScreen"_s, m_home.get());
-            m_home->webView()->load(QUrl(m_server->url("/portal.html")));
+        QFETCH(const Act, cover);
+        QFETCH(const Act, uncover);
+        const bool isShown = QTest::currentDataTag() != QByteArray(notYetShown);
+        if (isShown) {
+            showHome();
         } else {
-            navigator()->setRootViewController(u"HomeScreen"_s, m_home.get());
+            navigator()->prepare(u"HomeScreen"_s, home());
+            home()->webView()->load(QUrl(m_server->url("/portal.html")));
         }
-        QVERIFY(waitForTitle(*m_home->webView(), u"portal"_s));
-        if (covered != Cover::NotYetShown)
+        QVERIFY(waitForTitle(*home()->webView(), u"portal"_s));
+        if (isShown)
             engineView()->setFocus(true);
-        cover(covered);
-        const bool seen = covered == Cover::Nothing;
+        if (cover)
+            cover(*this);
+        const bool seen = isShown && !cover;
         TRY_COMPARE(engineView()->window() != nullptr, seen);
         QVERIFY(engineView()->isVisible());
 
         // What is not seen is not drawn either, and can be reached by nobody.
         if (!seen) {
             QVERIFY(!engineView()->hasActiveFocus());
-            TRY_COMPARE(evaluateIn(*m_home->webView(), u"document.visibilityState"_s).toString(),
+            TRY_COMPARE(evaluateIn(*home()->webView(), u"document.visibilityState"_s).toString(),
                 u"hidden"_s);
         }
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"the page's process has ended"_s));
         const auto loads = m_server->requestsFor("/portal.html").size();
         ::kill(pid_t(engineView()->property("renderProcessPid").toLongLong()), SIGKILL);
         TRY_COMPARE(m_server->requestsFor("/portal.html").size(), loads + 1);
-        QVERIFY(waitForTitle(*m_home->webView(), u"portal"_s));
+        QVERIFY(waitForTitle(*home()->webView(), u"portal"_s));
         TRY_COMPARE(engineView()->window() != nullptr, seen);
 
-        uncover(covered);
+        uncover(*this);
         TRY_VERIFY(engineView()->window() && engineView()->isVisible());
         // The first showing loads the portal.
-        const int shownFirst = covered == Cover::NotYetShown ? 1 : 0;
-        TRY_COMPARE(m_server->requestsFor("/portal.html").size(), loads + 1 + shownFirst);
-        QVERIFY(waitForTitle(*m_home->webView(), u"portal"_s));
+        TRY_COMPARE(m_server->requestsFor("/portal.html").size(), loads + (isShown ? 1 : 2));
+        QVERIFY(waitForTitle(*home()->webView(), u"portal"_s));
         TRY_COMPARE(engineView()->width(), 390);
-        QCOMPARE(engineView()->hasFocus(), covered != Cover::NotYetShown);
-        const auto drawn = [this] { return evaluateIn(*m_home->webView(), u"frames"_s).toInt(); };
+        QCOMPARE(engineView()->hasFocus(), isShown);
+        const auto drawn = [this] { return evaluateIn(*home()->webView(), u"frames"_s).toInt(); };
         const int before = drawn();
         QVERIFY(QTest::qWaitFor([&] { return drawn() > before + 3; }, patienceMs));
     }

@@ -1,4 +1,3 @@
-#include "support/PageServer.h"
 #include "support/Patience.h"
 #include "web/PageHarness.h"
 #include "web/WebTestMain.h"
@@ -18,120 +17,105 @@ class DownloadTest : public QObject
     Q_OBJECT
 
 private:
-    PageServer m_server;
+    std::unique_ptr<PageHarness> m_page;
 
-    QString page(const QByteArray &content)
+    //! Everything in the folder for downloads, what is hidden included.
+    QStringList kept() const
     {
-        m_server.setPage("/page.html", "<!doctype html><meta charset=utf-8>" + content);
-        return m_server.url("/page.html");
-    }
-
-    QString host() const { return u"127.0.0.1:%1"_s.arg(m_server.port()); }
-
-    //! Everything below the folder for downloads, what is hidden included.
-    static QStringList kept(const PageHarness &harness)
-    {
-        const QDir folder(harness.pageHost.downloadDirectory());
+        const QDir folder(m_page->pageHost.downloadDirectory());
         return folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 
 private Q_SLOTS:
+    void init() { m_page = std::make_unique<PageHarness>(); }
+    void cleanup() { m_page.reset(); }
+
     void areTheUsersToAllow_data()
     {
         QTest::addColumn<QByteArray>("link");
-        QTest::addColumn<QString>("question");
+        QTest::addColumn<QString>("size"); // as the question ends
         QTest::addColumn<QByteArray>("content");
-        m_server.setPage("/file.bin", QByteArray(2'300'000, 'x'), "application/octet-stream");
-        QTest::newRow("file") << "a.href = '/file.bin'"_ba
-                              << u"来自 %1：\n作业.bin，2 MB"_s.arg(host())
+        QTest::newRow("file") << "a.href = '/file.bin'"_ba << u"，2 MB"_s
                               << QByteArray(2'300'000, 'x');
         QTest::newRow("what the page made")
-            << "a.href = URL.createObjectURL(new Blob(['made']))"_ba
-            << u"来自 %1：\n作业.bin，4 bytes"_s.arg(host()) << "made"_ba;
+            << "a.href = URL.createObjectURL(new Blob(['made']))"_ba << u"，4 bytes"_s << "made"_ba;
         QTest::newRow("what the address holds")
-            << "a.href = 'data:application/x-y,held'"_ba << u"来自 %1：\n作业.bin"_s.arg(host())
-            << "held"_ba;
+            << "a.href = 'data:application/x-y,held'"_ba << QString() << "held"_ba;
     }
 
     void areTheUsersToAllow()
     {
         QFETCH(const QByteArray, link);
-        QFETCH(const QString, question);
+        QFETCH(const QString, size);
         QFETCH(const QByteArray, content);
-        PageHarness harness;
-        AlertView *alert = harness.shell.alertView();
-        QVERIFY(
-            harness.load(page("<a id=a download='作业.bin'>x</a><script>" + link + "</script>")));
-        const auto ask = [&] {
-            harness.webView.evaluateJavaScript(u"a.click()"_s);
-            return QTest::qWaitFor([alert] { return alert->isVisible(); }, patienceMs);
+        m_page->server.setPage("/file.bin", content, "application/octet-stream");
+        QVERIFY(m_page->loadPage("<a id=a download='作业.bin'>x</a><script>" + link + "</script>"));
+        const auto ask = [this] {
+            m_page->webView.evaluateJavaScript(u"a.click()"_s);
+            return QTest::qWaitFor([this] { return m_page->alert->isVisible(); }, patienceMs);
         };
         QVERIFY(ask());
-        QCOMPARE(alert->title(), u"下载文件"_s);
-        QCOMPARE(alert->message(), question);
-        TRY_COMPARE(kept(harness).size(), 1);
-        alert->press(0);
-        TRY_COMPARE(kept(harness), QStringList());
+        QCOMPARE(m_page->alert->title(), u"下载文件"_s);
+        QCOMPARE(m_page->alert->message(), u"来自 %1：\n作业.bin"_s.arg(m_page->host()) + size);
+        TRY_COMPARE(kept().size(), 1);
+        m_page->alert->press(0);
+        TRY_COMPARE(kept(), QStringList());
 
-        harness.mainQueue.advance(3s);
+        m_page->mainQueue.advance(3s);
         for (const auto &name : {u"作业.bin"_s, u"作业 (1).bin"_s}) {
             QVERIFY(ask());
-            alert->press(1);
-            TRY_COMPARE(harness.shell.toast()->text(), u"已下载：%1"_s.arg(name));
-            QFile file(harness.pageHost.downloadDirectory() + u'/' + name);
+            m_page->alert->press(1);
+            TRY_COMPARE(m_page->shell.toast()->text(), u"已下载：%1"_s.arg(name));
+            QFile file(m_page->pageHost.downloadDirectory() + u'/' + name);
             QVERIFY(file.open(QIODevice::ReadOnly));
             QCOMPARE(file.readAll(), content);
         }
-        TRY_COMPARE(kept(harness).size(), 2);
+        TRY_COMPARE(kept().size(), 2);
     }
 
     void aPageHasThreeDownloadsAtOnceAndOneRefusalEndsThemAll()
     {
-        m_server.setPage("/file.bin", "x", "application/octet-stream");
-        PageHarness harness;
-        AlertView *alert = harness.shell.alertView();
-        QVERIFY(harness.load(page("<a id=a download>x</a><script>let n = 0;"
-                                  "function ask(times) { for (; times; --times) {"
-                                  "  a.href = '/file.bin?' + ++n; a.click() } }"
-                                  "</script>")));
+        m_page->server.setPage("/file.bin", "x", "application/octet-stream");
+        QVERIFY(m_page->loadPage("<a id=a download>x</a><script>let n = 0;"
+                                 "function ask(times) { for (; times; --times) {"
+                                 "  a.href = '/file.bin?' + ++n; a.click() } }"
+                                 "</script>"));
         // Hears of each after the view, which was there first.
-        QSignalSpy asked(harness.profile.engineProfile(),
+        QSignalSpy asked(m_page->profile.engineProfile(),
             SIGNAL(downloadRequested(QQuickWebEngineDownloadRequest *)));
         const auto ask = [&](int times) {
             asked.clear();
-            harness.webView.evaluateJavaScript(u"ask(%1)"_s.arg(times));
+            m_page->webView.evaluateJavaScript(u"ask(%1)"_s.arg(times));
             return QTest::qWaitFor([&] { return asked.size() == times; }, patienceMs);
         };
         QVERIFY(ask(5));
-        TRY_COMPARE(kept(harness).size(), 3);
+        TRY_COMPARE(kept().size(), 3);
         for (int i = 0; i < 3; ++i) {
-            QVERIFY(alert->isVisible());
-            alert->press(1);
+            QVERIFY(m_page->alert->isVisible());
+            m_page->alert->press(1);
         }
-        QVERIFY(!alert->isVisible());
-        TRY_COMPARE(
-            kept(harness), (QStringList {u"file (1).bin"_s, u"file (2).bin"_s, u"file.bin"_s}));
+        QVERIFY(!m_page->alert->isVisible());
+        TRY_COMPARE(kept(), (QStringList {u"file (1).bin"_s, u"file (2).bin"_s, u"file.bin"_s}));
 
         QVERIFY(ask(2));
-        QVERIFY(alert->isVisible());
-        alert->press(0);
-        QVERIFY(!alert->isVisible());
+        QVERIFY(m_page->alert->isVisible());
+        m_page->alert->press(0);
+        QVERIFY(!m_page->alert->isVisible());
         QVERIFY(ask(1));
-        QVERIFY(!alert->isVisible());
-        harness.mainQueue.advance(3s);
+        QVERIFY(!m_page->alert->isVisible());
+        m_page->mainQueue.advance(3s);
         QVERIFY(ask(1));
-        QVERIFY(alert->isVisible());
+        QVERIFY(m_page->alert->isVisible());
     }
 
     void thatCannotBeHadSayFailed()
     {
-        PageHarness harness;
-        QVERIFY(harness.load(page("<a id=a href=/none.bin download>x</a>")));
+        QVERIFY(m_page->loadPage("<a id=a href=/none.bin download>x</a>"));
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"a file was not downloaded"_s));
-        harness.webView.evaluateJavaScript(u"a.click()"_s);
-        TRY_COMPARE(harness.shell.toast()->text(), u"下载失败"_s);
-        QVERIFY(!harness.shell.alertView()->isVisible());
-        TRY_COMPARE(kept(harness), QStringList());
+        m_page->webView.evaluateJavaScript(u"a.click()"_s);
+        TRY_COMPARE(m_page->shell.toast()->text(), u"下载失败"_s);
+        QVERIFY(!m_page->alert->isVisible());
+        TRY_COMPARE(kept(), QStringList());
     }
 
     void whatBreaksOffIsTriedAgainWithoutAnotherQuestion()
@@ -152,22 +136,20 @@ private Q_SLOTS:
                     socket->disconnectFromHost();
             });
         });
-        PageHarness harness;
-        AlertView *alert = harness.shell.alertView();
-        QVERIFY(harness.load(page("<a id=a download>x</a>")));
-        harness.webView.evaluateJavaScript(
+        QVERIFY(m_page->loadPage("<a id=a download>x</a>"));
+        m_page->webView.evaluateJavaScript(
             u"a.href = 'http://127.0.0.1:%1/file.bin'; a.click()"_s.arg(server.serverPort()));
-        TRY_VERIFY(alert->isVisible());
-        alert->press(1);
-        QSignalSpy alerts(alert, &AlertView::changed);
+        TRY_VERIFY(m_page->alert->isVisible());
+        m_page->alert->press(1);
+        QSignalSpy alerts(m_page->alert, &AlertView::changed);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"a file was not downloaded"_s));
         hangsUp = true;
         for (QTcpSocket *socket : std::as_const(sockets))
             socket->disconnectFromHost();
-        TRY_COMPARE(harness.shell.toast()->text(), u"下载失败"_s);
+        TRY_COMPARE(m_page->shell.toast()->text(), u"下载失败"_s);
         QVERIFY(sockets.size() > 2);
         QCOMPARE(alerts.size(), 0);
-        TRY_COMPARE(kept(harness), QStringList());
+        TRY_COMPARE(kept(), QStringList());
     }
 };
 

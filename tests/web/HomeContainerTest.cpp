@@ -7,8 +7,6 @@
 #include <QSignalSpy>
 #include <QWebEngineCookieStore>
 
-#include <QSignalSpy>
-
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -39,27 +37,32 @@ private Q_SLOTS:
         m_home->setPortal(m_server->url("/portal/index.html"));
     }
 
-    void aLoginLoadsThePortalAgainAndOnlyThatRequestHasTheMarker()
+    void onlyTheRequestForThePortalThatALoginLoadsHasTheMarker()
     {
+        const QByteArray path = "/portal/index.html";
         m_home->addCookie("mo", "m1", u"127.0.0.1"_s);
         m_home->addCookie("elsewhere", "x", u"127.0.0.9"_s);
-        QCOMPARE(m_home->stage.services.locationInits, 0);
         m_home->show();
         QVERIFY(m_home->waitForPage(u"portal"_s));
         // Gone with the end of the load: the same page asked for by itself goes without it.
         m_home->evaluate(u"fetch('/portal/index.html?again').then(r => r.text())"_s);
-        TRY_COMPARE(m_server->requestsFor("/portal/index.html").size(), 2);
+        TRY_COMPARE(m_server->requestsFor(path).size(), 2);
         m_home->addCookie("mo", "fresh", u"127.0.0.1"_s);
         m_home->stage.loginModel.setIsLogin(true);
-        TRY_COMPARE(m_server->requestsFor("/portal/index.html").size(), 3);
-        const auto pages = m_server->requestsFor("/portal/index.html");
-        const QList<QByteArrayList> wanted {
-            {"mo=m1", "rblgin=1"}, {"mo=m1"}, {"mo=fresh", "rblgin=1"}};
-        for (int i = 0; i < 3; ++i) {
-            QByteArrayList sent = pages[i].cookie().replace(" ", "").split(';');
-            std::sort(sent.begin(), sent.end());
-            QCOMPARE(sent, wanted[i]);
+        TRY_COMPARE(m_server->requestsFor(path).size(), 3);
+        QVERIFY(m_home->waitForPage(u"portal"_s));
+        // And so does a page that takes the portal's place.
+        m_home->stage.loginModel.setIsLogin(true);
+        m_home->controller.quickLogin(m_server->url("/portal/index.html?from=quick"));
+        TRY_COMPARE(m_server->requestsFor(path).size(), 4);
+        QList<QByteArrayList> sent;
+        for (const PageServer::Request &request : m_server->requestsFor(path)) {
+            sent << request.cookie().replace(" ", "").split(';');
+            std::sort(sent.last().begin(), sent.last().end());
         }
+        QCOMPARE(sent,
+            (QList<QByteArrayList> {
+                {"mo=m1", "rblgin=1"}, {"mo=m1"}, {"mo=fresh", "rblgin=1"}, {"mo=fresh"}}));
         QCOMPARE(m_home->stage.services.locationInits, 1);
     }
 
@@ -155,18 +158,6 @@ private Q_SLOTS:
         TRY_COMPARE(web.entryList(QDir::Dirs | QDir::NoDotAndDotDot), QStringList {u"2"_s});
     }
 
-    void aPageThatTakesThePortalsPlaceGoesWithoutTheMarker()
-    {
-        m_home->addCookie("mo", "m1", u"127.0.0.1"_s);
-        m_home->show();
-        QVERIFY(m_home->waitForPage(u"portal"_s));
-        m_home->stage.loginModel.setIsLogin(true);
-        m_home->controller.quickLogin(m_server->url("/portal/index.html?from=quick"));
-        TRY_COMPARE(m_server->requestsFor("/portal/index.html").size(), 2);
-        const QByteArray cookies = m_server->requestsFor("/portal/index.html")[1].cookie();
-        QVERIFY2(cookies.contains("mo=") && !cookies.contains("rblgin"), cookies);
-    }
-
     void showsTheErrorViewWhereNoPageCanBe_data()
     {
         QTest::addColumn<QString>("address");
@@ -196,7 +187,7 @@ private Q_SLOTS:
         QVERIFY(m_server->requestsFor("/portal/index.html")[0].cookie().contains("rblgin=1"));
     }
 
-    void notificationsOpenTheirPages()
+    void onlyNotificationsOfAPageOpenOneAndOnlyOnAYes()
     {
         // The one that launched the program takes the portal's place.
         m_home->delegate.pushDictionary
@@ -204,29 +195,22 @@ private Q_SLOTS:
         m_home->show();
         QVERIFY(m_home->waitForPage(u"other"_s));
         QVERIFY(!m_home->delegate.pushDictionary);
-        const QVariantMap userInfo {{u"payload"_s, m_server->url("/portal/index.html")}};
-        AlertView *alert = m_home->stage.shell.alertView();
 
+        AlertView *alert = m_home->stage.shell.alertView();
+        NotificationCenter &notifications = m_home->stage.notifications;
         QVariantList nothings {QVariant(), QVariantMap()};
         for (const QVariant &payload : {QVariant(u""_s), QVariant(5),
                  QVariant(u"javascript:document.title='x'"_s), QVariant(u"file:///etc/passwd"_s)})
             nothings << QVariantMap {{u"payload"_s, payload}};
         for (const QVariant &nothing : std::as_const(nothings)) {
-            m_home->stage.notifications.postNotificationName(u"GeTuiPushLoadNewWeb"_s, nothing);
-            m_home->stage.notifications.postNotificationName(u"backGeTuiPushLoadNewWeb"_s, nothing);
+            for (const QString &name : {u"GeTuiPushLoadNewWeb"_s, u"backGeTuiPushLoadNewWeb"_s})
+                notifications.postNotificationName(name, nothing);
             QVERIFY(!alert->isVisible());
         }
-
-        m_home->stage.notifications.postNotificationName(u"GeTuiPushLoadNewWeb"_s, userInfo);
+        notifications.postNotificationName(u"GeTuiPushLoadNewWeb"_s,
+            QVariantMap {{u"payload"_s, m_server->url("/portal/index.html")}});
         alert->press(0);
         QCOMPARE(m_home->evaluate(u"document.title"_s).toString(), u"other"_s);
-
-        m_home->stage.notifications.postNotificationName(u"GeTuiPushLoadNewWeb"_s, userInfo);
-        alert->press(1);
-        QVERIFY(m_home->waitForPage(u"portal"_s));
-        m_home->stage.notifications.postNotificationName(u"backGeTuiPushLoadNewWeb"_s,
-            QVariantMap {{u"payload"_s, m_server->url("/other.html")}});
-        QVERIFY(m_home->waitForPage(u"other"_s) && !alert->isVisible());
     }
 
     void thePushTimerRunsUntilAClientIdComes()

@@ -3,7 +3,10 @@
 #include "support/Patience.h"
 
 #include <QQuickItem>
+#include <QRegularExpression>
 #include <QSignalSpy>
+
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 
@@ -40,6 +43,17 @@ PageHarness::PageHarness(WebViewJavascriptBridge::Trust trust)
     window.show();
 }
 
+QString PageHarness::page(const QByteArray &content, const QByteArray &path)
+{
+    server.setPage(path, "<!doctype html><meta charset=utf-8>" + content);
+    return server.url(path);
+}
+
+QString PageHarness::host() const
+{
+    return u"127.0.0.1:%1"_s.arg(server.port());
+}
+
 bool PageHarness::load(const QString &url)
 {
     QSignalSpy finished(&webView, &WebView::didFinishNavigation);
@@ -52,12 +66,12 @@ QVariant PageHarness::evaluate(const QString &script)
     return evaluateIn(webView, script);
 }
 
-qint64 PageHarness::rendererPid() const
+void PageHarness::killRenderer()
 {
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"the page's process has ended"_s));
     for (const QObject *item : window.rootObject()->findChildren<QQuickItem *>()) {
-        const QVariant pid = item->property("renderProcessPid");
-        if (pid.isValid())
-            return pid.toLongLong();
+        const pid_t pid = pid_t(item->property("renderProcessPid").toLongLong());
+        if (pid > 0)
+            ::kill(pid, SIGKILL);
     }
-    return 0;
 }

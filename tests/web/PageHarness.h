@@ -4,6 +4,7 @@
 #include "platform/storage/UserDefaults.h"
 #include "support/ManualMainQueue.h"
 #include "support/NotedUrlOpener.h"
+#include "support/PageServer.h"
 #include "ui/shell/Shell.h"
 #include "web/bridge/WebViewJavascriptBridge.h"
 #include "web/engine/LinkHandOver.h"
@@ -22,18 +23,25 @@ public:
     explicit PageHarness(
         WebViewJavascriptBridge::Trust trust = [](const QString &) { return true; });
 
+    //! Serves an HTML page of this content, and says where.
+    QString page(const QByteArray &content, const QByteArray &path = "/page.html");
+    //! As its address: "127.0.0.1:41234".
+    QString host() const;
     //! Loads the page and waits for its end.
     bool load(const QString &url);
+    bool loadPage(const QByteArray &content) { return load(page(content)); }
     //! Runs a script and waits for its result.
     QVariant evaluate(const QString &script);
 
-    //! The process of the page that is shown.
-    qint64 rendererPid() const;
+    //! Kills the process of the page that is shown, as a warning will say.
+    void killRenderer();
 
+    PageServer server;
     QTemporaryDir folder;
     HTTPCookieStorage cookies;
     ManualMainQueue mainQueue;
     Shell shell {mainQueue};
+    AlertView *alert {shell.alertView()};
     NotedUrlOpener urlOpener;
     LinkHandOver linkHandOver {&urlOpener, &mainQueue, QStringLiteral("4711")};
     PageHost pageHost {&shell, &mainQueue, &linkHandOver, folder.filePath(QStringLiteral("kept"))};

@@ -233,8 +233,7 @@ void AppDelegate::backGroundloginInWithRefresh(bool refresh, std::function<void(
     loginInBackground(refresh, UserCheck::Yes, std::move(success));
 }
 
-void AppDelegate::loginInBackground(
-    bool refresh, UserCheck check, std::function<void()> success)
+void AppDelegate::loginInBackground(bool refresh, UserCheck check, std::function<void()> success)
 {
     // The token outlives its session, and must not undo its end.
     if (!m_account->session.isActive())

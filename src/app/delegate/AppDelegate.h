@@ -86,8 +86,7 @@ private:
 
     void loginWhenTokenIsReadable();
     void observeIsLogin(Token token, Version version, std::function<void()> signedIn = {});
-    void loginInBackground(
-        bool refresh, UserCheck check, std::function<void()> success);
+    void loginInBackground(bool refresh, UserCheck check, std::function<void()> success);
     void switchToHome(Version version);
     void switchToLogin();
     bool hasToken() const;

@@ -65,9 +65,10 @@ STHomeViewController::STHomeViewController(const HomeEnvironment &environment)
         [this](const QString &result, const QString &document) {
             m_bridge.callHandler(document, u"onSlicingUpload"_s, bridgeResult(result));
         });
-    connect(&m_webView, &WebView::didFailNavigation, this, [this] { m_errorView.setVisible(true); });
-    connect(&m_errorView, &ErrorViewState::retry, this,
-        &STHomeViewController::errorViewButtonDidPress);
+    connect(
+        &m_webView, &WebView::didFailNavigation, this, [this] { m_errorView.setVisible(true); });
+    connect(
+        &m_errorView, &ErrorViewState::retry, this, &STHomeViewController::errorViewButtonDidPress);
     connect(&m_pushPages, &PushPages::unanswered, this,
         [this](const QVariantMap &userInfo) { m_delegate->keepNotification(userInfo); });
     connect(&environment.account->session, &UserSession::ending, this,

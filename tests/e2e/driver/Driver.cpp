@@ -95,6 +95,11 @@ void Driver::seeToast(const QString &text, const std::function<void()> &action)
     note(u"toast \"%1\""_s.arg(text));
 }
 
+void Driver::seeToast(const QString &text, const QString &button)
+{
+    seeToast(text, [&] { tap(button, QAccessible::Button); });
+}
+
 void Driver::seeNoToast()
 {
     waitFor(u"the toast to go"_s, [&] {
@@ -144,6 +149,14 @@ void Driver::click(const QString &name, QAccessible::Role role)
     m_hand.click(see(name, role).place.center());
 }
 
+void Driver::answer(const QString &button, const QString &question)
+{
+    see(button, QAccessible::Button);
+    photograph();
+    tap(button, QAccessible::Button);
+    seeNothingOf(question);
+}
+
 void Driver::enter(const QString &field, const QString &text)
 {
     tap(field, QAccessible::EditableText);
@@ -156,10 +169,31 @@ void Driver::enter(const QString &field, const QString &text)
     });
 }
 
-QColor Driver::statusStrip() const
+TracedRequest Driver::seeCall(const QString &start)
+{
+    QList<TracedRequest> calls;
+    waitFor(u"the call "_s + start, [&] {
+        calls = m_wire->requests(isCall(start));
+        return !calls.isEmpty();
+    });
+    check(calls.size() == 1, u"%1 was asked for once"_s.arg(start));
+    return calls[0];
+}
+
+TracedRequest Driver::firstRequestFor(const QString &path)
+{
+    const auto requests = m_wire->requests(isPath(path));
+    check(!requests.isEmpty(), u"%1 was asked for"_s.arg(path));
+    return requests[0];
+}
+
+void Driver::seeStatusStrip(const QColor &color)
 {
     // Away from what a page shows: the strip's own corner.
-    return Picture::of(m_window).colorAt(QPointF(4, 4));
+    constexpr QPointF corner(4, 4);
+    waitFor(u"the strip to be "_s + color.name(),
+        [&] { return Picture::of(m_window).colorAt(corner) == color; });
+    note(u"the strip is "_s + color.name());
 }
 
 Picture Driver::pictureAtRest()

@@ -41,6 +41,8 @@ public:
     //! Does something and waits for the toast that comes of it; the step's picture is taken while
     //! it shows.
     void seeToast(const QString &text, const std::function<void()> &action);
+    //! The same for a tap on a button.
+    void seeToast(const QString &text, const QString &button);
     //! Waits until the toast of an earlier step, whatever it says, has gone.
     void seeNoToast();
     //! Waits until an element of the page says what is wanted and is painted.
@@ -53,11 +55,19 @@ public:
 
     void tap(const QString &name, QAccessible::Role role = Screen::AnyRole);
     void click(const QString &name, QAccessible::Role role = Screen::AnyRole);
+    //! Photographs a question, taps one of its buttons and waits until nothing is left of it.
+    void answer(const QString &button, const QString &question);
     //! Fills a field anew.
     void enter(const QString &field, const QString &text);
 
-    //! The colour of the strip behind the status bar.
-    QColor statusStrip() const;
+    //! Waits until this operation of the platform was asked for since the wire's mark, and checks
+    //! that it was once.
+    TracedRequest seeCall(const QString &start);
+    //! The page that the platform answered first at this path since the mark.
+    TracedRequest firstRequestFor(const QString &path);
+
+    //! Waits until the strip behind the status bar has this colour.
+    void seeStatusStrip(const QColor &color);
 
     //! Takes the step's picture now. Without it the picture is taken at the step's end.
     void photograph();

@@ -20,6 +20,13 @@ Picture Picture::of(QQuickWindow *window)
     return picture;
 }
 
+Picture Picture::below(double y) const
+{
+    Picture picture = *this;
+    picture.m_image = m_image.copy(m_image.rect().adjusted(0, int(y * m_scale), 0, 0));
+    return picture;
+}
+
 QColor Picture::colorAt(QPointF point) const
 {
     const QPoint pixel = (point * m_scale).toPoint();

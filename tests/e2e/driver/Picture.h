@@ -11,6 +11,8 @@ class Picture
 public:
     static Picture of(QQuickWindow *window);
 
+    //! The same without its upper part, down to there.
+    Picture below(double y) const;
     QColor colorAt(QPointF point) const;
     //! Whether something is to be told apart from its ground there: a text, an icon.
     bool hasInk(const QRectF &place) const;

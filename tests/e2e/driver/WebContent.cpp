@@ -3,15 +3,12 @@
 #include "e2e/driver/Hand.h"
 #include "e2e/driver/Patience.h"
 #include "e2e/driver/Screen.h"
-#include "e2e/driver/ScriptAnswer.h"
 #include "e2e/driver/StepFailed.h"
 #include "ui/navigation/PresentedScreen.h"
+#include "web/engine/WebView.h"
 
 #include <QJsonDocument>
 #include <QJsonArray>
-#include <QJSValue>
-#include <QPointer>
-#include <QQmlEngine>
 #include <QQuickItem>
 
 using namespace Qt::StringLiterals;
@@ -33,17 +30,21 @@ const QString elementScript = QStringLiteral(R"((function () {
         box.left, box.top, box.width, box.height, hit !== null && element.contains(hit)];
 })())");
 
-// Its engine's view does not survive the answer of a script.
-bool isLeaving(const QQuickItem *view)
+// Whose document is shown; null where its screen is leaving, for the engine's view does not survive
+// the answer of a script then.
+WebView *answering(const QQuickItem *view)
 {
+    WebView *page = nullptr;
     for (const QQuickItem *item = view; item; item = item->parentItem()) {
+        if (!page)
+            page = item->property("webView").value<WebView *>();
         const QVariant screen = item->property("screen");
         const auto *presented = screen.value<PresentedScreen *>();
         if (screen.isValid()
             && (!presented || presented->phase() == PresentedScreen::Phase::Disappearing))
-            return true;
+            return nullptr;
     }
-    return false;
+    return page;
 }
 
 QString quoted(const QString &text)
@@ -62,18 +63,14 @@ WebContent::WebContent(const Screen &screen, Hand *hand)
 
 QVariant WebContent::read(const QString &expression) const
 {
-    QQuickItem *view = m_screen.webView();
-    QQmlEngine *engine = view && !isLeaving(view) ? qmlEngine(view) : nullptr;
-    if (!engine)
+    WebView *page = answering(m_screen.webView());
+    if (!page)
         return {};
-    auto *answer = new ScriptAnswer;
-    // Shared with the engine, which may call back after the time is over.
-    const QJSValue wrapped = engine->newQObject(answer);
-    QMetaObject::invokeMethod(view, "runJavaScript", Q_ARG(QString, expression),
-        Q_ARG(QJSValue, wrapped.property(u"take"_s)));
-    const QPointer guard(answer);
-    Patience::waitUntil([&] { return !guard || guard->isTaken(); }, scriptTimeoutMs);
-    return guard ? guard->value() : QVariant();
+    // It may come after the time is over.
+    const auto answer = std::make_shared<std::optional<QVariant>>();
+    page->evaluateJavaScript(expression, [answer](const QVariant &value) { *answer = value; });
+    Patience::waitUntil([&] { return answer->has_value(); }, scriptTimeoutMs);
+    return answer->value_or(QVariant());
 }
 
 std::optional<WebContent::Element> WebContent::find(const QString &selector) const

@@ -1,11 +1,5 @@
+#include "e2e/steps/Places.h"
 #include "e2e/steps/Steps.h"
-
-#include "e2e/steps/Account.h"
-#include "e2e/steps/BridgePage.h"
-#include "e2e/driver/Driver.h"
-#include "e2e/steps/SignIn.h"
-#include "e2e/steps/Texts.h"
-#include "e2e/steps/WeChatPage.h"
 
 #include <QQuickWindow>
 
@@ -15,70 +9,39 @@ namespace {
 
 constexpr int mostTabs = 20;
 const QString missedPage = QStringLiteral("/portal/plain.html?from=missed");
-const QString missedQuestion = QStringLiteral("你收到一条消息，是否点击查看？");
 const QString expired = QStringLiteral("登录已过期，请重新登录");
 
-void seeSignedOut(Driver &driver)
+// By one of the bridge page's handlers, from there or from the portal.
+void signOutBy(Driver &driver, const QString &handler)
 {
-    SignIn::seeLoginScreen(driver, Account::school);
-    for (const QString &field : {Texts::accountField, Texts::passwordField}) {
-        driver.check(driver.see(field, QAccessible::EditableText).value.isEmpty(),
-            u"the field %1 is empty"_s.arg(field));
-    }
-    driver.check(!driver.see(Texts::agreementBox, QAccessible::CheckBox).checked,
-        u"the agreement is to be accepted anew"_s);
-}
-
-void pressOnBridgePage(Driver &driver, const QString &handler)
-{
-    if (!driver.page().path().startsWith(BridgePage::path))
+    if (!driver.page().path().startsWith(u"/portal/bridge.html"_s))
         BridgePage::open(driver);
     BridgePage::press(driver, handler);
-    seeSignedOut(driver);
-}
-
-void checkOldSessionIsGone(Driver &driver)
-{
-    const auto calls = driver.wire().requests(isCall(u"login4H5"_s));
-    driver.check(
-        calls.size() == 1 && !hasCookie(calls[0], u"mo"_s) && !hasCookie(calls[0], u"tmo"_s),
-        u"one sign-in was sent, without the session that was left"_s);
+    SignIn::seeLoginScreen(driver);
+    for (const QString &field : {Texts::accountField, Texts::passwordField}) {
+        driver.check(
+            driver.see(field, EditableText).value.isEmpty(), u"the field %1 is empty"_s.arg(field));
+    }
+    driver.check(!driver.see(Texts::agreementBox, CheckBox).checked,
+        u"the agreement is to be accepted anew"_s);
 }
 
 // A session of its own, carried by the first request as at the first sign-in.
 void seeNewPortal(Driver &driver)
 {
     SignIn::seePortal(driver);
-    const auto pages = driver.wire().requests(isPath(u"/portal/index.html"_s));
-    driver.check(!pages.isEmpty() && hasCookie(pages[0], u"mo"_s) && hasCookie(pages[0], u"tmo"_s)
-            && hasCookie(pages[0], u"rblgin"_s),
-        u"the portal's first request carries the new session and the marker"_s);
+    const TracedRequest page = driver.firstRequestFor(u"/portal/index.html"_s);
+    const QStringList names {u"mo"_s, u"tmo"_s, u"rblgin"_s};
+    for (const QString &name : names)
+        driver.check(hasCookie(page, name), u"the portal's first request carries %1"_s.arg(name));
 }
 
-// The identity has an account already.
-void signInByWeChat(Driver &driver)
+void seeOnlyTheNewSession(Driver &driver)
 {
-    driver.wire().mark();
-    SignIn::acceptAgreement(driver);
-    const QUrl page = driver.seeOpened([&] { driver.tap(u"微信登录"_s, QAccessible::Button); });
-    WeChatPage::press(driver, page, WeChatPage::agree);
     seeNewPortal(driver);
-    driver.check(driver.wire().requests(isCall(u"login4AppWeixin"_s)).size() == 1
-            && driver.wire().requests(isCall(u"login4H5"_s)).isEmpty(),
-        u"one sign-in was sent, with WeChat's code"_s);
-}
-
-void signInByMouse(Driver &driver)
-{
-    driver.wire().mark();
-    driver.click(Texts::accountField, QAccessible::EditableText);
-    driver.hand().type(Account::userCode);
-    driver.click(Texts::passwordField, QAccessible::EditableText);
-    driver.hand().type(Account::password);
-    driver.click(Texts::agreementBox, QAccessible::CheckBox);
-    driver.click(Texts::loginButton, QAccessible::Button);
-    seeNewPortal(driver);
-    checkOldSessionIsGone(driver);
+    const TracedRequest call = driver.seeCall(u"login4H5"_s);
+    driver.check(!hasCookie(call, u"mo"_s) && !hasCookie(call, u"tmo"_s),
+        u"the sign-in was sent without the session that was left"_s);
 }
 
 void tabTo(Driver &driver, const QString &name, QAccessible::Role role)
@@ -92,97 +55,88 @@ void tabTo(Driver &driver, const QString &name, QAccessible::Role role)
     driver.check(isFocused(), u"the tab key reaches \"%1\""_s.arg(name));
 }
 
-void signInByKeyboard(Driver &driver)
-{
-    driver.wire().mark();
-    tabTo(driver, Texts::accountField, QAccessible::EditableText);
-    driver.hand().type(Account::userCode);
-    tabTo(driver, Texts::passwordField, QAccessible::EditableText);
-    driver.hand().type(Account::password);
-    tabTo(driver, Texts::agreementBox, QAccessible::CheckBox);
-    driver.hand().press(Qt::Key_Space);
-    tabTo(driver, Texts::loginButton, QAccessible::Button);
-    driver.photograph();
-    driver.hand().press(Qt::Key_Return);
-    seeNewPortal(driver);
-    checkOldSessionIsGone(driver);
 }
 
-void quit(Driver &driver)
+void sessionSteps(Journey &journey)
 {
-    driver.photograph();
-    driver.window()->close();
-    driver.waitFor(u"the window to close"_s, [&] { return !driver.window()->isVisible(); });
-}
+    journey.step(u"bridge-jump2LoginPage"_s, u"sign-in"_s,
+        [](Driver &driver) { signOutBy(driver, u"jump2LoginPage"_s); });
 
-void startAgain(Driver &driver)
-{
-    bool loginShown = false;
-    driver.waitFor(u"the portal"_s, [&] {
-        loginShown |= driver.screen().shows(Texts::loginButton, QAccessible::Button);
-        return driver.page().path().startsWith(u"/portal/index.html"_s);
+    // The identity has an account already.
+    journey.step(u"sign-in-by-wechat"_s, u"bridge-jump2LoginPage"_s, [](Driver &driver) {
+        driver.wire().mark();
+        WeChatPage::press(driver, WeChatPage::ask(driver), WeChatPage::agree);
+        seeNewPortal(driver);
+        driver.seeCall(u"login4AppWeixin"_s);
+        driver.check(
+            driver.wire().requests(isCall(u"login4H5"_s)).isEmpty(), u"no password was sent"_s);
     });
-    driver.check(!loginShown, u"the login screen stays away"_s);
-    seeNewPortal(driver);
-    const auto calls = driver.wire().requests(isCall(u"login4H5"_s));
-    driver.check(calls.size() == 1 && calls[0].value(u"login_type"_s) == u"3"
-            && !calls[0].value(u"login_token"_s).isEmpty(),
-        u"one sign-in by the stored token came before"_s);
-    driver.note(u"signed in by the stored token, no login screen"_s);
-}
 
-// It was sent while the client did not run.
-void pushWhileOff(Wire &wire)
-{
-    wire.push(missedPage);
-}
+    journey.step(u"sign-out-once-more"_s, u"sign-in-by-wechat"_s,
+        [](Driver &driver) { signOutBy(driver, u"jump2LoginPage"_s); });
 
-void missedPush(Driver &driver)
-{
-    driver.see(missedQuestion);
-    driver.photograph();
-    driver.tap(u"确定"_s, QAccessible::Button);
-    driver.seePage(missedPage, u"#address"_s);
-    driver.seeNothingOf(missedQuestion);
-}
+    journey.step(u"sign-in-by-mouse"_s, u"sign-out-once-more"_s, [](Driver &driver) {
+        driver.wire().mark();
+        driver.click(Texts::accountField, EditableText);
+        driver.hand().type(Account::userCode);
+        driver.click(Texts::passwordField, EditableText);
+        driver.hand().type(Account::password);
+        driver.click(Texts::agreementBox, CheckBox);
+        driver.click(Texts::loginButton, Button);
+        seeOnlyTheNewSession(driver);
+    });
 
-void refuseToken(Wire &wire)
-{
-    wire.spoil({{u"start"_s, u"login4H5"_s},
-        {u"body"_s, QJsonObject {{u"code"_s, 401}, {u"msg"_s, expired}}}});
-}
+    journey.step(u"bridge-logout"_s, u"sign-in-by-mouse"_s,
+        [](Driver &driver) { signOutBy(driver, u"logout"_s); });
 
-void startWithExpiredToken(Driver &driver)
-{
-    driver.seeToast(expired, [] {});
-    SignIn::seeLoginScreen(driver, Account::school);
-}
+    journey.step(u"sign-in-by-keyboard"_s, u"bridge-logout"_s, [](Driver &driver) {
+        driver.wire().mark();
+        tabTo(driver, Texts::accountField, EditableText);
+        driver.hand().type(Account::userCode);
+        tabTo(driver, Texts::passwordField, EditableText);
+        driver.hand().type(Account::password);
+        tabTo(driver, Texts::agreementBox, CheckBox);
+        driver.hand().press(Qt::Key_Space);
+        tabTo(driver, Texts::loginButton, Button);
+        driver.photograph();
+        driver.hand().press(Qt::Key_Return);
+        seeOnlyTheNewSession(driver);
+    });
 
-}
+    journey.step(u"quit"_s, u"sign-in-by-keyboard"_s, [](Driver &driver) {
+        driver.photograph();
+        driver.window()->close();
+        driver.waitFor(u"the window to close"_s, [&] { return !driver.window()->isVisible(); });
+    });
 
-QList<Step> sessionSteps()
-{
-    const QString signedOut = u"bridge-jump2LoginPage"_s;
-    const QString byWeChat = u"sign-in-by-wechat"_s;
-    const QString signedOutOfWeChat = u"sign-out-once-more"_s;
-    const QString byMouse = u"sign-in-by-mouse"_s;
-    const QString signedOutAgain = u"bridge-logout"_s;
-    const QString byKeyboard = u"sign-in-by-keyboard"_s;
-    const QString ended = u"quit"_s;
-    const QString again = u"start-again"_s;
-    return {
-        {signedOut, {u"sign-in"_s}, Lives::signIn,
-            [](Driver &driver) { pressOnBridgePage(driver, u"jump2LoginPage"_s); }},
-        {byWeChat, {signedOut}, Lives::signIn, signInByWeChat},
-        {signedOutOfWeChat, {byWeChat}, Lives::signIn,
-            [](Driver &driver) { pressOnBridgePage(driver, u"jump2LoginPage"_s); }},
-        {byMouse, {signedOutOfWeChat}, Lives::signIn, signInByMouse},
-        {signedOutAgain, {byMouse}, Lives::signIn,
-            [](Driver &driver) { pressOnBridgePage(driver, u"logout"_s); }},
-        {byKeyboard, {signedOutAgain}, Lives::signIn, signInByKeyboard},
-        {ended, {byKeyboard}, Lives::signIn, quit},
-        {again, {ended}, Lives::comeBack, startAgain, pushWhileOff},
-        {u"missed-push"_s, {again}, Lives::comeBack, missedPush},
-        {u"expired-token"_s, {again}, Lives::expiry, startWithExpiredToken, refuseToken},
-    };
+    // With the stored login, and a message that was sent while the client did not run.
+    journey.startClient({[](Wire &wire) { wire.push(missedPage); }, {}});
+    journey.step(u"start-again"_s, u"quit"_s, [](Driver &driver) {
+        bool loginShown = false;
+        driver.waitFor(u"the portal"_s, [&] {
+            loginShown |= driver.screen().shows(Texts::loginButton, Button);
+            return driver.page().path().startsWith(u"/portal/index.html"_s);
+        });
+        driver.check(!loginShown, u"the login screen stays away"_s);
+        seeNewPortal(driver);
+        const TracedRequest call = driver.seeCall(u"login4H5"_s);
+        driver.check(call.value(u"login_type"_s) == u"3" && !call.value(u"login_token"_s).isEmpty(),
+            u"the sign-in was by the stored token"_s);
+    });
+
+    journey.step(u"missed-push"_s, u"start-again"_s, [](Driver &driver) {
+        driver.see(Texts::pushQuestion);
+        driver.answer(Texts::confirm, Texts::pushQuestion);
+        driver.seePage(missedPage, u"#address"_s);
+    });
+
+    journey.startClient({[](Wire &wire) {
+                             const QJsonObject body {{u"code"_s, 401}, {u"msg"_s, expired}};
+                             wire.spoil({{u"start"_s, u"login4H5"_s}, {u"body"_s, body}});
+                         },
+        {}});
+    journey.step(u"expired-token"_s, u"start-again"_s, [](Driver &driver) {
+        driver.seeToast(expired, [] {});
+        SignIn::seeLoginScreen(driver);
+    });
 }
