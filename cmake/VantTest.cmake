@@ -3,6 +3,7 @@
 function(vant_test name)
     cmake_parse_arguments(TEST "" "" "SOURCES;LINK" ${ARGN})
     qt_add_executable(${name} ${TEST_SOURCES})
+    vant_moc(${name})
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE Qt6::Test vant_test_support ${TEST_LINK})
     vant_warnings(${name})

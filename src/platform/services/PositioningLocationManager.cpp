@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const LocationError unavailable {LocationError::LocateFailed, QStringLiteral("定位服务不可用")};
-const LocationError denied {LocationError::Denied, QStringLiteral("没有定位权限")};
+const LocationError positionDenied {LocationError::Denied, QStringLiteral("没有定位权限")};
 const LocationError timedOut {LocationError::TimeOut, QStringLiteral("定位超时")};
 
 }
@@ -54,7 +54,7 @@ void PositioningLocationManager::requestLocationWithReGeocode(Completion complet
         this,
         [this, request] {
             if (!m_privacyAgreed)
-                fail(request, denied);
+                fail(request, positionDenied);
             else if (!prepareSource())
                 fail(request, unavailable);
             else
@@ -120,7 +120,7 @@ void PositioningLocationManager::errorOccurred(int error)
             this, &PositioningLocationManager::requestUpdate, Qt::QueuedConnection);
         break;
     case QGeoPositionInfoSource::AccessError:
-        failAll(denied);
+        failAll(positionDenied);
         break;
     case QGeoPositionInfoSource::ClosedError:
     case QGeoPositionInfoSource::UnknownSourceError:

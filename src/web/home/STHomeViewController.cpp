@@ -178,7 +178,7 @@ void STHomeViewController::leaveUser()
 
 void STHomeViewController::leaveProfile()
 {
-    // The application has seen to it that there is a new one.
+    // The portal has seen to it that there is a new one.
     m_formerProfile = std::exchange(m_profile, m_portal->pageProfiles.home());
     m_webView.startAfreshIn(m_profile->engineProfile());
 }

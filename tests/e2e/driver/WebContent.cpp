@@ -18,7 +18,7 @@ namespace {
 // A page that is left never answers.
 constexpr int scriptTimeoutMs = 500;
 constexpr int viewTimeoutMs = 15'000;
-constexpr double longestDrag = 0.6; // of the view's height
+constexpr double longestPageDrag = 0.6; // of the view's height
 
 // %1: the selector, quoted.
 const QString elementScript = QStringLiteral(R"((function () {
@@ -124,7 +124,7 @@ void WebContent::dragTowards(const QRectF &place) const
     if (!view)
         return;
     const QRectF whole = view->mapRectToScene(QRectF(0, 0, view->width(), view->height()));
-    const double reach = whole.height() * longestDrag;
+    const double reach = whole.height() * longestPageDrag;
     const double way = qBound(-reach, whole.center().y() - place.center().y(), reach);
     const QPointF from(whole.center().x(), whole.center().y() - way / 2);
     m_hand->drag(from, from + QPointF(0, way));

@@ -41,7 +41,7 @@ void accountSteps(Journey &journey)
         {{}, [](DeploymentConfiguration &deployment) { deployment.app.loginScreen = u"older"_s; }});
     const QString screen = u"older-login-screen"_s;
     journey.step(screen, u"expired-token"_s, [](Driver &driver) {
-        driver.seeAll({chooseProvinces, chooseCity, Account::school, olderAccountField,
+        driver.seeAll({chooseProvinces, chooseCity, Pupil::school, olderAccountField,
             Texts::passwordField, Texts::agreementBox, activation});
         driver.note(driver.screen().description());
     });
@@ -80,8 +80,8 @@ void accountSteps(Journey &journey)
         driver.seeNoToast();
         driver.tap(Texts::chooseSchool);
         driver.see(Texts::chooseSchool, Heading);
-        turnTo(driver, {Account::school});
-        driver.see(Account::school, Button);
+        turnTo(driver, {Pupil::school});
+        driver.see(Pupil::school, Button);
         driver.seeNothingOf(Texts::chooseSchool, QAccessible::Dialog);
     });
 

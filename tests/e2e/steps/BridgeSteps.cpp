@@ -44,14 +44,13 @@ void bridgeSteps(Journey &journey)
     journey.step(u"bridge-getRequestUrl"_s, BridgePage::step, [](Driver &driver) {
         const QJsonValue url = BridgePage::answerTo(driver, u"getRequestUrl"_s, u"string"_s);
         const QString origin = driver.page().read(u"location.origin"_s).toString();
-        driver.check(
-            url == origin + u'/' + Account::siteCode, u"the answer is the site's address"_s);
+        driver.check(url == origin + u'/' + Pupil::siteCode, u"the answer is the site's address"_s);
     });
 
     journey.step(u"bridge-getAppInfo"_s, BridgePage::step, [](Driver &driver) {
         const QJsonValue text = BridgePage::answerTo(driver, u"getAppInfo"_s, u"string"_s);
         const QJsonObject info = QJsonDocument::fromJson(text.toString().toUtf8()).object();
-        driver.check(info.size() == 12 && info[u"site_id"] == Account::siteId
+        driver.check(info.size() == 12 && info[u"site_id"] == Pupil::siteId
                 && !info[u"client_code"].toString().isEmpty() && info[u"app_type"] == 1,
             u"%1 describes this client"_s.arg(text.toString()));
     });

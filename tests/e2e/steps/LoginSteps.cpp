@@ -67,11 +67,11 @@ void loginSteps(Journey &journey)
     });
 
     journey.step(u"school-by-name"_s, u"school-list"_s, [](Driver &driver) {
-        driver.enter(Texts::searchField, Account::school);
-        driver.see(Account::school);
+        driver.enter(Texts::searchField, Pupil::school);
+        driver.see(Pupil::school);
         driver.waitFor(u"the other schools to go"_s, [&] {
             const QStringList shown = schoolsShown(driver);
-            return !shown.isEmpty() && shown.filter(Account::school) == shown;
+            return !shown.isEmpty() && shown.filter(Pupil::school) == shown;
         });
         driver.note(schoolsShown(driver).join(u" | "));
     });
@@ -79,9 +79,9 @@ void loginSteps(Journey &journey)
     const QString chosen = u"school-chosen"_s;
     journey.step(chosen, u"school-by-name"_s, [](Driver &driver) {
         driver.wire().mark();
-        driver.tap(Account::school);
+        driver.tap(Pupil::school);
         SignIn::seeLoginScreen(driver);
-        driver.check(driver.seeCall(u"getSetting4App"_s).value(u"site_id"_s) == Account::siteId,
+        driver.check(driver.seeCall(u"getSetting4App"_s).value(u"site_id"_s) == Pupil::siteId,
             u"the logo of the school's site was asked for"_s);
         driver.waitFor(u"the logo itself to be loaded"_s, [&] {
             const auto isLogo = [](const TracedRequest &request) {
@@ -92,7 +92,7 @@ void loginSteps(Journey &journey)
     });
 
     journey.step(u"agreement-unchecked"_s, chosen, [](Driver &driver) {
-        driver.enter(Texts::accountField, Account::userCode);
+        driver.enter(Texts::accountField, Pupil::userCode);
         driver.enter(Texts::passwordField, wrongPassword);
         driver.wire().mark();
         driver.seeToast(u"请勾选已阅读同意《用户协议》和《隐私政策》"_s, Texts::loginButton);
@@ -128,7 +128,7 @@ void loginSteps(Journey &journey)
             u"账号或密码错误，请重新输入"_s, [&] { SignIn::tryWith(driver, wrongPassword); });
         driver.check(driver.seeCall(u"login4H5"_s).value(u"user_pwd"_s) == wrongPassword,
             u"one sign-in was tried, with what was typed"_s);
-        driver.check(driver.see(Texts::accountField, EditableText).value == Account::userCode,
+        driver.check(driver.see(Texts::accountField, EditableText).value == Pupil::userCode,
             u"the account stays in its field"_s);
     });
 
@@ -144,7 +144,7 @@ void loginSteps(Journey &journey)
     const QString signedIn = u"sign-in"_s;
     journey.step(signedIn, chosen, [](Driver &driver) {
         driver.wire().mark();
-        SignIn::tryWith(driver, Account::password);
+        SignIn::tryWith(driver, Pupil::password);
         SignIn::seePortal(driver);
     });
 

@@ -35,7 +35,7 @@ void SignIn::readAgreements(Driver &driver)
 
 void SignIn::tryWith(Driver &driver, const QString &password)
 {
-    driver.enter(Texts::accountField, Account::userCode);
+    driver.enter(Texts::accountField, Pupil::userCode);
     driver.enter(Texts::passwordField, password);
     acceptAgreement(driver);
     driver.tap(Texts::loginButton, Button);

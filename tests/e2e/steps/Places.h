@@ -9,7 +9,7 @@
 namespace SignIn {
 
 //! Waits for the login screen, with this in the school row.
-void seeLoginScreen(Driver &driver, const QString &school = Account::school);
+void seeLoginScreen(Driver &driver, const QString &school = Pupil::school);
 //! Checks the agreement's box, if it is not.
 void acceptAgreement(Driver &driver);
 //! Reads what the screen's links lead to, and comes back.
@@ -17,7 +17,7 @@ void readAgreements(Driver &driver);
 //! Fills the form by touch and presses the button.
 void tryWith(Driver &driver, const QString &password);
 //! Waits until the portal's first page greets the pupil.
-void seePortal(Driver &driver, const QString &userName = Account::userName);
+void seePortal(Driver &driver, const QString &userName = Pupil::userName);
 
 }
 

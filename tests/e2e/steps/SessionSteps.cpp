@@ -78,9 +78,9 @@ void sessionSteps(Journey &journey)
     journey.step(u"sign-in-by-mouse"_s, u"sign-out-once-more"_s, [](Driver &driver) {
         driver.wire().mark();
         driver.click(Texts::accountField, EditableText);
-        driver.hand().type(Account::userCode);
+        driver.hand().type(Pupil::userCode);
         driver.click(Texts::passwordField, EditableText);
-        driver.hand().type(Account::password);
+        driver.hand().type(Pupil::password);
         driver.click(Texts::agreementBox, CheckBox);
         driver.click(Texts::loginButton, Button);
         seeOnlyTheNewSession(driver);
@@ -92,9 +92,9 @@ void sessionSteps(Journey &journey)
     journey.step(u"sign-in-by-keyboard"_s, u"bridge-logout"_s, [](Driver &driver) {
         driver.wire().mark();
         tabTo(driver, Texts::accountField, EditableText);
-        driver.hand().type(Account::userCode);
+        driver.hand().type(Pupil::userCode);
         tabTo(driver, Texts::passwordField, EditableText);
-        driver.hand().type(Account::password);
+        driver.hand().type(Pupil::password);
         tabTo(driver, Texts::agreementBox, CheckBox);
         driver.hand().press(Qt::Key_Space);
         tabTo(driver, Texts::loginButton, Button);

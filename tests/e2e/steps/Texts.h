@@ -10,7 +10,7 @@ using QAccessible::Link;
 using QAccessible::ListItem;
 
 //! Who travels: an account and a school of the school platform.
-namespace Account {
+namespace Pupil {
 
 inline const QString school = QStringLiteral("厦门实验小学");
 inline const QString siteCode = QStringLiteral("school01");
