@@ -4,11 +4,11 @@
 #include "common/Clocks.h"
 #include "model/LoginModel.h"
 #include "net/request/BaseRequestManager.h"
+#include "platform/http/HTTPNetwork.h"
 #include "platform/storage/HTTPCookieStorage.h"
 
 #include <QCoreApplication>
 #include <QJsonObject>
-#include <QNetworkAccessManager>
 #include <QTemporaryDir>
 
 #include <cstdio>
@@ -49,8 +49,8 @@ int main(int argc, char **argv)
     QTemporaryDir folder;
     UserDefaults defaults(folder.filePath(u"settings.ini"_s));
     LoginModel loginModel(&defaults);
-    QNetworkAccessManager network;
-    network.setCookieJar(new HTTPCookieStorage(folder.filePath(u"cookies.json"_s)));
+    HTTPCookieStorage cookies(folder.filePath(u"cookies.json"_s));
+    HTTPNetwork network(&cookies);
     DeploymentConfiguration::Hosts hosts;
     hosts.rb = QString::fromLocal8Bit(argv[1]);
     BaseRequestManager manager(&network, &loginModel, &defaults, hosts);

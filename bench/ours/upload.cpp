@@ -4,12 +4,12 @@
 #include "common/AnonymousMemory.h"
 #include "common/Clocks.h"
 #include "platform/desktop/NetworkReachabilityManager.h"
+#include "platform/http/HTTPNetwork.h"
 #include "upload/protocol/OMUploadFileManager.h"
 #include "upload/protocol/ScratchFolder.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QNetworkAccessManager>
 #include <QTemporaryDir>
 
 #include <atomic>
@@ -78,7 +78,7 @@ int main(int argc, char **argv)
 
     // Beside the file, so that the copy stays on one disk.
     QTemporaryDir folder(QFileInfo(file).absolutePath() + u"/upload-XXXXXX"_s);
-    QNetworkAccessManager network;
+    HTTPNetwork network;
     ReachableNetwork reachability;
     ScratchFolder scratch(folder.path());
     auto manager = std::make_unique<OMUploadFileManager>(&network, &reachability, &scratch);

@@ -4,7 +4,7 @@
 #include "app/start/ConfigurationFile.h"
 #include "app/start/RunningInstance.h"
 #include "app/start/SandboxProcess.h"
-#include "platform/http/ServerTrust.h"
+#include "platform/transport/ServerTrust.h"
 
 #include <QDir>
 #include <QFile>

@@ -12,7 +12,7 @@ class NetworkReachabilityManager;
 class NotificationCenter;
 class PhotoLibrary;
 class PushClient;
-class QNetworkAccessManager;
+class HTTPNetwork;
 class UrlOpener;
 class UserDefaults;
 class WXApi;
@@ -27,7 +27,7 @@ struct Device
     KeyChainStore *keychain = nullptr;
     UserDefaults *defaults = nullptr;
     HTTPCookieStorage *cookieStorage = nullptr;
-    QNetworkAccessManager *network = nullptr;
+    HTTPNetwork *network = nullptr;
     NetworkReachabilityManager *reachability = nullptr;
     UrlOpener *urlOpener = nullptr;
     ApplicationBadge *badge = nullptr;

@@ -56,7 +56,7 @@ private:
     void end();
     void finishIfIdle();
 
-    QNetworkAccessManager *m_network;
+    HTTPNetwork *m_network;
     const NetworkReachabilityManager *m_reachability;
     Toast *m_toast;
     ScratchFolder *m_scratch;

@@ -26,7 +26,8 @@ const QMap<QString, House::Room> &House::rooms()
 {
     static const QStringList middle = folders("platform ui model net session");
     static const QMap<QString, Room> rooms {
-        {u"src/platform"_s, {{}, folders("push services media http storage desktop time")}},
+        {u"src/platform"_s,
+            {{}, folders("push services media http transport storage desktop time")}},
         {u"src/ui"_s,
             {folders("platform"), folders("picker shell navigation feedback controls theme")}},
         {u"src/model"_s, {folders("platform"), {}}},

@@ -10,7 +10,6 @@
 #include <QBuffer>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QNetworkDiskCache>
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -87,7 +86,7 @@ private:
     int m_finished = 0;
 
     LaunchAd *ad() { return m_manager->launchAd(); }
-    QNetworkAccessManager *network() { return &m_client->network; }
+    HTTPNetwork *network() { return &m_client->network; }
 
     void launch()
     {
@@ -114,9 +113,6 @@ private Q_SLOTS:
         m_sandbox.reset();
         m_manager.reset();
         m_client = std::make_unique<SessionClient>(m_sandbox.hosts());
-        auto *cache = new QNetworkDiskCache(network());
-        cache->setCacheDirectory(m_client->folder.filePath(u"http"_s));
-        network()->setCache(cache);
         m_notifications = std::make_unique<NotificationCenter>();
         m_notifications->addObserver(
             u"xhLaunchAdShowFinish"_s, this, [this](const QVariant &object) {
@@ -192,7 +188,7 @@ private Q_SLOTS:
         QCOMPARE(m_finished, 0);
         advance(1ms);
         QCOMPARE(m_finished, 1);
-        TRY_VERIFY(network()->cache()->metaData(QUrl(address)).isValid());
+        TRY_VERIFY(network()->cache()->find(QUrl(address)).has_value());
         QCOMPARE(ad()->phase(), Phase::Gone);
 
         m_sandbox.addFault({{u"path"_s, u"/images/ad-still.png"_s}, {u"status"_s, 500}});

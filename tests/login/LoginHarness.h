@@ -26,7 +26,7 @@ public:
     ManualMainQueue &mainQueue {session.mainQueue};
     LoginModel &loginModel {session.account.loginModel};
     UserDefaults &defaults {session.defaults};
-    QNetworkAccessManager &network {session.network};
+    HTTPNetwork &network {session.network};
     BaseRequestManager &manager {session.account.requestManager};
     RequestInterface &requests {session.account.requests};
     NotificationCenter &notifications {session.notifications};

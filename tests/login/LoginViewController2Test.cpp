@@ -2,12 +2,12 @@
 #include "login/school/ChooseSchoolViewController.h"
 #include "login/school/LoginViewController2.h"
 #include "login/wechat/AuthLoginViewController.h"
+#include "platform/http/HTTPSessionManager.h"
 #include "platform/services/BrowserWXApi.h"
 #include "support/NotedUrlOpener.h"
 #include "support/Patience.h"
 #include "ui/navigation/NavigationController.h"
 
-#include <QNetworkReply>
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
@@ -47,14 +47,14 @@ private:
     {
         m_login->checkUserInstructions();
         m_login->wechatLogin();
-        const QNetworkRequest request(m_browser.opened.takeLast());
-        const std::unique_ptr<QNetworkReply> reply(m_harness->network.get(request));
-        if (!QTest::qWaitFor([&] { return reply->isFinished(); }, patienceMs))
-            qWarning("the authorisation page did not come");
+        const auto page = answerOf<HTTPResponse>([&](const auto &then) {
+            HTTPSessionManager(&m_harness->network)
+                .GET(m_browser.opened.takeLast().toString(), {}, then,
+                    [then](const HTTPResponse &, const HTTPError &) { then({}); });
+        });
         const QRegularExpression href(u"id=\"%1\" href=\"([^\"]*)\""_s.arg(link));
-        return QUrl(href.match(QString::fromUtf8(reply->readAll()))
-                        .captured(1)
-                        .replace(u"&amp;"_s, u"&"_s));
+        return QUrl(
+            href.match(QString::fromUtf8(page.body)).captured(1).replace(u"&amp;"_s, u"&"_s));
     }
 
     // As a start of the client makes it.

@@ -1,6 +1,7 @@
 #include "net/NetClient.h"
 #include "net/catalogue/SiteConfiguration.h"
 #include "net/request/LogMask.h"
+#include "platform/http/HTTPNetwork.h"
 #include "platform/http/HTTPSessionManager.h"
 #include "platform/http/HTTPTask.h"
 #include "support/Patience.h"
@@ -159,7 +160,7 @@ private Q_SLOTS:
         // So long that all of this is before the answer.
         m_platform.addFault({{u"start"_qs, m_start}, {u"delay_ms"_qs, 20'000}});
         bool answered = false;
-        auto network = std::make_unique<QNetworkAccessManager>();
+        auto network = std::make_unique<HTTPNetwork>();
         const auto started = [&] {
             auto manager = std::make_unique<BaseRequestManager>(
                 network.get(), &m_client->loginModel, &m_client->defaults, m_platform.hosts());

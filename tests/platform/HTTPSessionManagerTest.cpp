@@ -1,12 +1,11 @@
 #include "platform/http/HTTPSessionManager.h"
 
+#include "platform/http/HTTPNetwork.h"
 #include "platform/http/HTTPQuery.h"
-#include "platform/http/ServerTrust.h"
+#include "platform/transport/ServerTrust.h"
 #include "support/PageServer.h"
 #include "support/Table.h"
 
-#include <QNetworkAccessManager>
-#include <QNetworkDiskCache>
 #include <QSslCertificate>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -116,10 +115,7 @@ private Q_SLOTS:
     void keepsACopyOnlyWhereAskedTo()
     {
         const QTemporaryDir folder;
-        QNetworkAccessManager network;
-        auto *cache = new QNetworkDiskCache;
-        cache->setCacheDirectory(folder.path());
-        network.setCache(cache);
+        HTTPNetwork network(nullptr, folder.path());
         ScriptedServer server(good);
         Ending ending;
         const auto get = [&](HTTPSessionManager::CachePolicy policy) {
@@ -144,7 +140,7 @@ private Q_SLOTS:
     {
         const auto reaches = [](const QString &address) {
             // A fresh one: a connection that was made before keeps the trust of its time.
-            QNetworkAccessManager network;
+            HTTPNetwork network;
             const HTTPSessionManager manager(&network);
             return answerOf<bool>([&](const auto &then) {
                 manager.GET(
@@ -188,7 +184,7 @@ private Q_SLOTS:
     }
 
 private:
-    QNetworkAccessManager m_network;
+    HTTPNetwork m_network;
 };
 
 QTEST_GUILESS_MAIN(HTTPSessionManagerTest)

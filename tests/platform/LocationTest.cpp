@@ -1,3 +1,4 @@
+#include "platform/http/HTTPNetwork.h"
 #include "platform/services/PositioningLocationManager.h"
 #include "support/ManualMainQueue.h"
 #include "support/Patience.h"
@@ -33,7 +34,7 @@ class LocationTest : public QObject
 private:
     QTemporaryDir m_folder;
     PlatformProcess m_sandbox;
-    QNetworkAccessManager m_network;
+    HTTPNetwork m_network;
     ManualMainQueue m_queue;
 
     std::unique_ptr<PositioningLocationManager> manager(

@@ -1,3 +1,4 @@
+#include "platform/http/HTTPNetwork.h"
 #include "services/LocationForPages.h"
 #include "services/PushRegistration.h"
 #include "services/share/ShareForPages.h"
@@ -12,7 +13,6 @@
 
 #include <QJsonDocument>
 #include <QLoggingCategory>
-#include <QNetworkAccessManager>
 #include <QRegularExpression>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -170,7 +170,7 @@ private Q_SLOTS:
         QVERIFY(server.listen(QHostAddress::LocalHost));
         ManualMainQueue queue;
         Shell shell(queue);
-        QNetworkAccessManager network;
+        HTTPNetwork network;
         ShareForPages share(&shell, nullptr, &network);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"the picture to share"_s));
         share.action(QUrl(u"http://127.0.0.1:%1/p.png"_s.arg(server.serverPort())));

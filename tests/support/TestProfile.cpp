@@ -7,9 +7,8 @@
 TestProfile::TestProfile()
     : keychain(u"test"_qs, folder.filePath(u"keychain.ini"_qs))
     , defaults(folder.filePath(u"settings.ini"_qs), &keychain, secretSettings)
-    , cookieStorage(new HTTPCookieStorage(folder.filePath(u"cookies.json"_qs)))
+    , cookies(std::make_unique<HTTPCookieStorage>(folder.filePath(u"cookies.json"_qs)))
 {
-    network.setCookieJar(cookieStorage);
     // The items of tests have no place in the keyring of whoever runs them.
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
     QLoggingCategory::setFilterRules(u"vant.platform.info=false"_qs);

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/http/HTTPNetwork.h"
 #include "platform/storage/HTTPCookieStorage.h"
 #include "platform/storage/KeyChainStore.h"
 #include "platform/storage/UserDefaults.h"
 
-#include <QNetworkAccessManager>
 #include <QTemporaryDir>
 
 //! Where a client keeps its state, and its network, in a temporary folder of its own.
@@ -19,6 +19,7 @@ public:
     QTemporaryDir folder;
     KeyChainStore keychain;
     UserDefaults defaults;
-    QNetworkAccessManager network;
-    HTTPCookieStorage *cookieStorage; //!< the network's
+    const std::unique_ptr<HTTPCookieStorage> cookies;
+    HTTPCookieStorage *const cookieStorage {cookies.get()};
+    HTTPNetwork network {cookieStorage, folder.filePath(QStringLiteral("pictures"))};
 };

@@ -1,5 +1,6 @@
 #include "upload/SlicingUpload.h"
 
+#include "platform/http/HTTPTask.h"
 #include "platform/media/PhotoAsset.h"
 #include "session/SessionClient.h"
 #include "support/PlatformProcess.h"
@@ -10,7 +11,6 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QNetworkAccessManager>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -138,7 +138,7 @@ private Q_SLOTS:
             else
                 m_client.account.session.expire();
             // The connection goes with what was sent by it.
-            TRY_VERIFY(m_network.findChildren<QNetworkReply *>().isEmpty());
+            TRY_VERIFY(m_network.findChildren<HTTPTask *>().isEmpty());
             QCOMPARE(results.count(), 0);
             QVERIFY(!m_shell.toast()->isVisible() || m_shell.toast()->text() != u"上传失败"_s);
         }
@@ -185,7 +185,7 @@ private:
     SessionClient m_client {m_platform.hosts()};
     ManualMainQueue &m_queue {m_client.mainQueue};
     Shell m_shell {m_queue};
-    QNetworkAccessManager &m_network {m_client.network};
+    HTTPNetwork &m_network {m_client.network};
     SwitchedReachability &m_reachability {m_client.reachability};
     SlicingUploadConfig m_config;
     int m_logins = 0;

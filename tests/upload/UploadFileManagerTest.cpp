@@ -1,5 +1,6 @@
 #include "upload/protocol/OMUploadFileManager.h"
 
+#include "platform/http/HTTPNetwork.h"
 #include "platform/http/HTTPSessionManager.h"
 #include "support/PlatformProcess.h"
 #include "support/SwitchedReachability.h"
@@ -254,7 +255,7 @@ private:
     }
 
     PlatformProcess m_platform;
-    QNetworkAccessManager m_network;
+    HTTPNetwork m_network;
     SwitchedReachability m_reachability;
     SlicingUploadConfig m_config;
     std::unique_ptr<QTemporaryDir> m_folder;

@@ -1,4 +1,4 @@
-#include "platform/http/ServerTrust.h"
+#include "platform/transport/ServerTrust.h"
 #include "support/PageServer.h"
 #include "support/Patience.h"
 #include "web/PageHarness.h"

@@ -1,12 +1,11 @@
 #include "app/parts/SystemDevice.h"
 
 #include "model/SecretSettings.h"
-#include "platform/http/ServerAddress.h"
 #include "platform/media/FeedCaptureDevice.h"
 #include "platform/media/SystemCaptureDevice.h"
+#include "platform/transport/ServerAddress.h"
 
 #include <QCoreApplication>
-#include <QNetworkDiskCache>
 
 using namespace Qt::StringLiterals;
 
@@ -35,6 +34,7 @@ SystemDevice::SystemDevice(const DeploymentConfiguration &configuration, const P
     , m_keychain(paths.name, paths.keychainFallback)
     , m_defaults(paths.settings, &m_keychain, secretSettings)
     , m_cookieStorage(paths.cookies)
+    , m_network(&m_cookieStorage, paths.cache)
     , m_reachability(ServerAddress::isLoopback(QUrl(configuration.hosts.rb)))
     , m_photoLibrary(paths.album, {paths.videos})
     , m_camera(makeCamera(cameraFeed, &m_defaults, m_mainQueue))
@@ -49,12 +49,6 @@ SystemDevice::SystemDevice(const DeploymentConfiguration &configuration, const P
           paths.name.isEmpty() ? QStringList() : QStringList {u"--profile"_s, paths.name})
     , m_wxApi(&m_urlOpener, &m_callbacks, &m_defaults, configuration.wechat.authoriseUrl)
 {
-    m_network.setCookieJar(&m_cookieStorage);
-    // The network would take it over.
-    m_cookieStorage.setParent(nullptr);
-    auto *cache = new QNetworkDiskCache(&m_network);
-    cache->setCacheDirectory(paths.cache);
-    m_network.setCache(cache);
 }
 
 Device SystemDevice::device()

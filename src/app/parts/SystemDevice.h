@@ -6,6 +6,7 @@
 #include "platform/desktop/DesktopUrlOpener.h"
 #include "platform/desktop/SystemReachability.h"
 #include "platform/desktop/UrlSchemeHandler.h"
+#include "platform/http/HTTPNetwork.h"
 #include "platform/media/CaptureDevice.h"
 #include "platform/media/FolderPhotoLibrary.h"
 #include "platform/push/DesktopNotifications.h"
@@ -17,8 +18,6 @@
 #include "platform/storage/UserDefaults.h"
 #include "platform/time/NotificationCenter.h"
 #include "platform/time/TimerMainQueue.h"
-
-#include <QNetworkAccessManager>
 
 //! The system's own of everything that the client takes from the device. One for the process.
 class SystemDevice
@@ -38,7 +37,7 @@ private:
     KeyChainStore m_keychain;
     UserDefaults m_defaults;
     HTTPCookieStorage m_cookieStorage;
-    QNetworkAccessManager m_network;
+    HTTPNetwork m_network;
     SystemReachability m_reachability;
     DesktopUrlOpener m_urlOpener;
     FolderPhotoLibrary m_photoLibrary;

@@ -1,11 +1,11 @@
 #include "app/start/SandboxProcess.h"
 
 #include "app/start/ConfigurationFile.h"
+#include "platform/http/HTTPNetwork.h"
+#include "platform/http/HTTPSessionManager.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
 
 #include <sys/prctl.h>
 
@@ -57,15 +57,25 @@ std::variant<DeploymentConfiguration, QString> SandboxProcess::start()
     }
     const QString base = QString::fromUtf8(m_process.readLine()).trimmed();
 
-    QNetworkAccessManager network;
-    QNetworkRequest request(QUrl(base + u"/deployment.toml"_s));
-    request.setTransferTimeout(startTimeoutMs);
-    QNetworkReply *reply = network.get(request);
+    HTTPNetwork network;
+    HTTPSessionManager manager(&network);
+    manager.setTimeoutInterval(std::chrono::milliseconds(startTimeoutMs));
     QEventLoop loop;
-    QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
+    HTTPResponse answer;
+    HTTPError problem;
+    manager.GET(
+        base + u"/deployment.toml"_s, {},
+        [&](const HTTPResponse &response) {
+            answer = response;
+            loop.quit();
+        },
+        [&](const HTTPResponse &, const HTTPError &error) {
+            problem = error;
+            loop.quit();
+        });
     loop.exec();
-    if (reply->error() != QNetworkReply::NoError)
+    if (problem.code != 0)
         return u"the school platform at \"%1\" does not answer: %2"_s.arg(
-            base, reply->errorString());
-    return ConfigurationFile::parse(reply->readAll(), base + u"/deployment.toml"_s);
+            base, problem.description);
+    return ConfigurationFile::parse(answer.body, base + u"/deployment.toml"_s);
 }

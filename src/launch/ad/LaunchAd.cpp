@@ -2,11 +2,10 @@
 
 #include "launch/Logging.h"
 #include "launch/ad/LaunchAdDelegate.h"
+#include "platform/http/HTTPNetwork.h"
 #include "platform/http/HTTPSessionManager.h"
 #include "platform/time/MainQueue.h"
 
-#include <QAbstractNetworkCache>
-#include <QNetworkAccessManager>
 #include <QPointer>
 
 using namespace Qt::StringLiterals;
@@ -21,8 +20,8 @@ constexpr qint64 maximumBytes = 10 * 1024 * 1024;
 
 }
 
-LaunchAd::LaunchAd(LaunchAdDelegate *delegate, QNetworkAccessManager *network, MainQueue *mainQueue,
-    const QSize &area)
+LaunchAd::LaunchAd(
+    LaunchAdDelegate *delegate, HTTPNetwork *network, MainQueue *mainQueue, const QSize &area)
     : m_delegate(delegate)
     , m_network(network)
     , m_mainQueue(mainQueue)

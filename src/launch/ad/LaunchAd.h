@@ -7,7 +7,7 @@
 #include <QSize>
 
 class LaunchAdDelegate;
-class QNetworkAccessManager;
+class HTTPNetwork;
 
 //! The advertisement over the first screen of a launch, used once: it waits under the launch
 //! picture, shows its picture with a countdown, fades, and is gone. Nothing, late, or damaged
@@ -31,8 +31,8 @@ public:
     Q_ENUM(Phase)
 
     //! \a area: the pixels of the screen. Pictures are kept in the network's cache.
-    LaunchAd(LaunchAdDelegate *delegate, QNetworkAccessManager *network, MainQueue *mainQueue,
-        const QSize &area);
+    LaunchAd(
+        LaunchAdDelegate *delegate, HTTPNetwork *network, MainQueue *mainQueue, const QSize &area);
 
     //! Covers the window from now on, for that long at most unless a picture can be shown by then.
     void setWaitDataDuration(std::chrono::milliseconds duration);
@@ -64,7 +64,7 @@ private:
     void setPhase(Phase phase);
 
     LaunchAdDelegate *m_delegate;
-    QNetworkAccessManager *m_network;
+    HTTPNetwork *m_network;
     MainQueue *m_mainQueue;
     QSize m_area;
     LaunchAdPicture m_picture;

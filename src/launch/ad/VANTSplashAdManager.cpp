@@ -30,7 +30,7 @@ QString addressOf(const QString &img_url)
 
 }
 
-VANTSplashAdManager::VANTSplashAdManager(RequestInterface *requests, QNetworkAccessManager *network,
+VANTSplashAdManager::VANTSplashAdManager(RequestInterface *requests, HTTPNetwork *network,
     MainQueue *mainQueue, NotificationCenter *notifications, const QSize &screenPixels)
     : m_requests(requests)
     , m_notifications(notifications)

@@ -16,8 +16,8 @@ class VANTSplashAdManager : public QObject, public LaunchAdDelegate
 
 public:
     //! \a screenPixels: the size of the screen, portrait, in pixels.
-    VANTSplashAdManager(RequestInterface *requests, QNetworkAccessManager *network,
-        MainQueue *mainQueue, NotificationCenter *notifications, const QSize &screenPixels);
+    VANTSplashAdManager(RequestInterface *requests, HTTPNetwork *network, MainQueue *mainQueue,
+        NotificationCenter *notifications, const QSize &screenPixels);
 
     //! The launch has finished: the advertisement's turn.
     void setupXHLaunchAd();

@@ -6,8 +6,8 @@
 #include "net/catalogue/AgreementLink.h"
 #include "net/catalogue/RequestInterface.h"
 #include "platform/desktop/NetworkReachabilityManager.h"
-#include "platform/http/ServerAddress.h"
 #include "platform/time/MainQueue.h"
+#include "platform/transport/ServerAddress.h"
 #include "session/Account.h"
 #include "ui/shell/Shell.h"
 

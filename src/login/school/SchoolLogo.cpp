@@ -31,7 +31,7 @@ QUrl sourceOf(const QByteArray &picture)
 
 }
 
-SchoolLogo::SchoolLogo(LoginViewModel *viewModel, QNetworkAccessManager *network, QObject *parent)
+SchoolLogo::SchoolLogo(LoginViewModel *viewModel, HTTPNetwork *network, QObject *parent)
     : QObject(parent)
     , m_viewModel(viewModel)
     , m_network(network)

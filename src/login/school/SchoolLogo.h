@@ -4,7 +4,7 @@
 #include <QUrl>
 
 class LoginViewModel;
-class QNetworkAccessManager;
+class HTTPNetwork;
 
 //! The picture at the top of the login screen: the application's own until the chosen school's has
 //! been loaded. Owned by the login screen's controller.
@@ -13,7 +13,7 @@ class SchoolLogo : public QObject
     Q_OBJECT
 
 public:
-    SchoolLogo(LoginViewModel *viewModel, QNetworkAccessManager *network, QObject *parent);
+    SchoolLogo(LoginViewModel *viewModel, HTTPNetwork *network, QObject *parent);
 
     //! Asks for the logo of another school; answers about the one before are dropped from now on.
     void request(const QString &siteId);
@@ -31,7 +31,7 @@ private:
     void show(const QUrl &source);
 
     LoginViewModel *m_viewModel;
-    QNetworkAccessManager *m_network;
+    HTTPNetwork *m_network;
     QUrl m_source;
     quint64 m_newestRequest = 0;
 };

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "net/request/ResponseCallback.h"
-#include "platform/http/HTTPTypes.h"
+#include "platform/transport/HTTPTypes.h"
 
 class BaseRequestManager;
 class DeviceIdentifier;

@@ -36,7 +36,7 @@ Outcome outcomeOf(
 
 }
 
-BaseRequestManager::BaseRequestManager(QNetworkAccessManager *network, LoginModel *loginModel,
+BaseRequestManager::BaseRequestManager(HTTPNetwork *network, LoginModel *loginModel,
     UserDefaults *defaults, const DeploymentConfiguration::Hosts &hosts)
     : m_network(network)
     , m_loginModel(loginModel)

@@ -7,7 +7,7 @@
 #include <unordered_map>
 
 class LoginModel;
-class QNetworkAccessManager;
+class HTTPNetwork;
 class UserDefaults;
 
 //! Sends calls to the platform and reads the envelope of their answers. One for the process, made
@@ -21,8 +21,8 @@ public:
     using ConnectItems = std::unordered_map<size_t, std::unique_ptr<RequestItem>>;
 
     //! None of the pointers is owned; all must outlive the manager.
-    BaseRequestManager(QNetworkAccessManager *network, LoginModel *loginModel,
-        UserDefaults *defaults, const DeploymentConfiguration::Hosts &hosts);
+    BaseRequestManager(HTTPNetwork *network, LoginModel *loginModel, UserDefaults *defaults,
+        const DeploymentConfiguration::Hosts &hosts);
     ~BaseRequestManager() override;
     BaseRequestManager(const BaseRequestManager &) = delete;
     BaseRequestManager &operator=(const BaseRequestManager &) = delete;
@@ -39,7 +39,7 @@ public:
 
     const ConnectItems &connectItems() const { return m_connectItems; }
 
-    QNetworkAccessManager *network() const override { return m_network; }
+    HTTPNetwork *network() const override { return m_network; }
     UserDefaults *defaults() const override { return m_defaults; }
     QString addressOf(
         const QString &action, const QString &start, const QString &organization) const override;
@@ -47,7 +47,7 @@ public:
     void handelRequestDidFinish(RequestItem *item, const std::optional<HTTPError> &error) override;
 
 private:
-    QNetworkAccessManager *m_network;
+    HTTPNetwork *m_network;
     LoginModel *m_loginModel;
     UserDefaults *m_defaults;
     DeploymentConfiguration::Hosts m_hosts;

@@ -14,7 +14,7 @@ namespace {
 constexpr std::chrono::seconds requestTimeout {30};
 constexpr int parsedStatus = 200;
 
-HTTPSessionManager sessionManager(QNetworkAccessManager *network)
+HTTPSessionManager sessionManager(HTTPNetwork *network)
 {
     static const QSet<QByteArray> contentTypes {
         "application/json", "text/json", "text/plain", "text/html"};

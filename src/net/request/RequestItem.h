@@ -2,7 +2,7 @@
 
 #include "net/request/ResponseCallback.h"
 #include "platform/http/HTTPTask.h"
-#include "platform/http/HTTPTypes.h"
+#include "platform/transport/HTTPTypes.h"
 
 #include <QObject>
 #include <QPointer>

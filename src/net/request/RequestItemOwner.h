@@ -4,7 +4,7 @@
 
 #include <optional>
 
-class QNetworkAccessManager;
+class HTTPNetwork;
 class RequestItem;
 class UserDefaults;
 struct HTTPError;
@@ -15,7 +15,7 @@ class RequestItemOwner
 public:
     virtual ~RequestItemOwner() = default;
 
-    virtual QNetworkAccessManager *network() const = 0;
+    virtual HTTPNetwork *network() const = 0;
     virtual UserDefaults *defaults() const = 0;
     virtual QString addressOf(
         const QString &action, const QString &start, const QString &organization) const = 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/http/HTTPTypes.h"
+#include "platform/transport/HTTPTypes.h"
 
 #include <QUrl>
 

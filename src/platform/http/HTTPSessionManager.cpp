@@ -2,12 +2,7 @@
 
 #include "platform/http/HTTPQuery.h"
 
-#include <QAbstractNetworkCache>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QNetworkRequest>
-
-HTTPSessionManager::HTTPSessionManager(QNetworkAccessManager *network)
+HTTPSessionManager::HTTPSessionManager(HTTPNetwork *network)
     : m_network(network)
 {
 }
@@ -38,50 +33,46 @@ void HTTPSessionManager::setMaximumBodySize(qint64 size)
     m_limits.bodySize = size;
 }
 
-QNetworkRequest HTTPSessionManager::request(const QUrl &url) const
+void HTTPSessionManager::setWholeTime(std::chrono::milliseconds time)
 {
-    QNetworkRequest request(url);
-    const bool usesCache = m_cachePolicy == CachePolicy::ReturnCacheDataElseLoad;
-    const bool isKept
-        = usesCache && m_network->cache() && m_network->cache()->metaData(url).isValid();
-    request.setAttribute(QNetworkRequest::CacheLoadControlAttribute,
-        isKept          ? QNetworkRequest::AlwaysCache
-            : usesCache ? QNetworkRequest::PreferNetwork
-                        : QNetworkRequest::AlwaysNetwork);
-    request.setAttribute(QNetworkRequest::CacheSaveControlAttribute, usesCache);
-    for (const auto &[field, value] : m_headers)
-        request.setRawHeader(field, value);
-    return request;
+    m_limits.whole = time;
 }
 
-HTTPTask *HTTPSessionManager::track(
-    QNetworkReply *reply, HTTPSuccess success, HTTPFailure failure) const
+HTTPTask *HTTPSessionManager::start(
+    HTTPRequest request, HTTPSuccess success, HTTPFailure failure) const
 {
-    return new HTTPTask(reply, m_limits, std::move(success), std::move(failure));
+    request.headers += m_headers;
+    const auto cache = m_cachePolicy == CachePolicy::ReturnCacheDataElseLoad
+        ? HTTPTask::Cache::Used
+        : HTTPTask::Cache::Ignored;
+    return new HTTPTask(
+        m_network, std::move(request), m_limits, cache, std::move(success), std::move(failure));
 }
 
 HTTPTask *HTTPSessionManager::GET(const QString &address, const HTTPParameters &parameters,
     HTTPSuccess success, HTTPFailure failure) const
 {
-    return track(m_network->get(request(HTTPQuery::urlWithQuery(address, parameters))),
+    return start({.method = HTTPRequest::Method::Get,
+                     .url = HTTPQuery::urlWithQuery(address, parameters),
+                     .headers = {},
+                     .body = {}},
         std::move(success), std::move(failure));
 }
 
 HTTPTask *HTTPSessionManager::POST(const QString &address, const HTTPParameters &parameters,
     HTTPSuccess success, HTTPFailure failure) const
 {
-    QNetworkRequest post = request(QUrl(address));
-    post.setHeader(QNetworkRequest::ContentTypeHeader, "application/x-www-form-urlencoded");
-    return track(m_network->post(post, HTTPQuery::encoded(parameters)), std::move(success),
-        std::move(failure));
+    return start({.method = HTTPRequest::Method::Post,
+                     .url = QUrl(address),
+                     .headers = {{"Content-Type", "application/x-www-form-urlencoded"}},
+                     .body = HTTPQuery::encoded(parameters)},
+        std::move(success), std::move(failure));
 }
 
 HTTPTask *HTTPSessionManager::PUT(
     const QString &address, const QByteArray &body, HTTPSuccess success, HTTPFailure failure) const
 {
-    QUrl url(address);
-    // The transport would write a local file.
-    if (!url.scheme().startsWith(QStringLiteral("http")))
-        url.clear();
-    return track(m_network->put(request(url), body), std::move(success), std::move(failure));
+    return start(
+        {.method = HTTPRequest::Method::Put, .url = QUrl(address), .headers = {}, .body = body},
+        std::move(success), std::move(failure));
 }

@@ -2,16 +2,16 @@
 
 #include "platform/http/HTTPTask.h"
 
-#include <chrono>
-
-class QNetworkAccessManager;
-class QNetworkRequest;
+class HTTPNetwork;
 
 //! The way to a server: how requests are written and which answers are acceptable.
 //!
 //! A cheap value that is made for each request; connections, cookies and certificates belong to the
-//! network access manager behind it, which all share. Parameters travel as query (GET) or as form
-//! body (POST).
+//! network behind it, which all share. Parameters travel as query (GET) or as form body (POST).
+//!
+//! A GET follows up to ten redirections, never from https to http. A POST or PUT follows those of
+//! its own origin alone, and is never sent twice. Neither credentials nor cookies go to whom they
+//! are not meant for.
 class HTTPSessionManager
 {
 public:
@@ -21,12 +21,15 @@ public:
 
     static constexpr qint64 defaultMaximumBodySize = 64 * 1024 * 1024;
 
-    explicit HTTPSessionManager(QNetworkAccessManager *network);
+    explicit HTTPSessionManager(HTTPNetwork *network);
 
     void setValueForHTTPHeaderField(const QByteArray &value, const QByteArray &field);
     //! Content types an answer with a body may have; none set: any.
     void setAcceptableContentTypes(const QSet<QByteArray> &types);
+    //! How long nothing may arrive or leave.
     void setTimeoutInterval(std::chrono::milliseconds timeout);
+    //! How long the whole may take; zero: any time.
+    void setWholeTime(std::chrono::milliseconds time);
     void setCachePolicy(CachePolicy policy);
     //! An answer with a larger body (unpacked, in bytes) is a failure, cut off as soon as that
     //! shows.
@@ -42,10 +45,9 @@ public:
         HTTPFailure failure) const;
 
 private:
-    QNetworkRequest request(const QUrl &url) const;
-    HTTPTask *track(QNetworkReply *reply, HTTPSuccess success, HTTPFailure failure) const;
+    HTTPTask *start(HTTPRequest request, HTTPSuccess success, HTTPFailure failure) const;
 
-    QNetworkAccessManager *m_network;
+    HTTPNetwork *m_network;
     QList<std::pair<QByteArray, QByteArray>> m_headers;
     HTTPLimits m_limits {{}, defaultMaximumBodySize, std::chrono::seconds(60)};
     CachePolicy m_cachePolicy = CachePolicy::NoCache;

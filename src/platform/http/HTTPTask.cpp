@@ -1,17 +1,24 @@
 #include "platform/http/HTTPTask.h"
 
-#include "platform/http/TcpNoDelay.h"
+#include "platform/http/DataUrl.h"
+#include "platform/http/HTTPNetwork.h"
+#include "platform/storage/HTTPCookieStorage.h"
 
-#include <QNetworkReply>
+#include <QLocale>
+#include <QPointer>
 
 namespace {
 
+using Method = HTTPRequest::Method;
+
 constexpr int firstSuccessStatus = 200;
 constexpr int lastSuccessStatus = 299;
-// The transport's own numbers end below 500.
+constexpr int mostRedirections = 10;
+// Beside the transport's own numbers.
 constexpr int unacceptableStatus = 1001;
 constexpr int unacceptableContentType = 1002;
-constexpr int bodyTooLarge = 1003;
+constexpr int unusableAddress = 1005;
+constexpr int tooManyRedirections = 1006;
 
 QByteArray mimeTypeOf(const HTTPResponse &response)
 {
@@ -19,83 +26,188 @@ QByteArray mimeTypeOf(const HTTPResponse &response)
     return type.split(';').constFirst().trimmed().toLower();
 }
 
+bool isWeb(const QUrl &url)
+{
+    return (url.scheme() == u"http" || url.scheme() == u"https") && !url.host().isEmpty();
 }
 
-HTTPTask::HTTPTask(
-    QNetworkReply *reply, const HTTPLimits &limits, HTTPSuccess success, HTTPFailure failure)
-    : QObject(reply->manager())
-    , m_reply(reply)
+bool isSameOrigin(const QUrl &one, const QUrl &other)
+{
+    const auto portOf
+        = [](const QUrl &url) { return url.port(url.scheme() == u"https" ? 443 : 80); };
+    return one.scheme() == other.scheme() && one.host() == other.host()
+        && portOf(one) == portOf(other);
+}
+
+bool hasHeader(const HTTPRequest &request, const QByteArray &name)
+{
+    return std::any_of(
+        request.headers.cbegin(), request.headers.cend(), [&name](const auto &header) {
+            return header.first.compare(name, Qt::CaseInsensitive) == 0;
+        });
+}
+
+QByteArray cookieHeader(const QList<QNetworkCookie> &cookies)
+{
+    QByteArrayList pairs;
+    for (const QNetworkCookie &cookie : cookies)
+        pairs << cookie.toRawForm(QNetworkCookie::NameAndValueOnly);
+    return pairs.join("; ");
+}
+
+}
+
+HTTPTask::HTTPTask(HTTPNetwork *network, HTTPRequest request, const HTTPLimits &limits, Cache cache,
+    HTTPSuccess success, HTTPFailure failure)
+    : QObject(network)
+    , m_network(network)
+    , m_request(std::move(request))
+    , m_address(m_request.url)
     , m_limits(limits)
+    , m_cache(network->cache() ? cache : Cache::Ignored)
+    , m_begin(std::chrono::steady_clock::now())
     , m_success(std::move(success))
     , m_failure(std::move(failure))
 {
-    m_reply->setParent(this);
-    connect(m_reply, &QNetworkReply::uploadProgress, this, &HTTPTask::uploadProgress);
-    connect(m_reply, &QNetworkReply::readyRead, this, &HTTPTask::receive);
-    connect(m_reply, &QNetworkReply::metaDataChanged, this, &HTTPTask::checkAnnouncedSize);
-    // Later than the start of the connection, which may wait for the host's address.
-    connect(m_reply, &QNetworkReply::socketStartedConnecting, this, [this] {
-        connect(m_reply, &QNetworkReply::requestSent, this, &TcpNoDelay::apply,
-            Qt::ConnectionType(Qt::AutoConnection | Qt::SingleShotConnection));
-    });
-    // Queued: a reply that fails at once must not answer before the caller holds the task.
-    connect(m_reply, &QNetworkReply::finished, this, &HTTPTask::finish, Qt::QueuedConnection);
-    connect(m_reply, &QNetworkReply::uploadProgress, this, &HTTPTask::awaitMore);
-    awaitMore();
+    begin();
 }
 
-// The toolkit's own timer costs each request as much as all else that is done here.
-void HTTPTask::awaitMore()
+HTTPTask::~HTTPTask()
 {
-    m_silence.start(int(m_limits.silence.count()), this);
+    if (m_transfer)
+        m_network->thread()->cancel(m_transfer);
 }
 
-void HTTPTask::timerEvent(QTimerEvent *)
+void HTTPTask::begin()
 {
-    m_silence.stop();
-    cancel();
+    if (m_request.method == Method::Get) {
+        if (const auto content = DataUrl::content(m_address))
+            return answerLater(*content, {});
+        if (m_cache == Cache::Used) {
+            if (auto kept = m_network->cache()->find(m_address))
+                return answerLater(*std::move(kept), {});
+        }
+    }
+    if (!isWeb(m_request.url))
+        return answerLater({}, {unusableAddress, QStringLiteral("no address of the web")});
+    send();
+}
+
+void HTTPTask::send()
+{
+    HTTPRequest request = m_request;
+    // As browsers say it; some servers answer nobody else.
+    if (!hasHeader(request, "User-Agent"))
+        request.headers.emplaceBack("User-Agent", "Mozilla/5.0");
+    request.headers.emplaceBack("Accept-Language", QLocale::system().bcp47Name().toLatin1() + ",*");
+    if (HTTPCookieStorage *storage = m_network->cookies()) {
+        const QByteArray cookies = cookieHeader(storage->cookiesForUrl(request.url));
+        if (!cookies.isEmpty())
+            request.headers.emplaceBack("Cookie", cookies);
+    }
+    HTTPLimits limits = m_limits;
+    if (limits.whole.count() > 0) {
+        const auto spent = std::chrono::duration_cast<std::chrono::milliseconds>(
+            std::chrono::steady_clock::now() - m_begin);
+        limits.whole = std::max(limits.whole - spent, std::chrono::milliseconds(1));
+    }
+    // The network outlives its thread, and the task need not.
+    m_transfer = std::make_shared<HTTPTransfer>(
+        std::move(request), limits, [network = m_network, self = QPointer(this)] {
+            QMetaObject::invokeMethod(
+                network,
+                [self] {
+                    if (self)
+                        self->didEnd();
+                },
+                Qt::QueuedConnection);
+        });
+    m_network->thread()->start(m_transfer);
 }
 
 void HTTPTask::cancel()
 {
-    m_reply->abort();
+    m_isCancelled = true;
+    if (m_transfer)
+        m_network->thread()->cancel(m_transfer);
 }
 
-void HTTPTask::checkAnnouncedSize()
+void HTTPTask::didEnd()
 {
-    if (m_reply->header(QNetworkRequest::ContentLengthHeader).toLongLong() > m_limits.bodySize)
-        refuseBody();
+    const std::shared_ptr<HTTPTransfer> transfer = std::move(m_transfer);
+    HTTPResponse response = transfer->takeResponse();
+    const bool isComplete = transfer->error().code == 0 && !m_isCancelled;
+    if (isComplete) {
+        storeCookies(response);
+        if (auto next = redirection(response)) {
+            if (++m_redirections > mostRedirections)
+                return answer(
+                    response, {tooManyRedirections, QStringLiteral("too many redirections")});
+            m_request = *std::move(next);
+            return send();
+        }
+    }
+    const HTTPError error = errorOf(response, transfer->error());
+    if (error.code == 0 && m_cache == Cache::Used)
+        m_network->cache()->keep(m_address, response);
+    answer(response, error);
 }
 
-void HTTPTask::receive()
+void HTTPTask::storeCookies(const HTTPResponse &response)
 {
-    awaitMore();
-    readBody();
+    if (!m_network->cookies())
+        return;
+    QList<QNetworkCookie> cookies;
+    for (const auto &[name, value] : response.headers) {
+        if (name.compare("Set-Cookie", Qt::CaseInsensitive) == 0)
+            cookies += QNetworkCookie::parseCookies(value);
+    }
+    if (!cookies.isEmpty())
+        m_network->cookies()->setCookiesFromUrl(cookies, m_request.url);
 }
 
-void HTTPTask::readBody()
+// A form or a part goes to nobody but the server it was meant for.
+std::optional<HTTPRequest> HTTPTask::redirection(const HTTPResponse &response) const
 {
-    m_body += m_reply->readAll();
-    if (m_body.size() > m_limits.bodySize)
-        refuseBody();
+    const bool isSeeOther = response.statusCode >= 301 && response.statusCode <= 303;
+    const bool isRepeat = response.statusCode == 307 || response.statusCode == 308;
+    const QByteArray location = response.header("Location");
+    if ((!isSeeOther && !isRepeat) || location.isEmpty())
+        return {};
+    HTTPRequest next = m_request;
+    next.url = m_request.url.resolved(QUrl::fromEncoded(location));
+    const bool opens = m_request.url.scheme() == u"https" && next.url.scheme() != u"https";
+    if (!isWeb(next.url) || opens)
+        return {};
+    if (m_request.method != Method::Get) {
+        if (!isSameOrigin(m_request.url, next.url)
+            || (isSeeOther && m_request.method == Method::Put))
+            return {};
+        if (isSeeOther) {
+            next.method = Method::Get;
+            next.body.clear();
+            next.headers.removeIf([](const auto &header) {
+                return header.first.compare("Content-Type", Qt::CaseInsensitive) == 0;
+            });
+        }
+    }
+    if (!isSameOrigin(m_request.url, next.url))
+        next.headers.removeIf([](const auto &header) {
+            return header.first.compare("Authorization", Qt::CaseInsensitive) == 0;
+        });
+    return next;
 }
 
-void HTTPTask::refuseBody()
-{
-    m_bodyIsTooLarge = true;
-    m_reply->abort();
-}
-
-HTTPError HTTPTask::errorOf(const HTTPResponse &response) const
+HTTPError HTTPTask::errorOf(const HTTPResponse &response, const HTTPError &transport) const
 {
     const bool refused = response.statusCode != 0
         && (response.statusCode < firstSuccessStatus || response.statusCode > lastSuccessStatus);
     if (refused)
         return {unacceptableStatus, QStringLiteral("status %1").arg(response.statusCode)};
-    if (m_bodyIsTooLarge)
-        return {bodyTooLarge, QStringLiteral("body above %1 bytes").arg(m_limits.bodySize)};
-    if (m_reply->error() != QNetworkReply::NoError)
-        return {int(m_reply->error()), m_reply->errorString()};
+    if (m_isCancelled)
+        return {HTTPTransfer::cancelled, QStringLiteral("cancelled")};
+    if (transport.code != 0)
+        return transport;
     if (!m_limits.contentTypes.isEmpty() && !response.body.isEmpty()
         && !m_limits.contentTypes.contains(mimeTypeOf(response)))
         return {unacceptableContentType,
@@ -104,25 +216,18 @@ HTTPError HTTPTask::errorOf(const HTTPResponse &response) const
     return {};
 }
 
-void HTTPTask::finish()
+void HTTPTask::answerLater(HTTPResponse response, const HTTPError &error)
 {
-    m_silence.stop();
-    if (m_reply->isOpen())
-        readBody();
-    HTTPResponse response {
-        m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), {}, {}};
-    for (const auto &[name, value] : m_reply->rawHeaderPairs()) {
-        if (!value.contains('\n')) {
-            response.headers.append({name, value});
-            continue;
-        }
-        // The toolkit joins cookies by line ends.
-        for (const QByteArray &single : value.split('\n'))
-            response.headers.append({name, single});
-    }
-    response.body = std::move(m_body);
+    QMetaObject::invokeMethod(
+        this,
+        [this, response = std::move(response), error] {
+            answer(response, error.code != 0 ? error : errorOf(response, {}));
+        },
+        Qt::QueuedConnection);
+}
 
-    const HTTPError error = errorOf(response);
+void HTTPTask::answer(const HTTPResponse &response, const HTTPError &error)
+{
     deleteLater();
     if (error.code == 0)
         m_success(response);

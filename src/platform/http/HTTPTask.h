@@ -1,59 +1,51 @@
 #pragma once
 
-#include "platform/http/HTTPTypes.h"
+#include "platform/transport/HTTPRequest.h"
+#include "platform/transport/HTTPTypes.h"
 
-#include <QBasicTimer>
 #include <QObject>
-#include <QPointer>
-#include <QSet>
 
-#include <chrono>
+#include <memory>
 
-class QNetworkReply;
+class HTTPNetwork;
+class HTTPTransfer;
 
-//! What an answer may be and take.
-struct HTTPLimits
-{
-    QSet<QByteArray> contentTypes; //!< of an answer with a body; empty: any
-    qint64 bodySize; //!< unpacked, in bytes
-    std::chrono::milliseconds silence; //!< how long nothing may arrive or leave
-};
-
-//! One request on its way. Made by HTTPSessionManager, deletes itself after the answer has been
+//! One request on its way, redirections included; deletes itself after the answer has been
 //! delivered. Exactly one of success and failure is called, on the main thread, never from inside
-//! the call that started it; a cancelled task ends with failure. Only a network access manager that
-//! dies first takes its tasks with it unanswered.
+//! the call that started it; a cancelled task ends with failure. Only a network that ends first
+//! takes its tasks with it unanswered.
 class HTTPTask : public QObject
 {
     Q_OBJECT
 
 public:
-    HTTPTask(
-        QNetworkReply *reply, const HTTPLimits &limits, HTTPSuccess success, HTTPFailure failure);
+    enum class Cache { Ignored, Used };
+
+    HTTPTask(HTTPNetwork *network, HTTPRequest request, const HTTPLimits &limits, Cache cache,
+        HTTPSuccess success, HTTPFailure failure);
+    ~HTTPTask() override;
 
     void cancel();
 
-Q_SIGNALS:
-    //! Bytes sent of the body, and its size.
-    void uploadProgress(qint64 sent, qint64 total);
-
-protected:
-    void timerEvent(QTimerEvent *event) override;
-
 private:
-    void awaitMore();
-    void checkAnnouncedSize();
-    void receive();
-    void readBody();
-    void refuseBody();
-    void finish();
-    HTTPError errorOf(const HTTPResponse &response) const;
+    void begin();
+    void send();
+    void didEnd();
+    void storeCookies(const HTTPResponse &response);
+    std::optional<HTTPRequest> redirection(const HTTPResponse &response) const;
+    HTTPError errorOf(const HTTPResponse &response, const HTTPError &transport) const;
+    void answerLater(HTTPResponse response, const HTTPError &error);
+    void answer(const HTTPResponse &response, const HTTPError &error);
 
-    QNetworkReply *m_reply;
-    QByteArray m_body;
-    HTTPLimits m_limits;
-    QBasicTimer m_silence;
-    bool m_bodyIsTooLarge = false;
+    HTTPNetwork *m_network;
+    HTTPRequest m_request;
+    const QUrl m_address; // before redirections
+    const HTTPLimits m_limits;
+    const Cache m_cache;
+    const std::chrono::steady_clock::time_point m_begin;
     HTTPSuccess m_success;
     HTTPFailure m_failure;
+    std::shared_ptr<HTTPTransfer> m_transfer;
+    int m_redirections = 0;
+    bool m_isCancelled = false;
 };

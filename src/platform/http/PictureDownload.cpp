@@ -14,7 +14,7 @@ bool PictureDownload::isAllowed(const QUrl &address)
     return scheme == u"http" || scheme == u"https" || scheme == u"data";
 }
 
-HTTPSessionManager PictureDownload::session(QNetworkAccessManager *network)
+HTTPSessionManager PictureDownload::session(HTTPNetwork *network)
 {
     HTTPSessionManager session(network);
     session.setCachePolicy(HTTPSessionManager::CachePolicy::ReturnCacheDataElseLoad);

@@ -9,6 +9,6 @@ namespace PictureDownload {
 bool isAllowed(const QUrl &address);
 //! From the disk cache where it holds the picture, else from the server, half a minute at the most
 //! without a byte.
-HTTPSessionManager session(QNetworkAccessManager *network);
+HTTPSessionManager session(HTTPNetwork *network);
 
 }

@@ -17,8 +17,8 @@ const LocationError timedOut {LocationError::TimeOut, QStringLiteral("定位超�
 
 }
 
-PositioningLocationManager::PositioningLocationManager(MainQueue *queue,
-    QNetworkAccessManager *network, const QString &regeocodeUrl, const Provider &provider)
+PositioningLocationManager::PositioningLocationManager(
+    MainQueue *queue, HTTPNetwork *network, const QString &regeocodeUrl, const Provider &provider)
     : m_queue(queue)
     , m_reGeocoder {.network = network, .address = regeocodeUrl, .key = {}}
     , m_provider(provider)

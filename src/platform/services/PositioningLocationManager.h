@@ -26,8 +26,8 @@ public:
         QVariantMap parameters;
     };
 
-    PositioningLocationManager(MainQueue *queue, QNetworkAccessManager *network,
-        const QString &regeocodeUrl, const Provider &provider = {});
+    PositioningLocationManager(MainQueue *queue, HTTPNetwork *network, const QString &regeocodeUrl,
+        const Provider &provider = {});
 
     void setEnableHTTPS(bool enabled) override { m_reGeocoder.httpsOnly = enabled; }
     bool setApiKey(const QString &key) override;

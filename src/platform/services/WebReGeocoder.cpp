@@ -2,7 +2,7 @@
 
 #include "platform/Logging.h"
 #include "platform/http/HTTPSessionManager.h"
-#include "platform/http/ServerAddress.h"
+#include "platform/transport/ServerAddress.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -60,6 +60,7 @@ void WebReGeocoder::find(const Location &location, Answer answer) const
     }
     HTTPSessionManager session(network);
     session.setTimeoutInterval(timeout);
+    session.setWholeTime(timeout);
     session.setMaximumBodySize(1024 * 1024);
     const QString place
         = u"%1,%2"_s.arg(location.longitude, 0, 'f', 6).arg(location.latitude, 0, 'f', 6);

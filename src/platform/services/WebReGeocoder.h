@@ -2,7 +2,7 @@
 
 #include "platform/services/LocationManager.h"
 
-class QNetworkAccessManager;
+class HTTPNetwork;
 
 //! Asks the map vendor's web service for the address of a position. A value; what it is given must
 //! outlive its answers.
@@ -14,7 +14,7 @@ struct WebReGeocoder
 
     void find(const Location &location, Answer answer) const;
 
-    QNetworkAccessManager *network = nullptr;
+    HTTPNetwork *network = nullptr;
     QString address; //!< of the service
     QString key;
     bool httpsOnly = true; //!< but on this device itself

@@ -23,7 +23,19 @@ bool hasExpired(const QNetworkCookie &cookie)
 HTTPCookieStorage::HTTPCookieStorage(const QString &filePath)
     : m_filePath(filePath)
 {
+    m_saveTimer.setSingleShot(true);
+    m_saveTimer.setInterval(saveInterval);
+    connect(&m_saveTimer, &QTimer::timeout, this, [this] {
+        if (m_isChanged)
+            save();
+    });
     load();
+}
+
+HTTPCookieStorage::~HTTPCookieStorage()
+{
+    if (m_isChanged)
+        save();
 }
 
 QList<QNetworkCookie> HTTPCookieStorage::cookies() const
@@ -117,14 +129,21 @@ void HTTPCookieStorage::load()
 void HTTPCookieStorage::scheduleSave()
 {
     // One write for all cookies of an answer.
-    if (std::exchange(m_saveScheduled, true))
+    if (std::exchange(m_isChanged, true) || m_saveTimer.isActive())
         return;
-    QMetaObject::invokeMethod(this, &HTTPCookieStorage::save, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (m_isChanged)
+                save();
+        },
+        Qt::QueuedConnection);
 }
 
 void HTTPCookieStorage::save()
 {
-    m_saveScheduled = false;
+    m_isChanged = false;
+    m_saveTimer.start();
     QJsonArray kept;
     for (const QNetworkCookie &cookie : cookies()) {
         if (!cookie.isSessionCookie())

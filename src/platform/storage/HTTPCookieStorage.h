@@ -3,15 +3,23 @@
 #include <QHash>
 #include <QNetworkCookie>
 #include <QNetworkCookieJar>
+#include <QTimer>
+
+#include <chrono>
 
 //! The cookies that all requests of the shell share; persistent ones survive a restart in a file of
-//! mode 0600. Owned by the application and given to every network access manager.
+//! mode 0600. A change is written before control returns to the event loop, further ones within
+//! saveInterval: a page may set cookies in a loop.
 class HTTPCookieStorage : public QNetworkCookieJar
 {
     Q_OBJECT
 
 public:
+    static constexpr std::chrono::milliseconds saveInterval {250};
+
     explicit HTTPCookieStorage(const QString &filePath);
+    //! Writes what is not written yet.
+    ~HTTPCookieStorage() override;
 
     //! All that have not expired.
     QList<QNetworkCookie> cookies() const;
@@ -46,6 +54,7 @@ private:
     QString m_filePath;
     quint64 m_received = 0;
     QHash<Identifier, quint64> m_receivedAt; // of what answers have brought
-    bool m_saveScheduled = false;
+    QTimer m_saveTimer; // runs for saveInterval from each writing on
+    bool m_isChanged = false; // since the last writing
     bool m_inserting = false;
 };

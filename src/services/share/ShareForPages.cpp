@@ -14,7 +14,7 @@ constexpr qint64 largestPicture = 20 * 1024 * 1024;
 
 }
 
-ShareForPages::ShareForPages(Shell *shell, ShareSDK *sdk, QNetworkAccessManager *network)
+ShareForPages::ShareForPages(Shell *shell, ShareSDK *sdk, HTTPNetwork *network)
     : m_shell(shell)
     , m_sdk(sdk)
     , m_network(network)

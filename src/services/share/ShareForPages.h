@@ -7,7 +7,7 @@
 
 #include <memory>
 
-class QNetworkAccessManager;
+class HTTPNetwork;
 
 //! Shares what a page names: asks for the target with the share panel and tells the outcome. Owned
 //! by the application; what it is given must outlive it.
@@ -16,7 +16,7 @@ class ShareForPages : public QObject
     Q_OBJECT
 
 public:
-    ShareForPages(Shell *shell, ShareSDK *sdk, QNetworkAccessManager *network);
+    ShareForPages(Shell *shell, ShareSDK *sdk, HTTPNetwork *network);
 
     //! A picture. It is loaded while the panel is there; one that has not come when a target is
     //! chosen, or has more than 20 MiB, is shared as none.
@@ -36,6 +36,6 @@ private:
 
     Shell *m_shell;
     ShareSDK *m_sdk;
-    QNetworkAccessManager *m_network;
+    HTTPNetwork *m_network;
     QPointer<OMShareView> m_panel;
 };

@@ -42,7 +42,7 @@ QString secondsSince1970()
 
 }
 
-OMUploadFileManager::OMUploadFileManager(QNetworkAccessManager *network,
+OMUploadFileManager::OMUploadFileManager(HTTPNetwork *network,
     const NetworkReachabilityManager *reachability, ScratchFolder *scratch, QObject *parent)
     : QObject(parent)
     , m_reachability(reachability)

@@ -35,9 +35,8 @@ public:
     using Checked = std::function<void(bool isUploaded)>;
 
     //! \a scratch: shared by all managers; it and the others outlive the manager.
-    OMUploadFileManager(QNetworkAccessManager *network,
-        const NetworkReachabilityManager *reachability, ScratchFolder *scratch,
-        QObject *parent = nullptr);
+    OMUploadFileManager(HTTPNetwork *network, const NetworkReachabilityManager *reachability,
+        ScratchFolder *scratch, QObject *parent = nullptr);
     ~OMUploadFileManager() override;
 
     //! The one entry point. Calls back at least once; a part that fails is reported as it happens

@@ -14,7 +14,7 @@ constexpr std::chrono::seconds serviceTimeout {5};
 constexpr qint64 largestAnswer = 1024 * 1024;
 constexpr int storedStatus = 200;
 
-HTTPSessionManager serviceManager(QNetworkAccessManager *network)
+HTTPSessionManager serviceManager(HTTPNetwork *network)
 {
     HTTPSessionManager manager(network);
     manager.setAcceptableContentTypes({"text/html", "text/plain", "text/json", "application/json"});
@@ -37,7 +37,7 @@ std::optional<QJsonObject> objectIn(const QByteArray &body)
 
 }
 
-UploadCalls::UploadCalls(QNetworkAccessManager *network)
+UploadCalls::UploadCalls(HTTPNetwork *network)
     : m_network(network)
 {
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/http/HTTPTypes.h"
+#include "platform/transport/HTTPTypes.h"
 
 #include <QJsonObject>
 #include <QObject>
@@ -9,7 +9,7 @@
 #include <optional>
 
 class HTTPTask;
-class QNetworkAccessManager;
+class HTTPNetwork;
 
 //! The HTTP of one upload: calls of the file service and parts for the object storage. Owned by
 //! OMUploadFileManager. Each call is answered once, on the main thread, later; none after the end
@@ -24,7 +24,7 @@ public:
     using Stored = std::function<void(bool success)>;
     using Headers = QList<std::pair<QByteArray, QByteArray>>;
 
-    explicit UploadCalls(QNetworkAccessManager *network);
+    explicit UploadCalls(HTTPNetwork *network);
     ~UploadCalls() override;
 
     void post(const QString &address, const HTTPParameters &parameters, Answered answered);
@@ -34,6 +34,6 @@ public:
 private:
     void track(HTTPTask *task);
 
-    QNetworkAccessManager *m_network;
+    HTTPNetwork *m_network;
     QList<QPointer<HTTPTask>> m_tasks;
 };

@@ -1,6 +1,6 @@
 #include "web/engine/WebView.h"
 
-#include "platform/http/ServerTrust.h"
+#include "platform/transport/ServerTrust.h"
 #include "web/Logging.h"
 #include "web/engine/EngineNavigation.h"
 #include "web/engine/LinkHandOver.h"

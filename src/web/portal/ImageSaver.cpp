@@ -10,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 
-ImageSaver::ImageSaver(QNetworkAccessManager *network, PhotoLibrary *album, Toast *toast)
+ImageSaver::ImageSaver(HTTPNetwork *network, PhotoLibrary *album, Toast *toast)
     : m_network(network)
     , m_album(album)
     , m_toast(toast)

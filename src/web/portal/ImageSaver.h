@@ -3,7 +3,7 @@
 #include <QObject>
 
 class PhotoLibrary;
-class QNetworkAccessManager;
+class HTTPNetwork;
 class Toast;
 
 //! Puts an image of a page into the photo album and says how it went. Owned by the home container.
@@ -12,7 +12,7 @@ class ImageSaver : public QObject
     Q_OBJECT
 
 public:
-    ImageSaver(QNetworkAccessManager *network, PhotoLibrary *album, Toast *toast);
+    ImageSaver(HTTPNetwork *network, PhotoLibrary *album, Toast *toast);
 
     //! From the disk cache where it holds the image, else from the server.
     void saveImageToDiskWithUrl(const QString &url);
@@ -20,7 +20,7 @@ public:
 private:
     void didFinishSaving(const QString &error);
 
-    QNetworkAccessManager *m_network;
+    HTTPNetwork *m_network;
     PhotoLibrary *m_album;
     Toast *m_toast;
 };

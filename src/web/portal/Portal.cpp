@@ -2,11 +2,9 @@
 
 #include "model/DeploymentConfiguration.h"
 #include "platform/Device.h"
+#include "platform/http/HTTPNetwork.h"
 #include "session/Account.h"
 #include "ui/shell/Shell.h"
-
-#include <QAbstractNetworkCache>
-#include <QNetworkAccessManager>
 
 Portal::Portal(const Device &device, Account *account, Shell *shell,
     const DeploymentConfiguration &configuration)
@@ -24,7 +22,7 @@ Portal::Portal(const Device &device, Account *account, Shell *shell,
     // Before a view of the portal looks for its profile anew: it connects later.
     connect(&account->session, &UserSession::userChanging, this, [this, device] {
         pageProfiles.renew();
-        if (QAbstractNetworkCache *pictures = device.network->cache())
+        if (HTTPCache *pictures = device.network->cache())
             pictures->clear();
     });
 }

@@ -1,4 +1,4 @@
-#include "platform/http/ServerTrust.h"
+#include "platform/transport/ServerTrust.h"
 
 #include <QSslCertificate>
 #include <QSslConfiguration>
@@ -6,7 +6,7 @@
 
 namespace {
 
-bool s_authoritiesAdded = false;
+QList<QSslCertificate> s_added;
 
 }
 
@@ -18,11 +18,16 @@ QString ServerTrust::addAuthorities(const QString &pemFile)
     QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
     configuration.addCaCertificates(authorities);
     QSslConfiguration::setDefaultConfiguration(configuration);
-    s_authoritiesAdded = true;
+    s_added += authorities;
     return {};
+}
+
+QList<QSslCertificate> ServerTrust::addedAuthorities()
+{
+    return s_added;
 }
 
 bool ServerTrust::isTrusted(const QList<QSslCertificate> &chain, const QString &host)
 {
-    return s_authoritiesAdded && !chain.isEmpty() && QSslCertificate::verify(chain, host).isEmpty();
+    return !s_added.isEmpty() && !chain.isEmpty() && QSslCertificate::verify(chain, host).isEmpty();
 }

@@ -1,4 +1,4 @@
-#include "platform/http/HTTPTypes.h"
+#include "platform/transport/HTTPTypes.h"
 
 QByteArray HTTPResponse::header(const QByteArray &name) const
 {

@@ -1,4 +1,4 @@
-#include "platform/http/ServerAddress.h"
+#include "platform/transport/ServerAddress.h"
 
 #include <QHostAddress>
 #include <QUrl>

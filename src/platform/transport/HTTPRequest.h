@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QSet>
+#include <QUrl>
+
+#include <chrono>
+#include <utility>
+
+//! One message to a server, as it is written on the wire.
+struct HTTPRequest
+{
+    enum class Method { Get, Post, Put };
+
+    Method method = Method::Get;
+    QUrl url;
+    QList<std::pair<QByteArray, QByteArray>> headers;
+    QByteArray body; //!< of a POST or PUT
+};
+
+//! What an answer may be and take.
+struct HTTPLimits
+{
+    QSet<QByteArray> contentTypes; //!< of an answer with a body; empty: any
+    qint64 bodySize; //!< unpacked, in bytes
+    std::chrono::milliseconds silence; //!< how long nothing may arrive or leave
+    std::chrono::milliseconds whole {0}; //!< how long it may take in all; zero: any time
+};
