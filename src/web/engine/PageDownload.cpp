@@ -1,11 +1,13 @@
 #include "web/engine/PageDownload.h"
 
+#include "platform/time/MainQueue.h"
 #include "ui/feedback/AlertView.h"
 #include "web/engine/PageHost.h"
 #include "web/engine/PageOrigin.h"
 
 #include <QDir>
 #include <QFileInfo>
+#include <QFileSystemWatcher>
 #include <QLocale>
 #include <QUuid>
 #include <QWebEngineDownloadRequest>
@@ -13,6 +15,10 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto engineMayWrite = 10s;
 
 QString originOf(const QUrl &file, const QUrl &page)
 {
@@ -139,9 +145,15 @@ void PageDownload::fail()
     deleteLater();
 }
 
+// For a while, for the engine's own thread may be about to write it or to give it its name.
 void PageDownload::removeFetched()
 {
-    QDir folder(m_host->downloadDirectory());
-    folder.remove(m_fetched);
-    folder.remove(m_fetched + u".download"_s); // the engine's name until all has come
+    const auto remove = [path = m_host->downloadDirectory() + u'/' + m_fetched] {
+        QFile::remove(path);
+        QFile::remove(path + u".download"_s); // the engine's name until all has come
+    };
+    auto *watcher = new QFileSystemWatcher({m_host->downloadDirectory()}, m_host);
+    connect(watcher, &QFileSystemWatcher::directoryChanged, watcher, remove);
+    remove();
+    m_host->mainQueue()->after(engineMayWrite, watcher, [watcher] { watcher->deleteLater(); });
 }
