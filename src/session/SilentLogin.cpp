@@ -4,6 +4,7 @@
 #include "net/catalogue/RequestInterface.h"
 #include "session/PushBinding.h"
 
+#include <QJsonObject>
 #include <QPointer>
 
 #include <algorithm>
