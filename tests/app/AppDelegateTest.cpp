@@ -31,7 +31,7 @@ private:
 
     bool silentLoginEnds() const
     {
-        return QTest::qWaitFor([this] { return !m_client->session.isWaiting(); }, patienceMs);
+        return waitFor([this] { return !m_client->session.isWaiting(); });
     }
 
     bool remember(const QString &account = u"student01"_s)

@@ -56,7 +56,7 @@ struct Bench
     bool checkEnds()
     {
         check.checkAppUpdate();
-        return QTest::qWaitFor([this] { return !client.isWaiting(); }, patienceMs);
+        return waitFor([this] { return !client.isWaiting(); });
     }
 
     DeploymentConfiguration::Hosts hosts;

@@ -25,7 +25,7 @@ LoginEnvironment LoginHarness::environment()
 
 bool LoginHarness::callsEnd()
 {
-    return QTest::qWaitFor([this] { return !session.isWaiting(); }, patienceMs);
+    return waitFor([this] { return !session.isWaiting(); });
 }
 
 QList<TracedRequest> LoginHarness::calls()

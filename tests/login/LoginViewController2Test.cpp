@@ -73,7 +73,7 @@ private:
     DataModel chooseLocalSchool(ChooseSchoolViewController *chooser)
     {
         chooser->textDidChange(u"本地部署"_s);
-        if (!QTest::qWaitFor([&] { return chooser->schools()->rowCount() == 1; }, patienceMs))
+        if (!waitFor([&] { return chooser->schools()->rowCount() == 1; }))
             qWarning("the list was not filtered");
         const DataModel school = chooser->schools()->schoolAt(0).value_or(DataModel());
         m_harness->calls();

@@ -44,6 +44,6 @@ PrivateBus::PrivateBus()
         return QDBusConnection::sessionBus().interface()->isServiceRegistered(
             u"org.freedesktop.secrets"_s);
     };
-    if (!QTest::qWaitFor(isUp, patienceMs))
+    if (!waitFor(isUp))
         qFatal("no bus or no keyring: %s", qPrintable(m_daemon.errorString()));
 }

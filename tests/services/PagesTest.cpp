@@ -4,6 +4,7 @@
 #include "services/share/ShareForPages.h"
 
 #include "model/LoginModel.h"
+#include "platform/http/HTTPTask.h"
 #include "platform/push/PushClient.h"
 #include "platform/time/NotificationCenter.h"
 #include "session/UserSession.h"
@@ -182,8 +183,9 @@ private Q_SLOTS:
         socket->flush();
         end(share, shell.navigator());
         // Sooner than by its silence.
-        QTRY_COMPARE_WITH_TIMEOUT(
-            socket->state(), QAbstractSocket::UnconnectedState, patienceMs / 2);
+        QVERIFY(waitFor(
+            [&] { return socket->state() == QAbstractSocket::UnconnectedState; }, patienceMs / 2));
+        TRY_VERIFY(!network.findChild<HTTPTask *>());
         QVERIFY(shell.navigator()->screens()->count() <= 1);
     }
 

@@ -356,7 +356,7 @@ private:
     //! The requests that the platform received, after all of them are answered.
     QList<TracedRequest> settled()
     {
-        if (!QTest::qWaitFor([&] { return !m_client->isWaiting(); }, patienceMs))
+        if (!waitFor([&] { return !m_client->isWaiting(); }))
             qFatal("no answer");
         return m_platform.takeRequests();
     }

@@ -153,7 +153,7 @@ private Q_SLOTS:
         QCOMPARE(engineView()->hasFocus(), isShown);
         const auto drawn = [this] { return evaluateIn(*home()->webView(), u"frames"_s).toInt(); };
         const int before = drawn();
-        QVERIFY(QTest::qWaitFor([&] { return drawn() > before + 3; }, patienceMs));
+        QVERIFY(waitFor([&] { return drawn() > before + 3; }));
     }
 };
 

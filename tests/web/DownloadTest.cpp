@@ -52,7 +52,7 @@ private Q_SLOTS:
         QVERIFY(m_page->loadPage("<a id=a download='作业.bin'>x</a><script>" + link + "</script>"));
         const auto ask = [this] {
             m_page->webView.evaluateJavaScript(u"a.click()"_s);
-            return QTest::qWaitFor([this] { return m_page->alert->isVisible(); }, patienceMs);
+            return waitFor([this] { return m_page->alert->isVisible(); });
         };
         QVERIFY(ask());
         QCOMPARE(m_page->alert->title(), u"下载文件"_s);
@@ -86,7 +86,7 @@ private Q_SLOTS:
         const auto ask = [&](int times) {
             asked.clear();
             m_page->webView.evaluateJavaScript(u"ask(%1)"_s.arg(times));
-            return QTest::qWaitFor([&] { return asked.size() == times; }, patienceMs);
+            return waitFor([&] { return asked.size() == times; });
         };
         QVERIFY(ask(5));
         TRY_COMPARE(kept().size(), 3);

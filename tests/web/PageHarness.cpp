@@ -12,17 +12,18 @@ using namespace Qt::StringLiterals;
 
 QVariant evaluateIn(WebView &webView, const QString &script)
 {
-    std::optional<QVariant> result;
-    webView.evaluateJavaScript(script, [&result](const QVariant &value) { result = value; });
-    if (!QTest::qWaitFor([&result] { return result.has_value(); }, patienceMs))
+    // Shared: a result that comes after the wait must still find its place.
+    const auto result = std::make_shared<std::optional<QVariant>>();
+    webView.evaluateJavaScript(script, [result](const QVariant &value) { *result = value; });
+    if (!waitFor([&result] { return result->has_value(); }))
         qWarning("the script gave no result");
-    return result.value_or(QVariant());
+    return result->value_or(QVariant());
 }
 
 bool waitForTitle(WebView &webView, const QString &title)
 {
     const QString shown = u"document.readyState == 'complete' ? document.title : ''"_s;
-    return QTest::qWaitFor([&] { return evaluateIn(webView, shown) == title; }, patienceMs);
+    return waitFor([&] { return evaluateIn(webView, shown) == title; });
 }
 
 PageHarness::PageHarness(WebViewJavascriptBridge::Trust trust)

@@ -199,9 +199,8 @@ private Q_SLOTS:
         const QStringList plain {u"取消"_s, u"确定"_s};
         const QStringList refusable = QStringList {u"不再显示"_s} + plain;
         const auto nextButtons = [this] {
-            return QTest::qWaitFor([this] { return m_page->alert->isVisible(); }, patienceMs)
-                ? m_page->alert->buttons()
-                : QStringList();
+            return waitFor([this] { return m_page->alert->isVisible(); }) ? m_page->alert->buttons()
+                                                                          : QStringList();
         };
         const QString url = m_page->page("<script>const answers = [];"
                                          "onclick = () => { for (let i = 0; i < 5; ++i)"
@@ -254,12 +253,10 @@ private Q_SLOTS:
             window.resize(size);
             const QSize inside = size.width() < size.height() ? size.transposed() : size;
             const QString shown = u"%1x%2"_s.arg(inside.width()).arg(inside.height());
-            return QTest::qWaitFor(
-                [&] {
-                    return evaluateIn(*controller.webView(), u"innerWidth + 'x' + innerHeight"_s)
-                        == shown;
-                },
-                patienceMs);
+            return waitFor([&] {
+                return evaluateIn(*controller.webView(), u"innerWidth + 'x' + innerHeight"_s)
+                    == shown;
+            });
         };
         const auto becomes = [&](QSize size, int count) {
             if (!shows(size))
@@ -272,12 +269,10 @@ private Q_SLOTS:
         const auto typing
             = [] { return QInputMethod::queryFocusObject(Qt::ImEnabled, {}).toBool(); };
         // A view that has just come may miss a click.
-        QVERIFY(QTest::qWaitFor(
-            [&] {
-                QTest::mouseClick(&window, Qt::LeftButton, {}, {100, 50});
-                return QTest::qWaitFor(typing, 1000);
-            },
-            patienceMs));
+        QVERIFY(waitFor([&] {
+            QTest::mouseClick(&window, Qt::LeftButton, {}, {100, 50});
+            return waitFor(typing, 1000);
+        }));
         QVERIFY(becomes({844, 200}, 1));
         evaluateIn(*controller.webView(), u"document.getElementById('i').blur()"_s);
         TRY_VERIFY(!typing());
