@@ -4,7 +4,6 @@
 #include <QDataStream>
 #include <QDateTime>
 #include <QDir>
-#include <QSaveFile>
 
 namespace {
 
@@ -52,14 +51,14 @@ void HTTPCache::keep(const QUrl &url, const HTTPResponse &response)
 {
     if (response.body.size() > mostBytes || !QDir().mkpath(m_folder))
         return;
-    QSaveFile file(pathOf(url));
+    // Not to the disk at once, which takes its time: the digest tells what was cut off.
+    QFile file(pathOf(url));
     if (!file.open(QIODevice::WriteOnly))
         return;
     QDataStream stream(&file);
     stream << digestOf(response.body) << response.statusCode << response.header("Content-Type")
            << response.body;
-    if (stream.status() == QDataStream::Ok && file.commit())
-        makeRoom();
+    makeRoom();
 }
 
 void HTTPCache::remove(const QUrl &url)
@@ -69,7 +68,9 @@ void HTTPCache::remove(const QUrl &url)
 
 void HTTPCache::clear()
 {
-    QDir(m_folder).removeRecursively();
+    // Behind a link lies what is not the cache's.
+    if (!QFileInfo(m_folder).isSymLink())
+        QDir(m_folder).removeRecursively();
 }
 
 void HTTPCache::makeRoom()

@@ -28,6 +28,11 @@ void HTTPSessionManager::setCachePolicy(CachePolicy policy)
     m_cachePolicy = policy;
 }
 
+void HTTPSessionManager::setAcceptsDataAddresses()
+{
+    m_acceptsData = true;
+}
+
 void HTTPSessionManager::setMaximumBodySize(qint64 size)
 {
     m_limits.bodySize = size;
@@ -42,6 +47,7 @@ HTTPTask *HTTPSessionManager::start(
     HTTPRequest request, HTTPSuccess success, HTTPFailure failure) const
 {
     request.headers += m_headers;
+    request.mayBeData = m_acceptsData;
     const auto cache = m_cachePolicy == CachePolicy::ReturnCacheDataElseLoad
         ? HTTPTask::Cache::Used
         : HTTPTask::Cache::Ignored;

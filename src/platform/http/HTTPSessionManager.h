@@ -31,6 +31,9 @@ public:
     //! How long the whole may take; zero: any time.
     void setWholeTime(std::chrono::milliseconds time);
     void setCachePolicy(CachePolicy policy);
+    //! Takes the content of a data: address for an answer. Without it only http and https are
+    //! addresses at all.
+    void setAcceptsDataAddresses();
     //! An answer with a larger body (unpacked, in bytes) is a failure, cut off as soon as that
     //! shows.
     void setMaximumBodySize(qint64 size);
@@ -50,5 +53,6 @@ private:
     HTTPNetwork *m_network;
     QList<std::pair<QByteArray, QByteArray>> m_headers;
     HTTPLimits m_limits {{}, defaultMaximumBodySize, std::chrono::seconds(60)};
+    bool m_acceptsData = false;
     CachePolicy m_cachePolicy = CachePolicy::NoCache;
 };

@@ -81,7 +81,7 @@ HTTPTask::~HTTPTask()
 void HTTPTask::begin()
 {
     if (m_request.method == Method::Get) {
-        if (const auto content = DataUrl::content(m_address))
+        if (const auto content = DataUrl::content(m_address); content && m_request.mayBeData)
             return answerLater(*content, {});
         if (m_cache == Cache::Used) {
             if (auto kept = m_network->cache()->find(m_address))

@@ -5,10 +5,9 @@
 //! How a picture is fetched whose address a page names.
 namespace PictureDownload {
 
-//! A page must not reach the device's own files this way.
-bool isAllowed(const QUrl &address);
-//! From the disk cache where it holds the picture, else from the server, half a minute at the most
-//! without a byte.
+//! From the address itself, from the disk cache where it holds the picture, else from the server,
+//! half a minute at the most without a byte. No other address is read, so that no page reaches the
+//! device's own files.
 HTTPSessionManager session(HTTPNetwork *network);
 
 }

@@ -59,7 +59,6 @@ void WebReGeocoder::find(const Location &location, Answer answer) const
         return;
     }
     HTTPSessionManager session(network);
-    session.setTimeoutInterval(timeout);
     session.setWholeTime(timeout);
     session.setMaximumBodySize(1024 * 1024);
     const QString place

@@ -17,6 +17,7 @@ struct HTTPRequest
     QUrl url;
     QList<std::pair<QByteArray, QByteArray>> headers;
     QByteArray body; //!< of a POST or PUT
+    bool mayBeData = false; //!< whether an address that is its own content is good, too
 };
 
 //! What an answer may be and take.

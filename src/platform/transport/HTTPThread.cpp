@@ -6,6 +6,8 @@
 
 #include <openssl/ssl.h>
 
+#include <csignal>
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -78,6 +80,11 @@ void HTTPThread::post(Order order)
 
 void HTTPThread::run()
 {
+    // The TLS library may write to a connection that the server has closed.
+    sigset_t brokenPipe;
+    sigemptyset(&brokenPipe);
+    sigaddset(&brokenPipe, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &brokenPipe, nullptr);
     m_nextLook = Clock::now() + longestSleep;
     while (takeOrders()) {
         int running = 0;
@@ -118,8 +125,7 @@ void HTTPThread::add(std::shared_ptr<HTTPTransfer> transfer)
 void HTTPThread::end(
     const std::shared_ptr<HTTPTransfer> &transfer, int error, const QString &description)
 {
-    const auto found = std::find_if(m_transfers.begin(), m_transfers.end(),
-        [&transfer](const auto &one) { return one.second == transfer; });
+    const auto found = m_transfers.find(transfer->handle());
     if (found == m_transfers.end())
         return;
     curl_multi_remove_handle(m_multi, found->first);

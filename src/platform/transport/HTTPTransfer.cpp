@@ -30,6 +30,8 @@ CURL *HTTPTransfer::prepare(curl_ssl_ctx_callback trust, void *authorities)
     curl_easy_setopt(m_easy, CURLOPT_PRIVATE, this);
     curl_easy_setopt(m_easy, CURLOPT_ERRORBUFFER, m_errorText.data());
     curl_easy_setopt(m_easy, CURLOPT_NOSIGNAL, 1L);
+    // A name's look-up cannot be cut short; its end must not wait for it, nor must all others.
+    curl_easy_setopt(m_easy, CURLOPT_QUICK_EXIT, 1L);
     curl_easy_setopt(m_easy, CURLOPT_PROTOCOLS_STR, "http,https");
     const QByteArray url = m_request.url.toEncoded(QUrl::RemoveFragment | QUrl::RemoveUserInfo);
     curl_easy_setopt(m_easy, CURLOPT_URL, url.constData());

@@ -27,6 +27,8 @@ public:
 
     // For the network thread.
     CURL *prepare(curl_ssl_ctx_callback trust, void *authorities);
+    //! Null before prepare().
+    CURL *handle() const { return m_easy; }
     //! When it is given up unless something arrives or leaves before.
     Clock::time_point deadline() const { return m_lastActivity + m_limits.silence; }
     //! It has ended by itself.

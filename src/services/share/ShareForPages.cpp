@@ -33,8 +33,7 @@ void ShareForPages::action(const QUrl &imageUrl)
                         self->showResult(state, message);
                 });
         });
-    if (PictureDownload::isAllowed(imageUrl))
-        load(imageUrl, image);
+    load(imageUrl, image);
 }
 
 void ShareForPages::load(const QUrl &url, const std::shared_ptr<QByteArray> &image)

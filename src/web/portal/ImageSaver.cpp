@@ -6,7 +6,6 @@
 #include "web/Logging.h"
 
 #include <QPointer>
-#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -19,10 +18,6 @@ ImageSaver::ImageSaver(HTTPNetwork *network, PhotoLibrary *album, Toast *toast)
 
 void ImageSaver::saveImageToDiskWithUrl(const QString &url)
 {
-    if (!PictureDownload::isAllowed(QUrl(url))) {
-        didFinishSaving(u"the address cannot be downloaded"_s);
-        return;
-    }
     PictureDownload::session(m_network).GET(
         url, {},
         [self = QPointer(this)](const HTTPResponse &response) {
