@@ -4,7 +4,7 @@ import subprocess
 import shutil
 
 TARGETS = ["vant-student", "vant-sandbox", "bench_probe_field", "bench_probe_page", "bench_bridge", "bench_requests",
-           "bench_upload", "bench_digest", "bench_chooser", "bench_frames", "peer_window", "peer_window_engine",
+           "bench_upload", "bench_digest", "bench_chooser", "bench_frames", "peer_window", "peer_window_engine", "peer_login_screen",
            "peer_web_view", "peer_channel", "peer_requests", "peer_upload", "peer_sort"]
 
 

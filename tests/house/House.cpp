@@ -27,7 +27,7 @@ const QMap<QString, House::Room> &House::rooms()
     static const QStringList middle = folders("platform ui model net session");
     static const QMap<QString, Room> rooms {
         {u"src/platform"_s,
-            {{}, folders("push services media http transport storage desktop time")}},
+            {{}, folders("push services media http transport storage desktop time modules")}},
         {u"src/ui"_s,
             {folders("platform"), folders("picker shell navigation feedback controls theme")}},
         {u"src/model"_s, {folders("platform"), {}}},

@@ -112,16 +112,16 @@ void HTTPTask::send()
         limits.whole = std::max(limits.whole - spent, std::chrono::milliseconds(1));
     }
     // The network outlives its thread, and the task need not.
-    m_transfer = std::make_shared<HTTPTransfer>(
-        std::move(request), limits, [network = m_network, self = QPointer(this)] {
-            QMetaObject::invokeMethod(
-                network,
-                [self] {
-                    if (self)
-                        self->didEnd();
-                },
-                Qt::QueuedConnection);
-        });
+    const auto tell = [network = m_network, self = QPointer(this)] {
+        QMetaObject::invokeMethod(
+            network,
+            [self] {
+                if (self)
+                    self->didEnd();
+            },
+            Qt::QueuedConnection);
+    };
+    m_transfer = std::make_shared<HTTPTransfer>(std::move(request), limits, tell);
     m_network->thread()->start(m_transfer);
 }
 
@@ -135,8 +135,8 @@ void HTTPTask::cancel()
 void HTTPTask::didEnd()
 {
     const std::shared_ptr<HTTPTransfer> transfer = std::move(m_transfer);
-    HTTPResponse response = transfer->takeResponse();
-    const bool isComplete = transfer->error().code == 0 && !m_isCancelled;
+    HTTPResponse response = std::move(transfer->response);
+    const bool isComplete = transfer->error.code == 0 && !m_isCancelled;
     if (isComplete) {
         storeCookies(response);
         if (auto next = redirection(response)) {
@@ -147,7 +147,7 @@ void HTTPTask::didEnd()
             return send();
         }
     }
-    const HTTPError error = errorOf(response, transfer->error());
+    const HTTPError error = errorOf(response, transfer->error);
     if (error.code == 0 && m_cache == Cache::Used)
         m_network->cache()->keep(m_address, response);
     answer(response, error);
@@ -219,18 +219,21 @@ HTTPError HTTPTask::errorOf(const HTTPResponse &response, const HTTPError &trans
 void HTTPTask::answerLater(HTTPResponse response, const HTTPError &error)
 {
     QMetaObject::invokeMethod(
-        this,
-        [this, response = std::move(response), error] {
-            answer(response, error.code != 0 ? error : errorOf(response, {}));
+        m_network,
+        [self = QPointer(this), response = std::move(response), error] {
+            if (self)
+                self->answer(response, error.code != 0 ? error : self->errorOf(response, {}));
         },
         Qt::QueuedConnection);
 }
 
 void HTTPTask::answer(const HTTPResponse &response, const HTTPError &error)
 {
-    deleteLater();
+    const QPointer self(this);
     if (error.code == 0)
         m_success(response);
     else
         m_failure(response, error);
+    // Whoever was told may have ended the network. Later would cost another turn of the loop.
+    delete self;
 }

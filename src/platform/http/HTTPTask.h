@@ -8,7 +8,7 @@
 #include <memory>
 
 class HTTPNetwork;
-class HTTPTransfer;
+struct HTTPTransfer;
 
 //! One request on its way, redirections included; deletes itself after the answer has been
 //! delivered. Exactly one of success and failure is called, on the main thread, never from inside

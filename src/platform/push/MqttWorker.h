@@ -7,11 +7,9 @@
 #include <chrono>
 #include <condition_variable>
 #include <functional>
-#include <memory>
 #include <mutex>
 
-struct mosquitto;
-struct mosquitto_message;
+class MqttClient;
 
 //! The work of a connection's thread. Shared by both, for the thread may outlive the connection;
 //! from stop() on the connection hears nothing more.
@@ -35,29 +33,16 @@ public:
     bool stop(std::chrono::milliseconds patience);
 
 private:
-    using Client = std::unique_ptr<mosquitto, void (*)(mosquitto *)>;
-
-    QString carryOut(mosquitto *client);
-    int configure(mosquitto *client) const;
-    static void onConnect(mosquitto *client, void *worker, int code);
-    static void onSubscribe(
-        mosquitto *client, void *worker, int mid, int count, const int *grantedQos);
-    static void onMessage(mosquitto *client, void *worker, const mosquitto_message *message);
-
-    bool isStopped();
+    QString carryOut();
     void tell(std::function<void()> news);
 
     const MqttAccess m_access;
     const qsizetype m_longestMessage;
     const Listener m_listener;
 
-    // The thread's alone.
-    bool m_subscribed = false;
-    QString m_refusal;
-
     std::mutex m_mutex;
     std::condition_variable m_hasEnded;
     bool m_isStopped = false;
-    mosquitto *m_client = nullptr; //!< while there is one
+    MqttClient *m_client = nullptr; //!< while there is one
     bool m_ended = false;
 };

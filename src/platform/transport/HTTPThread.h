@@ -1,30 +1,25 @@
 #pragma once
 
-#include "platform/transport/HTTPTransfer.h"
+#include "platform/transport/TransferLoop.h"
 
-#include <condition_variable>
-#include <map>
 #include <mutex>
 #include <thread>
 #include <vector>
 
 //! The one thread that talks to servers, for all transfers of a network. Its end ends them all, and
-//! nobody is told.
+//! nobody is told. It loads what it talks with first, beside whatever else the program starts.
 class HTTPThread
 {
 public:
     HTTPThread();
     ~HTTPThread();
-    HTTPThread(const HTTPThread &) = delete;
-    HTTPThread &operator=(const HTTPThread &) = delete;
+    Q_DISABLE_COPY_MOVE(HTTPThread)
 
     void start(std::shared_ptr<HTTPTransfer> transfer);
     //! Unless it has ended already, it ends with HTTPTransfer::cancelled.
     void cancel(std::shared_ptr<HTTPTransfer> transfer);
 
 private:
-    using Clock = HTTPTransfer::Clock;
-    using Transfers = std::map<CURL *, std::shared_ptr<HTTPTransfer>>;
     struct Order
     {
         std::shared_ptr<HTTPTransfer> transfer;
@@ -32,22 +27,13 @@ private:
     };
 
     void post(Order order);
-    void run();
+    void run(const QByteArrayList &authorities);
+    std::unique_ptr<TransferLoop> makeLoop(const QByteArrayList &authorities);
     bool takeOrders();
-    void add(std::shared_ptr<HTTPTransfer> transfer);
-    void end(const std::shared_ptr<HTTPTransfer> &transfer, int error, const QString &description);
-    void collectEnded();
-    void endSilent();
-    int patience() const;
 
-    std::vector<void *> m_authorities; // certificates beside the system's
-    CURLM *m_multi;
     std::mutex m_mutex;
     std::vector<Order> m_orders;
     bool m_isEnding = false;
-
-    // The thread's alone.
-    Transfers m_transfers;
-    Clock::time_point m_nextLook; // for transfers that have fallen silent
+    TransferLoop *m_loop = nullptr; //!< while there is one
     std::thread m_thread;
 };

@@ -3,61 +3,26 @@
 #include "platform/transport/HTTPRequest.h"
 #include "platform/transport/HTTPTypes.h"
 
-#include <curl/curl.h>
-
-#include <memory>
+#include <functional>
 
 //! One message to a server and its answer, redirections not followed. Made on the main thread,
-//! carried out on the network thread, and from its end on the main thread's again.
-class HTTPTransfer
+//! the network thread's until its end, and from then on the main thread's again.
+struct HTTPTransfer
 {
-public:
-    using Clock = std::chrono::steady_clock;
-    //! On the network thread, once.
-    using Done = std::function<void()>;
-
     //! Numbers beside the library's own, which end below 200.
     static constexpr int bodyTooLarge = 1003;
     static constexpr int cancelled = 1004;
+    static constexpr int noTransport = 1007;
 
-    HTTPTransfer(HTTPRequest request, const HTTPLimits &limits, Done done);
-    ~HTTPTransfer();
-    HTTPTransfer(const HTTPTransfer &) = delete;
-    HTTPTransfer &operator=(const HTTPTransfer &) = delete;
+    void end(const HTTPError &why = {})
+    {
+        error = why;
+        done();
+    }
 
-    // For the network thread.
-    CURL *prepare(curl_ssl_ctx_callback trust, void *authorities);
-    //! Null before prepare().
-    CURL *handle() const { return m_easy; }
-    //! When it is given up unless something arrives or leaves before.
-    Clock::time_point deadline() const { return m_lastActivity + m_limits.silence; }
-    //! It has ended by itself.
-    void finish(CURLcode result);
-    //! It is ended.
-    void finish(int error, const QString &description);
-
-    // After the end.
-    const HTTPResponse &response() const { return m_response; }
-    HTTPResponse takeResponse() { return std::move(m_response); }
-    const HTTPError &error() const { return m_error; }
-
-private:
-    void setBody();
-    static size_t onHeader(char *line, size_t size, size_t count, void *transfer);
-    static size_t onBody(char *data, size_t size, size_t count, void *transfer);
-    static size_t onRead(char *buffer, size_t size, size_t count, void *transfer);
-    static int onSeek(void *transfer, curl_off_t offset, int origin);
-    bool takeHeader(const QByteArray &line);
-
-    const HTTPRequest m_request;
-    const HTTPLimits m_limits;
-    const Done m_done;
-    CURL *m_easy = nullptr;
-    curl_slist *m_headers = nullptr;
-    std::array<char, CURL_ERROR_SIZE> m_errorText {};
-    Clock::time_point m_lastActivity;
-    qsizetype m_bodySent = 0;
-    bool m_bodyIsTooLarge = false;
-    HTTPResponse m_response;
-    HTTPError m_error;
+    const HTTPRequest request;
+    const HTTPLimits limits;
+    const std::function<void()> done; //!< on the network thread, once
+    HTTPResponse response {};
+    HTTPError error {};
 };

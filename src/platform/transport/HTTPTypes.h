@@ -18,7 +18,18 @@ struct HTTPResponse
 
     //! Every value of a header joined by ", ", null when the header is absent; names compare
     //! without case.
-    QByteArray header(const QByteArray &name) const;
+    QByteArray header(const QByteArray &name) const
+    {
+        QByteArray joined;
+        for (const auto &[field, value] : headers) {
+            if (field.compare(name, Qt::CaseInsensitive) != 0)
+                continue;
+            if (!joined.isNull())
+                joined += ", ";
+            joined += value;
+        }
+        return joined;
+    }
 };
 
 //! Why no usable answer came: the transport's error number (never 0), and a text for the log.

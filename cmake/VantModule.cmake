@@ -1,0 +1,15 @@
+# What is loaded when it is first needed, from this folder's sources: vant_module(codecs LINK PkgConfig::HEIF)
+# It lies in the build as in a package.
+function(vant_module name)
+    cmake_parse_arguments(MODULE "" "" "LINK" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+    set(target vant_${name})
+    qt_add_library(${target} MODULE ${sources})
+    vant_moc(${target})
+    target_include_directories(${target} PRIVATE ${CMAKE_SOURCE_DIR}/src)
+    target_link_libraries(${target} PRIVATE Qt6::Core ${MODULE_LINK})
+    set_target_properties(${target} PROPERTIES
+        PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/${VANT_MODULE_FOLDER})
+    vant_warnings(${target})
+    install(TARGETS ${target} LIBRARY DESTINATION ${VANT_MODULE_FOLDER})
+endfunction()
