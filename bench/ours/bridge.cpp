@@ -6,9 +6,9 @@
 #include "ui/shell/Shell.h"
 #include "web/bridge/WebViewJavascriptBridge.h"
 #include "web/engine/EngineSetup.h"
-#include "web/engine/LinkHandOver.h"
-#include "web/engine/PageHost.h"
 #include "web/engine/WebView.h"
+#include "web/host/LinkHandOver.h"
+#include "web/host/PageHost.h"
 #include "web/profiles/HomePageProfile.h"
 #include "web/profiles/WebPageProfile.h"
 

@@ -7,9 +7,9 @@
 #include "support/PageServer.h"
 #include "ui/shell/Shell.h"
 #include "web/bridge/WebViewJavascriptBridge.h"
-#include "web/engine/LinkHandOver.h"
-#include "web/engine/PageHost.h"
 #include "web/engine/WebView.h"
+#include "web/host/LinkHandOver.h"
+#include "web/host/PageHost.h"
 #include "web/profiles/PageProfiles.h"
 
 #include <QQmlEngine>

@@ -42,21 +42,6 @@ Item {
         }
     }
 
-    QtObject {
-        id: dialogs
-        property var pending: ({}) // requests of the page that await their answer, by number
-    }
-
-    Connections {
-        target: root.webView.dialogs
-
-        function onAnswered(id, accepted, input) {
-            const request = dialogs.pending[id]
-            delete dialogs.pending[id]
-            accepted ? request.dialogAccept(input) : request.dialogReject()
-        }
-    }
-
     Connections {
         target: root.webView
         function onLoadRequested(url) { holder.item.url = url }
@@ -78,16 +63,6 @@ Item {
         }
     }
 
-    Connections {
-        target: root.webView.profile
-
-        function onDownloadRequested(download) {
-            // The profile serves every view of its class of pages.
-            if (download.view === holder.item)
-                root.webView.downloadRequested(download)
-        }
-    }
-
     Component {
         id: engineView
 
@@ -106,6 +81,14 @@ Item {
             // Without it links that scripts follow would not be reported at all.
             settings.unknownUrlSchemePolicy: WebEngineSettings.AllowAllUnknownUrlSchemes
 
+            PageQuestions {
+                webView: root.webView
+                view: view
+            }
+            PageFiles {
+                webView: root.webView
+                view: view
+            }
             WebChannel {
                 id: channel
                 Component.onCompleted: {
@@ -148,34 +131,8 @@ Item {
                 else
                     error.rejectCertificate()
             }
-            onJavaScriptDialogRequested: request => {
-                request.accepted = true
-                const shown = root.webView.dialogs
-                const origin = request.securityOrigin
-                let id = 0
-                switch (request.type) {
-                case JavaScriptDialogRequest.DialogTypeAlert:
-                    id = shown.showAlert(origin, request.message)
-                    break
-                case JavaScriptDialogRequest.DialogTypeConfirm:
-                    id = shown.showConfirm(origin, request.message)
-                    break
-                case JavaScriptDialogRequest.DialogTypePrompt:
-                    id = shown.showPrompt(origin, request.message, request.defaultText)
-                    break
-                default:
-                    request.dialogAccept() // a page cannot keep the user from leaving it
-                    return
-                }
-                if (id === 0)
-                    request.dialogReject()
-                else
-                    dialogs.pending[id] = request
-            }
             onContextMenuRequested: request => request.accepted = true
             onFullScreenRequested: request => request.accept()
-            // Pages reach the device through the bridge alone.
-            onFeaturePermissionRequested: (origin, feature) => grantFeaturePermission(origin, feature, false)
         }
     }
 

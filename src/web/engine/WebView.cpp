@@ -3,8 +3,8 @@
 #include "platform/transport/ServerTrust.h"
 #include "web/Logging.h"
 #include "web/engine/EngineNavigation.h"
-#include "web/engine/LinkHandOver.h"
-#include "web/engine/PageHost.h"
+#include "web/host/LinkHandOver.h"
+#include "web/host/PageHost.h"
 
 #include <QQuickWebEngineProfile>
 #include <QWebEngineCertificateError>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "web/engine/NavigationPolicy.h"
-#include "web/engine/PageDialogs.h"
-#include "web/engine/PageDownloads.h"
+#include "web/files/PageDownloads.h"
+#include "web/questions/PageDialogs.h"
 
 #include <QHash>
 #include <QObject>

@@ -2,7 +2,7 @@
 
 #include "web/bridge/WebViewJavascriptBridge.h"
 #include "web/engine/EngineNavigation.h"
-#include "web/engine/PageHost.h"
+#include "web/host/PageHost.h"
 #include "web/profiles/WebCookieStore.h"
 #include "web/profiles/WebPageProfile.h"
 

@@ -1,4 +1,4 @@
-#include "web/engine/LinkHandOver.h"
+#include "web/host/LinkHandOver.h"
 
 #include "platform/desktop/UrlOpener.h"
 #include "platform/time/MainQueue.h"

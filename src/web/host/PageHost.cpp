@@ -1,4 +1,4 @@
-#include "web/engine/PageHost.h"
+#include "web/host/PageHost.h"
 
 #include "ui/shell/Shell.h"
 #include "web/Logging.h"

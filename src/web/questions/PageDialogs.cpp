@@ -1,8 +1,8 @@
-#include "web/engine/PageDialogs.h"
+#include "web/questions/PageDialogs.h"
 
 #include "platform/time/MainQueue.h"
 #include "ui/feedback/AlertView.h"
-#include "web/engine/PageOrigin.h"
+#include "web/host/PageOrigin.h"
 
 #include <utility>
 

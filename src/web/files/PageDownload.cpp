@@ -1,9 +1,9 @@
-#include "web/engine/PageDownload.h"
+#include "web/files/PageDownload.h"
 
 #include "platform/time/MainQueue.h"
 #include "ui/feedback/AlertView.h"
-#include "web/engine/PageHost.h"
-#include "web/engine/PageOrigin.h"
+#include "web/host/PageHost.h"
+#include "web/host/PageOrigin.h"
 
 #include <QDir>
 #include <QFileInfo>

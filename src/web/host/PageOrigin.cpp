@@ -1,4 +1,4 @@
-#include "web/engine/PageOrigin.h"
+#include "web/host/PageOrigin.h"
 
 #include <QUrl>
 

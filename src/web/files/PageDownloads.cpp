@@ -1,9 +1,9 @@
-#include "web/engine/PageDownloads.h"
+#include "web/files/PageDownloads.h"
 
 #include "platform/time/MainQueue.h"
 #include "web/Logging.h"
-#include "web/engine/PageDownload.h"
-#include "web/engine/PageHost.h"
+#include "web/files/PageDownload.h"
+#include "web/host/PageHost.h"
 
 #include <QWebEngineDownloadRequest>
 
