@@ -61,7 +61,8 @@ CURL *HTTPTransfer::prepare(curl_ssl_ctx_callback trust, void *authorities)
 }
 
 // The library sends a message a second time where a kept connection closes unanswered. It cannot
-// where the body's first bytes are gone, and a message without a body gets its own connection.
+// where the body's first bytes are gone. A message without a body gets its own connection, and
+// HTTP/1.1: over HTTP/2 a server can refuse it, and is then asked five times more.
 void HTTPTransfer::setBody()
 {
     const bool isPut = m_request.method == HTTPRequest::Method::Put;
@@ -79,8 +80,10 @@ void HTTPTransfer::setBody()
     curl_easy_setopt(m_easy, CURLOPT_SEEKDATA, this);
     curl_easy_setopt(
         m_easy, CURLOPT_UPLOAD_BUFFERSIZE, std::clamp(long(size), 16 * 1024L, largestSendBuffer));
-    if (size == 0)
+    if (size == 0) {
         curl_easy_setopt(m_easy, CURLOPT_FRESH_CONNECT, 1L);
+        curl_easy_setopt(m_easy, CURLOPT_HTTP_VERSION, long(CURL_HTTP_VERSION_1_1));
+    }
     // Servers are known that wait for the body meanwhile.
     m_headers = curl_slist_append(m_headers, "Expect:");
 }
