@@ -27,7 +27,7 @@ private Q_SLOTS:
 
     void asksAsThePlatformExpects_data()
     {
-        using Requests = RequestInterface;
+        using R = RequestInterface;
         const Place all {PlatformProcess::Rb, u"do"_qs};
         const Place portal {PlatformProcess::Rb, u"school01/do"_qs, u"rb/do"_qs};
         const Place third {PlatformProcess::Regions, u"school01/do"_qs, u"rb/qe/do"_qs};
@@ -35,54 +35,49 @@ private Q_SLOTS:
         const Place parents {PlatformProcess::Regions, u"school01/do"_qs, u"qe/qe/do"_qs};
         const Place regions {PlatformProcess::Regions, u"do"_qs};
         const Place base {PlatformProcess::Base, u"do"_qs};
-        const QString a = u"a"_qs, b = u"b"_qs, c = u"c"_qs, d = u"d"_qs, e = u"e"_qs, f = u"f"_qs,
-                      g = u"g"_qs, h = u"h"_qs, i = u"i"_qs;
+        const QString a(u'a'), b(u'b'), c(u'c'), d(u'd'), e(u'e'), f(u'f'), g(u'g'), h(u'h'),
+            i(u'i');
         Operations::rows({
-            {"rb/h5/login login", call(&Requests::studentTeacherLoginWithAccount, a, b), portal,
+            {"rb/h5/login login", call(&R::studentTeacherLoginWithAccount, a, b), portal,
                 "app_type=IOS client_code=PUPIL user_code=a user_pwd=b"},
-            {"rb/h5/login login ", call(&Requests::studentAndTeacherLoginWithAccount, a, b), portal,
+            {"rb/h5/login login ", call(&R::studentAndTeacherLoginWithAccount, a, b), portal,
                 "user_code=a user_pwd=b"},
-            {"qe/h5/login login_tea", call(&Requests::patriarchalLoginWithAccount, a, b), parents,
+            {"qe/h5/login login_tea", call(&R::patriarchalLoginWithAccount, a, b), parents,
                 "app_type=IOS client_code=PARENT user_code=a user_pwd=b"},
-            {"rb/h5/login verifyAccount", call(&Requests::verifyAccountWithUserNo, a, b), portal,
+            {"rb/h5/login verifyAccount", call(&R::verifyAccountWithUserNo, a, b), portal,
                 "card_no=b user_no=a"},
-            {"rb/h5/login verifyAccount_tea",
-                call(&Requests::verifyPatriarchAccountWithUserName, a, b), portal,
-                "card_no=b user_name=a"},
-            {"rb/platform/site siteSearch", call(&Requests::requsetSiteWithSearchkey, a), all,
+            {"rb/h5/login verifyAccount_tea", call(&R::verifyPatriarchAccountWithUserName, a, b),
+                portal, "card_no=b user_name=a"},
+            {"rb/platform/site siteSearch", call(&R::requsetSiteWithSearchkey, a), all,
                 "searchkey=a"},
-            {"rb/h5/login settingAccount", call(&Requests::settingAccountWithUserID, a, b, c),
-                portal, "user_code=b user_id=a user_pwd=c"},
-            {"rb/h5/login settingAccount_tea",
-                call(&Requests::settingPatriarchAccountWithUserID, a, b, c), portal,
+            {"rb/h5/login settingAccount", call(&R::settingAccountWithUserID, a, b, c), portal,
                 "user_code=b user_id=a user_pwd=c"},
-            {"qe/platform/regions tree", call(&Requests::getSchoolDataWithResponse), regions, ""},
-            {"base/platform/portal appUpdateInfo", call(&Requests::checkAppUpdateWithCurNo, a, b),
-                base, "app_name=b app_os=IOS cur_bulid_no=a"},
-            {"qe/h5/third bindIm", call(&Requests::bindUserInfoEntrance, a, b, c, d, e, f, g, h),
-                third,
+            {"rb/h5/login settingAccount_tea", call(&R::settingPatriarchAccountWithUserID, a, b, c),
+                portal, "user_code=b user_id=a user_pwd=c"},
+            {"qe/platform/regions tree", call(&R::getSchoolDataWithResponse), regions, ""},
+            {"base/platform/portal appUpdateInfo", call(&R::checkAppUpdateWithCurNo, a, b), base,
+                "app_name=b app_os=IOS cur_bulid_no=a"},
+            {"qe/h5/third bindIm", call(&R::bindUserInfoEntrance, a, b, c, d, e, f, g, h), third,
                 "app_type=h dev_type=g entrance=a im_type=f reg_id=c site_id=b user_id=d "
                 "user_type=e"},
-            {"rb/platform/site cndSite", call(&Requests::requestSchoolInfo), all, ""},
-            {"gpl/platform/portal getSetting4App", call(&Requests::requestSchoolLogo, a), all,
+            {"rb/platform/site cndSite", call(&R::requestSchoolInfo), all, ""},
+            {"gpl/platform/portal getSetting4App", call(&R::requestSchoolLogo, a), all,
                 "site_id=a"},
-            {"gpl/platform/portal listAd4App", call(&Requests::requestAd, QSize(1125, 2436)), all,
+            {"gpl/platform/portal listAd4App", call(&R::requestAd, QSize(1125, 2436)), all,
                 "resolution_pixel=1125*2436 terminal=ios"},
-            {"gpl/common/hv/bind bindGeTui", call(&Requests::bindGeTuiWithC_id, a, b), push,
+            {"gpl/common/hv/bind bindGeTui", call(&R::bindGeTuiWithC_id, a, b), push,
                 "c_id=a dev_type=1 user_id=b"},
-            {"gpl/common/hv/bind unBindGeTui", call(&Requests::unbindGeTuiWithC_id, a, b), push,
+            {"gpl/common/hv/bind unBindGeTui", call(&R::unbindGeTuiWithC_id, a, b), push,
                 "c_id=a user_id=b"},
-            {"gpl/portal login4AppWeixin", call(&Requests::loginForAppWeixinWithCode, a, 2), portal,
+            {"gpl/portal login4AppWeixin", call(&R::loginForAppWeixinWithCode, a, 2), portal,
                 "code=a type=2"},
             {"gpl/portal login4H5",
-                call(&Requests::accountBindWechatWithUserCode, a, b, c, d, e, f, g, h, i), portal,
+                call(&R::accountBindWechatWithUserCode, a, b, c, d, e, f, g, h, i), portal,
                 "bind_type=h login_type=i nick=e open_id=d sign=g timestamp=f union_id=c "
                 "user_code=a user_pwd=b"},
-            {"gpl/portal login4H5 ", call(&Requests::tokenLogin, a), portal,
-                "login_token=a login_type=3"},
-            {"gpl/platform/portal agreement", call(&Requests::requestAgreementUser), all, "type=1"},
-            {"gpl/platform/portal agreement ", call(&Requests::requestAgreementPrivacy), all,
-                "type=2"},
+            {"gpl/portal login4H5 ", call(&R::tokenLogin, a), portal, "login_token=a login_type=3"},
+            {"gpl/platform/portal agreement", call(&R::requestAgreementUser), all, "type=1"},
+            {"gpl/platform/portal agreement ", call(&R::requestAgreementPrivacy), all, "type=2"},
             // No operation of today's.
             {"gpl/portal agreement", {}, all, ""},
             {"api/public_all get", {}, {PlatformProcess::Public, u"do"_qs}, ""},
