@@ -59,6 +59,8 @@ namespace {
             [](const Json &value) { return isCount(value) && value.get<size_t>() <= mostBytes; }},
         {"unhandled", isBoolean},
         {"lose", isBoolean},
+        {"reset", isBoolean},
+        {"dribble_ms", isCount},
         {"half_body", isBoolean},
     };
 
@@ -117,7 +119,9 @@ void Fault::spoil(Reply &reply) const
     reply.cut = m_what.value("cut", false);
     if (halvesBody())
         reply = lostReply(reply.delay);
-    reply.lost = reply.lost || m_what.value("lose", false);
+    reply.reset = m_what.value("reset", false);
+    reply.lost = reply.lost || reply.reset || m_what.value("lose", false);
+    reply.dribble = std::chrono::milliseconds(m_what.value("dribble_ms", 0));
     if (m_what.contains("body") || m_what.contains("huge"))
         reply.file.clear();
     if (m_what.contains("body"))

@@ -9,9 +9,10 @@ namespace sandbox {
 //! For: "action", "start", "path", "method", "host" (a role), "params" (of the query and of a form,
 //! {"partNumber": 2}). What becomes of them: "status", "body", "headers", "delay_ms", "cut" (half
 //! an answer), "huge" (an answer of that many bytes), "unhandled" (nothing is carried out),
-//! "lose" (carried out, but the connection is closed without an answer), "half_body" (half of what
-//! a PUT carries is read, then, after "delay_ms", the connection is closed; nothing is carried
-//! out).
+//! "lose" (carried out, but the connection is closed without an answer), "reset" (the same, but the
+//! connection is reset), "dribble_ms" (so long a pause before each sixteenth of an answer),
+//! "half_body" (half of what a PUT carries is read, then, after "delay_ms", the connection is
+//! closed; nothing is carried out).
 class Fault
 {
 public:

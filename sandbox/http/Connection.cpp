@@ -25,7 +25,7 @@ namespace {
 } // namespace
 
 // The library shows the socket to nobody, so it is looked for by the two ends of the connection.
-void hangUp(const httplib::Request &request)
+void hangUp(const httplib::Request &request, Ending ending)
 {
     std::error_code error;
     for (const auto &entry : std::filesystem::directory_iterator("/proc/self/fd", error)) {
@@ -33,8 +33,13 @@ void hangUp(const httplib::Request &request)
         int descriptor = -1;
         std::from_chars(name.data(), name.data() + name.size(), descriptor);
         if (isEnd(getpeername, descriptor, request.remote_addr, request.remote_port)
-            && isEnd(getsockname, descriptor, request.local_addr, request.local_port))
+            && isEnd(getsockname, descriptor, request.local_addr, request.local_port)) {
+            // A connection that is let go of, and not shut down, is reset.
+            const sockaddr nobody {.sa_family = AF_UNSPEC, .sa_data = {}};
+            if (ending == Ending::Reset)
+                connect(descriptor, &nobody, sizeof nobody);
             shutdown(descriptor, SHUT_RDWR);
+        }
     }
 }
 

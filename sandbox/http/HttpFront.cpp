@@ -19,6 +19,9 @@ namespace {
     constexpr int noContent = 204;
     constexpr int statusByRange = -1; //!< the library's: 206 for a part of the file, else 200
 
+    //! Pieces of a body that dribbles.
+    constexpr size_t dribbles = 16;
+
     //! Larger bodies are read to their end and cut off here.
     constexpr size_t mostPutBytes = 1024UL * 1024;
 
@@ -83,13 +86,15 @@ namespace {
         if (size == 0)
             return http.set_content("", reply.contentType);
         const size_t end = reply.cut ? size / 2 : size;
+        const size_t mostAtOnce = reply.dribble.count() > 0 ? size / dribbles + 1 : size;
         http.set_content_provider(size, reply.contentType,
-            [source = std::move(source), end](
+            [source = std::move(source), end, mostAtOnce, pause = reply.dribble](
                 size_t offset, size_t length, httplib::DataSink &sink) {
                 std::array<char, 65536> piece;
                 if (offset >= end)
                     return false;
-                const size_t most = std::min({length, end - offset, piece.size()});
+                std::this_thread::sleep_for(pause);
+                const size_t most = std::min({length, end - offset, piece.size(), mostAtOnce});
                 const size_t got = source(piece.data(), most, offset);
                 return got > 0 && sink.write(piece.data(), got);
             });
@@ -98,7 +103,7 @@ namespace {
     void send(Reply reply, const httplib::Request &request, httplib::Response &http)
     {
         if (reply.lost)
-            return hangUp(request);
+            return hangUp(request, reply.reset ? Ending::Reset : Ending::InOrder);
         http.status = reply.status;
         for (const auto &[name, value] : reply.headers)
             http.headers.emplace(name, value);

@@ -44,6 +44,8 @@ struct Reply
     std::chrono::milliseconds delay {0};
     bool cut = false; //!< promise the whole body and close the connection after half of it
     bool lost = false; //!< close the connection without an answer
+    bool reset = false; //!< of a lost one: as a program does that has crashed
+    std::chrono::milliseconds dribble {0}; //!< before each sixteenth of the body
 };
 
 Reply textReply(int status, std::string text);

@@ -6,6 +6,7 @@
 #include "platform/http/HTTPTask.h"
 #include "support/Patience.h"
 #include "support/PlatformProcess.h"
+#include "support/Table.h"
 
 #include <QJsonArray>
 #include <QLoggingCategory>
@@ -102,10 +103,61 @@ private Q_SLOTS:
         for (const int status : {300, 302, 304, 404, 503})
             compareWithTransportError(ofReply(status, json));
         QCOMPARE(answerTo({{u"body"_qs, u""_qs}, {u"status"_qs, 204}}), unreadable);
-        compareWithTransportError(answerTo({{u"cut"_qs, true}}));
         constexpr qint64 limit = HTTPSessionManager::defaultMaximumBodySize;
         compareWithTransportError(answerTo({{u"huge"_qs, 2 * limit}}));
         QCOMPARE(answerTo({{u"huge"_qs, limit - 1024}}).status, 200);
+    }
+
+    void survivesTheWire_data()
+    {
+        constexpr bool fails = false, succeeds = true;
+        // On a fresh connection and on a kept one, which the server may have closed meanwhile.
+        Wires::rows({
+            {"lost", {{u"lose"_qs, true}}, {fails, 1}, {succeeds, 2}},
+            {"reset", {{u"reset"_qs, true}}, {fails, 1}, {succeeds, 2}},
+            {"lost twice", {{u"lose"_qs, true}, {u"times"_qs, 2}}, {fails, 1}, {fails, 2}},
+            {"cut off", {{u"cut"_qs, true}}, {fails, 1}, {fails, 1}},
+            {"dribbling", {{u"dribble_ms"_qs, 30}}, {succeeds, 1}, {succeeds, 1}},
+            {"dribbling to an end", {{u"dribble_ms"_qs, 30}, {u"cut"_qs, true}}, {fails, 1},
+                {fails, 1}},
+        });
+    }
+
+    void survivesTheWire()
+    {
+        const auto [fault, fresh, kept] = Wires::row();
+        QJsonObject described = fault;
+        described[u"start"] = m_start;
+        for (const auto &[isSuccess, requests] : {fresh, kept}) {
+            m_platform.reset();
+            m_platform.addFault(described);
+            const Answer answer = m_client->connect(m_action, m_start);
+            if (isSuccess)
+                QCOMPARE(answer.data[u"list"].toArray().size(), 12);
+            else
+                compareWithTransportError(answer);
+            QCOMPARE(m_platform.takeRequests().size(), requests);
+            m_platform.reset();
+            QCOMPARE(m_client->connect(m_action, m_start).status, 200);
+        }
+    }
+
+    // Whoever sends on is waited for, however slowly.
+    void onlySilenceIsTooSlow()
+    {
+        HTTPSessionManager manager(&m_client->network);
+        manager.setTimeoutInterval(std::chrono::milliseconds(400));
+        const QString address
+            = m_platform.address() + u"do?action=%1&start=%2"_qs.arg(m_action, m_start);
+        for (const int pause : {40, 600'000}) {
+            m_platform.addFault({{u"start"_qs, m_start}, {u"dribble_ms"_qs, pause}});
+            QCOMPARE(answerOf<bool>([&](const auto &then) {
+                manager.GET(
+                    address, {}, [then](const auto &) { then(true); },
+                    [then](const auto &, const auto &) { then(false); });
+            }),
+                pause == 40);
+        }
     }
 
     void unreachableServer()
@@ -259,6 +311,8 @@ private Q_SLOTS:
     }
 
 private:
+    using Outcome = std::pair<bool, int>; // whether it succeeds, after how many requests
+    using Wires = Table<QJsonObject, Outcome, Outcome>;
     struct Loaded
     {
         int status = 0;

@@ -2,6 +2,8 @@
 #include "support/PlatformProcess.h"
 #include "support/Table.h"
 
+#include <QSize>
+
 //! What a server receives, and at which address.
 class RequestTest : public QObject
 {
@@ -13,43 +15,103 @@ private Q_SLOTS:
         m_platform.reset();
         m_client = std::make_unique<NetClient>(m_platform.hosts());
         m_client->requests.setOrganization(u"school01"_qs);
+        // It must not travel; what travels is the cookie storage.
+        m_client->defaults.setObject(u"mo=1; Path=/"_qs, u"MiPushUsingCookie"_qs);
+        const std::pair<DeviceIdentifier *, QString> identifiers[] {
+            {&m_client->student, u"student"_qs}, {&m_client->patriarch, u"patriarch"_qs}};
+        for (const auto &[identifier, key] : identifiers) {
+            m_client->keychain.save(key, key == u"student" ? "PUPIL" : "PARENT");
+            identifier->prepare();
+        }
     }
 
-    void choosesTheAddress_data()
+    void asksAsThePlatformExpects_data()
     {
-        constexpr auto rb = PlatformProcess::Rb;
-        constexpr auto regions = PlatformProcess::Regions;
-        // The path of the platform's, and that of a school's own server, null: the platform again.
-        Addresses::rows({
-            {"site", "rb/platform/site cndSite", rb, "do?", nullptr},
-            {"regions", "qe/platform/regions tree", regions, "do?", nullptr},
-            {"public", "api/public_all get", PlatformProcess::Public, "do?", nullptr},
-            {"base", "base/platform/portal appUpdateInfo", PlatformProcess::Base, "do?", nullptr},
-            {"qe/h5", "qe/h5/third bindIm", regions, "school01/do?", "rb/qe/do?"},
-            {"gpl/", "gpl/common/hv/bind bindGeTui", rb, "school01/do?", "rb/qe/do?"},
-            {"login", "rb/h5/login login", rb, "school01/do", "rb/do?"},
-            {"portal", "gpl/portal login4H5", rb, "school01/do", "rb/do?"},
-            {"teacher", "qe/h5/login login_tea", regions, "school01/do?", "qe/qe/do?"},
-            {"some other", "some/other x", regions, "", "rb"},
-            {"agreement", "gpl/portal agreement", rb, "do?", nullptr},
+        using R = RequestInterface;
+        const Place all {PlatformProcess::Rb, u"do"_qs};
+        const Place portal {PlatformProcess::Rb, u"school01/do"_qs, u"rb/do"_qs};
+        const Place third {PlatformProcess::Regions, u"school01/do"_qs, u"rb/qe/do"_qs};
+        const Place push {PlatformProcess::Rb, u"school01/do"_qs, u"rb/qe/do"_qs};
+        const Place parents {PlatformProcess::Regions, u"school01/do"_qs, u"qe/qe/do"_qs};
+        const Place regions {PlatformProcess::Regions, u"do"_qs};
+        const Place base {PlatformProcess::Base, u"do"_qs};
+        const QString a(u'a'), b(u'b'), c(u'c'), d(u'd'), e(u'e'), f(u'f'), g(u'g'), h(u'h'),
+            i(u'i');
+        Operations::rows({
+            {"rb/h5/login login", call(&R::studentTeacherLoginWithAccount, a, b), portal,
+                "app_type=IOS client_code=PUPIL user_code=a user_pwd=b"},
+            {"rb/h5/login login ", call(&R::studentAndTeacherLoginWithAccount, a, b), portal,
+                "user_code=a user_pwd=b"},
+            {"qe/h5/login login_tea", call(&R::patriarchalLoginWithAccount, a, b), parents,
+                "app_type=IOS client_code=PARENT user_code=a user_pwd=b"},
+            {"rb/h5/login verifyAccount", call(&R::verifyAccountWithUserNo, a, b), portal,
+                "card_no=b user_no=a"},
+            {"rb/h5/login verifyAccount_tea", call(&R::verifyPatriarchAccountWithUserName, a, b),
+                portal, "card_no=b user_name=a"},
+            {"rb/platform/site siteSearch", call(&R::requsetSiteWithSearchkey, a), all,
+                "searchkey=a"},
+            {"rb/h5/login settingAccount", call(&R::settingAccountWithUserID, a, b, c), portal,
+                "user_code=b user_id=a user_pwd=c"},
+            {"rb/h5/login settingAccount_tea", call(&R::settingPatriarchAccountWithUserID, a, b, c),
+                portal, "user_code=b user_id=a user_pwd=c"},
+            {"qe/platform/regions tree", call(&R::getSchoolDataWithResponse), regions, ""},
+            {"base/platform/portal appUpdateInfo", call(&R::checkAppUpdateWithCurNo, a, b), base,
+                "app_name=b app_os=IOS cur_bulid_no=a"},
+            {"qe/h5/third bindIm", call(&R::bindUserInfoEntrance, a, b, c, d, e, f, g, h), third,
+                "app_type=h dev_type=g entrance=a im_type=f reg_id=c site_id=b user_id=d "
+                "user_type=e"},
+            {"rb/platform/site cndSite", call(&R::requestSchoolInfo), all, ""},
+            {"gpl/platform/portal getSetting4App", call(&R::requestSchoolLogo, a), all,
+                "site_id=a"},
+            {"gpl/platform/portal listAd4App", call(&R::requestAd, QSize(1125, 2436)), all,
+                "resolution_pixel=1125*2436 terminal=ios"},
+            {"gpl/common/hv/bind bindGeTui", call(&R::bindGeTuiWithC_id, a, b), push,
+                "c_id=a dev_type=1 user_id=b"},
+            {"gpl/common/hv/bind unBindGeTui", call(&R::unbindGeTuiWithC_id, a, b), push,
+                "c_id=a user_id=b"},
+            {"gpl/portal login4AppWeixin", call(&R::loginForAppWeixinWithCode, a, 2), portal,
+                "code=a type=2"},
+            {"gpl/portal login4H5",
+                call(&R::accountBindWechatWithUserCode, a, b, c, d, e, f, g, h, i), portal,
+                "bind_type=h login_type=i nick=e open_id=d sign=g timestamp=f union_id=c "
+                "user_code=a user_pwd=b"},
+            {"gpl/portal login4H5 ", call(&R::tokenLogin, a), portal, "login_token=a login_type=3"},
+            {"gpl/platform/portal agreement", call(&R::requestAgreementUser), all, "type=1"},
+            {"gpl/platform/portal agreement ", call(&R::requestAgreementPrivacy), all, "type=2"},
+            // No operation of today's.
+            {"gpl/portal agreement", {}, all, ""},
+            {"api/public_all get", {}, {PlatformProcess::Public, u"do"_qs}, ""},
+            {"some/other x", {}, {PlatformProcess::Regions, u""_qs, u"rb"_qs}, ""},
         });
     }
 
-    void choosesTheAddress()
+    void asksAsThePlatformExpects()
     {
-        const auto [call, host, path, localPath] = Addresses::row();
-        const QString action = QString::fromLatin1(call.split(' ')[0]);
-        const QString start = QString::fromLatin1(call.split(' ')[1]);
+        const auto [ask, place, parameters] = Operations::row();
+        const QStringList words = QString::fromLatin1(QTest::currentDataTag()).split(u' ');
+        QStringList pairs {u"action="_qs + words[0], u"start="_qs + words[1]};
+        pairs += QString::fromLatin1(parameters).split(u' ', Qt::SkipEmptyParts);
+        pairs.sort();
         const QString local = m_platform.address(PlatformProcess::Local);
-        const QString address = m_platform.address(host) + QString::fromLatin1(path);
-        const QString localAddress = local + QString::fromLatin1(localPath);
-        for (const QString &expected : {address, localPath.isNull() ? address : localAddress}) {
-            m_client->connect(action, start);
-            const TracedRequest request = received();
-            QCOMPARE(request.host, QUrl(expected).authority());
-            QCOMPARE(request.path, QUrl(expected).path());
-            QCOMPARE(request.query,
-                "action=" + QUrl::toPercentEncoding(action) + "&start=" + start.toUtf8());
+        const QString address = m_platform.address(place.host) + place.path;
+        for (const QString &expected :
+            {address, place.localPath.isNull() ? address : local + place.localPath}) {
+            if (ask)
+                NetClient::await(
+                    [&, &ask = ask](const auto &then) { ask(m_client->requests, then); });
+            else
+                m_client->connect(words[0], words[1]);
+            TracedRequest request = received();
+            QCOMPARE(request.method, u"GET"_qs);
+            QCOMPARE(u"http://"_qs + request.host + request.path, expected);
+            QStringList sent = QUrl::fromPercentEncoding(request.query).split(u'&');
+            sent.sort();
+            QCOMPARE(sent, pairs);
+            for (const QString &ofTheSystem : {u"accept-encoding"_qs, u"accept-language"_qs})
+                QVERIFY(!request.headers.take(ofTheSystem).isEmpty());
+            QCOMPARE(request.headers,
+                (QMap<QString, QString> {{u"accept"_qs, u"*/*"_qs}, {u"host"_qs, request.host},
+                    {u"user-agent"_qs, u"vant-ios;client-st;"_qs}}));
             m_client->setLocal(local + u"rb"_qs, local + u"rb/qe"_qs);
         }
     }
@@ -81,7 +143,22 @@ private Q_SLOTS:
     }
 
 private:
-    using Addresses = Table<QByteArray, PlatformProcess::Host, QByteArray, QByteArray>;
+    using Call = std::function<void(RequestInterface &, const ResponseCallback &)>;
+    struct Place
+    {
+        PlatformProcess::Host host = PlatformProcess::Rb;
+        QString path;
+        QString localPath = {}; //!< of a school's own server; null: the platform again
+    };
+    using Operations = Table<Call, Place, QByteArray>;
+
+    template <typename Operation, typename... Arguments>
+    static Call call(Operation operation, const Arguments &...arguments)
+    {
+        return [=](RequestInterface &requests, const ResponseCallback &then) {
+            (requests.*operation)(arguments..., then);
+        };
+    }
 
     TracedRequest received()
     {

@@ -3,6 +3,7 @@
 #include "platform/http/DataUrl.h"
 #include "platform/http/HTTPNetwork.h"
 #include "platform/storage/HTTPCookieStorage.h"
+#include "platform/transport/ServerAddress.h"
 
 #include <QLocale>
 #include <QPointer>
@@ -96,6 +97,7 @@ void HTTPTask::begin()
 void HTTPTask::send()
 {
     HTTPRequest request = m_request;
+    request.isDirect = ServerAddress::isLoopback(request.url);
     // As browsers say it; some servers answer nobody else.
     if (!hasHeader(request, "User-Agent"))
         request.headers.emplaceBack("User-Agent", "Mozilla/5.0");

@@ -18,6 +18,7 @@ struct HTTPRequest
     QList<std::pair<QByteArray, QByteArray>> headers;
     QByteArray body; //!< of a POST or PUT
     bool mayBeData = false; //!< whether an address that is its own content is good, too
+    bool isDirect = false; //!< to its server without the environment's proxy
 };
 
 //! What an answer may be and take.

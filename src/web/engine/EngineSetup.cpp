@@ -1,6 +1,7 @@
 #include "web/engine/EngineSetup.h"
 
 #include <QByteArray>
+#include <QNetworkProxyFactory>
 #include <QtWebEngineQuick/qtwebenginequickglobal.h>
 
 namespace {
@@ -25,5 +26,7 @@ QByteArray withoutDeadlyFeature(const QByteArray &flags)
 void EngineSetup::beforeApplication()
 {
     qputenv(flagsVariable, withoutDeadlyFeature(qgetenv(flagsVariable)));
+    // Whether it is so by itself is a matter of how the toolkit was built.
+    QNetworkProxyFactory::setUseSystemConfiguration(true);
     QtWebEngineQuick::initialize();
 }

@@ -32,6 +32,8 @@ CurlTransfer::CurlTransfer(
     curl_easy_setopt(m_easy, CURLOPT_SSLVERSION, long(CURL_SSLVERSION_TLSv1_2));
     curl_easy_setopt(m_easy, CURLOPT_SSL_CTX_FUNCTION, trust);
     curl_easy_setopt(m_easy, CURLOPT_SSL_CTX_DATA, const_cast<void *>(authorities));
+    if (request.isDirect)
+        curl_easy_setopt(m_easy, CURLOPT_PROXY, "");
     if (m_transfer->limits.whole.count() > 0)
         curl_easy_setopt(m_easy, CURLOPT_TIMEOUT_MS, long(m_transfer->limits.whole.count()));
     curl_easy_setopt(m_easy, CURLOPT_HEADERFUNCTION, &CurlTransfer::onHeader);
@@ -55,7 +57,8 @@ CurlTransfer::~CurlTransfer()
 }
 
 // The library sends a message a second time where a kept connection closes unanswered. It cannot
-// where the body's first bytes are gone, and a message without a body gets its own connection.
+// where the body's first bytes are gone. A message without a body gets its own connection, and
+// HTTP/1.1: over HTTP/2 a server can refuse it, and is then asked five times more.
 void CurlTransfer::setBody()
 {
     const bool isPut = m_transfer->request.method == HTTPRequest::Method::Put;
@@ -73,8 +76,10 @@ void CurlTransfer::setBody()
     curl_easy_setopt(m_easy, CURLOPT_SEEKDATA, this);
     curl_easy_setopt(
         m_easy, CURLOPT_UPLOAD_BUFFERSIZE, std::clamp(long(size), 16 * 1024L, largestSendBuffer));
-    if (size == 0)
+    if (size == 0) {
         curl_easy_setopt(m_easy, CURLOPT_FRESH_CONNECT, 1L);
+        curl_easy_setopt(m_easy, CURLOPT_HTTP_VERSION, long(CURL_HTTP_VERSION_1_1));
+    }
     // Servers are known that wait for the body meanwhile.
     m_headers = curl_slist_append(m_headers, "Expect:");
 }
