@@ -15,6 +15,8 @@ HTTPTransfer::HTTPTransfer(HTTPRequest request, const HTTPLimits &limits, Done d
     , m_limits(limits)
     , m_done(std::move(done))
     , m_lastActivity(Clock::now())
+    // Not the library's to measure: it does not while a transfer waits for a connection.
+    , m_end(m_limits.whole.count() > 0 ? m_lastActivity + m_limits.whole : Clock::time_point::max())
 {
 }
 
@@ -42,8 +44,6 @@ CURL *HTTPTransfer::prepare(curl_ssl_ctx_callback trust, void *authorities)
     curl_easy_setopt(m_easy, CURLOPT_SSLVERSION, long(CURL_SSLVERSION_TLSv1_2));
     curl_easy_setopt(m_easy, CURLOPT_SSL_CTX_FUNCTION, trust);
     curl_easy_setopt(m_easy, CURLOPT_SSL_CTX_DATA, authorities);
-    if (m_limits.whole.count() > 0)
-        curl_easy_setopt(m_easy, CURLOPT_TIMEOUT_MS, long(m_limits.whole.count()));
     curl_easy_setopt(m_easy, CURLOPT_HEADERFUNCTION, &HTTPTransfer::onHeader);
     curl_easy_setopt(m_easy, CURLOPT_HEADERDATA, this);
     curl_easy_setopt(m_easy, CURLOPT_WRITEFUNCTION, &HTTPTransfer::onBody);

@@ -5,6 +5,7 @@
 
 #include <curl/curl.h>
 
+#include <algorithm>
 #include <memory>
 
 //! One message to a server and its answer, redirections not followed. Made on the main thread,
@@ -29,8 +30,11 @@ public:
     CURL *prepare(curl_ssl_ctx_callback trust, void *authorities);
     //! Null before prepare().
     CURL *handle() const { return m_easy; }
-    //! When it is given up unless something arrives or leaves before.
-    Clock::time_point deadline() const { return m_lastActivity + m_limits.silence; }
+    //! When it is given up unless it ends, or something arrives or leaves, before.
+    Clock::time_point deadline() const
+    {
+        return std::min(m_lastActivity + m_limits.silence, m_end);
+    }
     //! It has ended by itself.
     void finish(CURLcode result);
     //! It is ended.
@@ -56,6 +60,7 @@ private:
     curl_slist *m_headers = nullptr;
     std::array<char, CURL_ERROR_SIZE> m_errorText {};
     Clock::time_point m_lastActivity;
+    const Clock::time_point m_end; // of the whole time
     qsizetype m_bodySent = 0;
     bool m_bodyIsTooLarge = false;
     HTTPResponse m_response;
