@@ -87,6 +87,7 @@ private:
     using Redirections = Table<Method, int, bool, QByteArray>;
     using Messages = Table<Method, QByteArray>;
     using Failures = Table<QByteArray, bool>;
+    using Waits = Table<int>;
 
     const QTemporaryDir m_folder;
     HTTPCookieStorage m_cookies {m_folder.filePath(u"cookies.json"_s)};
@@ -145,6 +146,27 @@ private Q_SLOTS:
         QCOMPARE(errors.size(), 0);
         TRY_COMPARE(gone.size(), 1);
         QVERIFY(errors.size() == 1 && errors[0] != 0 && successes == 0);
+    }
+
+    void outlivesWhatItsAnswerEnds()
+    {
+        auto *network = new HTTPNetwork;
+        HTTPSessionManager manager(network);
+        manager.setAcceptsDataAddresses();
+        auto held = std::make_shared<int>();
+        const std::weak_ptr<int> seen = held;
+        std::optional<bool> isHeld;
+        manager.GET(
+            u"data:,x"_s, {},
+            [&seen, &isHeld, network, held = std::move(held)](const auto &) {
+                const auto &watched = seen;
+                auto &result = isHeld;
+                delete network;
+                result = !watched.expired();
+            },
+            [](auto &&...) {});
+        TRY_VERIFY(isHeld.has_value());
+        QVERIFY(*isHeld && seen.expired());
     }
 
     void followsWhereItMay_data()
@@ -232,15 +254,29 @@ private Q_SLOTS:
         QCOMPARE(server.requests.size(), 2);
     }
 
+    void takesOnlySoLong_data()
+    {
+        Waits::rows({
+            {"comes in drops", 0},
+            {"waits for a connection", 6},
+        });
+    }
+
     void takesOnlySoLong()
     {
+        const auto [others] = Waits::row();
         WireServer server([](QTcpSocket &client, const QByteArray &) {
             client.write("HTTP/1.1 200 OK\r\n\r\n");
             auto *drip = new QTimer(&client);
             connect(drip, &QTimer::timeout, &client, [&client] { client.write("x"); });
             drip->start(20ms);
         });
-        HTTPSessionManager manager(&m_network);
+        HTTPNetwork network;
+        HTTPSessionManager manager(&network);
+        for (int other = 0; other < others; ++other)
+            manager.GET(
+                server.address(), {}, [](const auto &) {}, [](auto &&...) {});
+        TRY_COMPARE(server.requests.size(), others);
         manager.setWholeTime(300ms);
         QVERIFY(send(manager, Method::Get, server.address()).second != 0);
     }

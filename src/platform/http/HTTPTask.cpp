@@ -229,8 +229,11 @@ void HTTPTask::answerLater(HTTPResponse response, const HTTPError &error)
 void HTTPTask::answer(const HTTPResponse &response, const HTTPError &error)
 {
     deleteLater();
+    // Whoever is called may delete the task, and goes on with what it holds.
+    const HTTPSuccess success = std::move(m_success);
+    const HTTPFailure failure = std::move(m_failure);
     if (error.code == 0)
-        m_success(response);
+        success(response);
     else
-        m_failure(response, error);
+        failure(response, error);
 }
