@@ -50,8 +50,12 @@ bool hasHeader(const HTTPRequest &request, const QByteArray &name)
 QByteArray cookieHeader(const QList<QNetworkCookie> &cookies)
 {
     QByteArrayList pairs;
-    for (const QNetworkCookie &cookie : cookies)
-        pairs << cookie.toRawForm(QNetworkCookie::NameAndValueOnly);
+    for (const QNetworkCookie &cookie : cookies) {
+        const QByteArray pair = cookie.toRawForm(QNetworkCookie::NameAndValueOnly);
+        // One that is broken takes no other with it.
+        if (fitsAHeader(pair))
+            pairs << pair;
+    }
     return pairs.join("; ");
 }
 

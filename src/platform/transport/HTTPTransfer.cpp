@@ -48,11 +48,15 @@ CURL *HTTPTransfer::prepare(curl_ssl_ctx_callback trust, void *authorities)
     curl_easy_setopt(m_easy, CURLOPT_HEADERDATA, this);
     curl_easy_setopt(m_easy, CURLOPT_WRITEFUNCTION, &HTTPTransfer::onBody);
     curl_easy_setopt(m_easy, CURLOPT_WRITEDATA, this);
-    // An empty value must be written all the same, which the library does for ";".
-    for (const auto &[name, value] : m_request.headers)
+    for (const auto &[name, value] : m_request.headers) {
+        // The library writes them as they are.
+        if (!fitsAHeader(name) || !fitsAHeader(value))
+            continue;
+        // An empty value must be written all the same, which the library does for ";".
         m_headers = curl_slist_append(m_headers,
-            value.isEmpty() ? QByteArray(name + ';').constData()
-                            : QByteArray(name + ": " + value).constData());
+            value.trimmed().isEmpty() ? QByteArray(name + ';').constData()
+                                      : QByteArray(name + ": " + value).constData());
+    }
     if (m_request.method != HTTPRequest::Method::Get)
         setBody();
     curl_easy_setopt(m_easy, CURLOPT_HTTPHEADER, m_headers);
