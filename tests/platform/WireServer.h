@@ -1,8 +1,5 @@
 #pragma once
 
-#include "platform/http/HTTPSessionManager.h"
-#include "support/Patience.h"
-
 #include <QHash>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -52,40 +49,3 @@ private:
 
     QHash<QTcpSocket *, QByteArray> m_unread;
 };
-
-//! An answer as a server writes it.
-inline QByteArray answer(int status, const QByteArray &headers = {}, const QByteArray &body = "x")
-{
-    return "HTTP/1.1 " + QByteArray::number(status) + " S\r\nContent-Length: "
-        + QByteArray::number(body.size()) + "\r\n" + headers + "\r\n" + body;
-}
-
-//! The header of a redirection.
-inline QByteArray location(const QString &address)
-{
-    return "Location: " + address.toUtf8() + "\r\n";
-}
-
-//! What came of a request: the answer, and the error's number.
-using Outcome = std::pair<HTTPResponse, int>;
-using Method = HTTPRequest::Method;
-
-//! Carries a request out; a form and a part bring this body.
-inline Outcome send(const HTTPSessionManager &manager, Method method, const QString &address,
-    const QByteArray &body = "b=1")
-{
-    return answerOf<Outcome>([&](const auto &then) {
-        const auto success = [then](const HTTPResponse &response) { then({response, 0}); };
-        const auto failure = [then](const HTTPResponse &response, const HTTPError &error) {
-            then({response, error.code});
-        };
-        const auto parameters
-            = body.isEmpty() ? HTTPParameters() : HTTPParameters {{QStringLiteral("b"), 1}};
-        if (method == Method::Get)
-            manager.GET(address, {}, success, failure);
-        else if (method == Method::Post)
-            manager.POST(address, parameters, success, failure);
-        else
-            manager.PUT(address, body, success, failure);
-    });
-}

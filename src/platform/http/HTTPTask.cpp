@@ -51,8 +51,12 @@ bool hasHeader(const HTTPRequest &request, const QByteArray &name)
 QByteArray cookieHeader(const QList<QNetworkCookie> &cookies)
 {
     QByteArrayList pairs;
-    for (const QNetworkCookie &cookie : cookies)
-        pairs << cookie.toRawForm(QNetworkCookie::NameAndValueOnly);
+    for (const QNetworkCookie &cookie : cookies) {
+        const QByteArray pair = cookie.toRawForm(QNetworkCookie::NameAndValueOnly);
+        // One that is broken takes no other with it.
+        if (fitsAHeader(pair))
+            pairs << pair;
+    }
     return pairs.join("; ");
 }
 
@@ -232,10 +236,13 @@ void HTTPTask::answerLater(HTTPResponse response, const HTTPError &error)
 void HTTPTask::answer(const HTTPResponse &response, const HTTPError &error)
 {
     const QPointer self(this);
+    // Whoever is called may end the network, and goes on with what it holds.
+    const HTTPSuccess success = std::move(m_success);
+    const HTTPFailure failure = std::move(m_failure);
     if (error.code == 0)
-        m_success(response);
+        success(response);
     else
-        m_failure(response, error);
-    // Whoever was told may have ended the network. Later would cost another turn of the loop.
+        failure(response, error);
+    // Later would cost another turn of the loop.
     delete self;
 }

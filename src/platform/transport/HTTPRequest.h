@@ -15,11 +15,17 @@ struct HTTPRequest
 
     Method method = Method::Get;
     QUrl url;
-    QList<std::pair<QByteArray, QByteArray>> headers;
+    QList<std::pair<QByteArray, QByteArray>> headers; //!< left out where it is more than one
     QByteArray body; //!< of a POST or PUT
     bool mayBeData = false; //!< whether an address that is its own content is good, too
     bool isDirect = false; //!< to its server without the environment's proxy
 };
+
+//! Whether a text is no more than one header's: it neither begins another one nor ends them all.
+inline bool fitsAHeader(const QByteArray &text)
+{
+    return !text.contains('\r') && !text.contains('\n') && !text.contains('\0');
+}
 
 //! What an answer may be and take.
 struct HTTPLimits

@@ -71,11 +71,8 @@ void UploadCalls::put(
     const QString &address, const Headers &headers, const QByteArray &data, Stored stored)
 {
     HTTPSessionManager manager(m_network);
-    for (const auto &[field, value] : headers) {
-        // What the service hands out must not end the header.
-        if (!value.contains('\n') && !value.contains('\r'))
-            manager.setValueForHTTPHeaderField(value, field);
-    }
+    for (const auto &[field, value] : headers)
+        manager.setValueForHTTPHeaderField(value, field);
     const QPointer alive(this);
     const auto answered = [alive, stored](const HTTPResponse &response) {
         if (alive)

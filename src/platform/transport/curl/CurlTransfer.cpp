@@ -8,6 +8,13 @@ namespace {
 constexpr int lastInterimStatus = 199;
 constexpr long largestSendBuffer = 512 * 1024; // bytes; what a part of a file goes out in
 
+CurlTransfer::Clock::time_point endOf(const HTTPTransfer &transfer)
+{
+    using Clock = CurlTransfer::Clock;
+    const auto whole = transfer.limits.whole;
+    return whole.count() > 0 ? Clock::now() + whole : Clock::time_point::max();
+}
+
 }
 
 CurlTransfer::CurlTransfer(
@@ -16,6 +23,8 @@ CurlTransfer::CurlTransfer(
     , m_response(m_transfer->response)
     , m_easy(curl_easy_init())
     , m_lastActivity(Clock::now())
+    // Not the library's to measure: it does not while a transfer waits for a connection.
+    , m_end(endOf(*m_transfer))
 {
     const HTTPRequest &request = m_transfer->request;
     curl_easy_setopt(m_easy, CURLOPT_ERRORBUFFER, m_errorText.data());
@@ -34,17 +43,19 @@ CurlTransfer::CurlTransfer(
     curl_easy_setopt(m_easy, CURLOPT_SSL_CTX_DATA, const_cast<void *>(authorities));
     if (request.isDirect)
         curl_easy_setopt(m_easy, CURLOPT_PROXY, "");
-    if (m_transfer->limits.whole.count() > 0)
-        curl_easy_setopt(m_easy, CURLOPT_TIMEOUT_MS, long(m_transfer->limits.whole.count()));
     curl_easy_setopt(m_easy, CURLOPT_HEADERFUNCTION, &CurlTransfer::onHeader);
     curl_easy_setopt(m_easy, CURLOPT_HEADERDATA, this);
     curl_easy_setopt(m_easy, CURLOPT_WRITEFUNCTION, &CurlTransfer::onBody);
     curl_easy_setopt(m_easy, CURLOPT_WRITEDATA, this);
-    // An empty value must be written all the same, which the library does for ";".
-    for (const auto &[name, value] : request.headers)
+    for (const auto &[name, value] : request.headers) {
+        // The library writes them as they are.
+        if (!fitsAHeader(name) || !fitsAHeader(value))
+            continue;
+        // An empty value must be written all the same, which the library does for ";".
         m_headers = curl_slist_append(m_headers,
-            value.isEmpty() ? QByteArray(name + ';').constData()
-                            : QByteArray(name + ": " + value).constData());
+            value.trimmed().isEmpty() ? QByteArray(name + ';').constData()
+                                      : QByteArray(name + ": " + value).constData());
+    }
     if (request.method != HTTPRequest::Method::Get)
         setBody();
     curl_easy_setopt(m_easy, CURLOPT_HTTPHEADER, m_headers);

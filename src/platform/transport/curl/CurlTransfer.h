@@ -4,6 +4,7 @@
 
 #include <curl/curl.h>
 
+#include <algorithm>
 #include <array>
 #include <memory>
 
@@ -21,8 +22,11 @@ public:
 
     CURL *handle() const { return m_easy; }
     const std::shared_ptr<HTTPTransfer> &transfer() const { return m_transfer; }
-    //! When it is given up unless something arrives or leaves before.
-    Clock::time_point deadline() const { return m_lastActivity + m_transfer->limits.silence; }
+    //! When it is given up unless it ends, or something arrives or leaves, before.
+    Clock::time_point deadline() const
+    {
+        return std::min(m_lastActivity + m_transfer->limits.silence, m_end);
+    }
     //! It has ended by itself.
     void finish(CURLcode result);
 
@@ -40,6 +44,7 @@ private:
     curl_slist *m_headers = nullptr;
     std::array<char, CURL_ERROR_SIZE> m_errorText {};
     Clock::time_point m_lastActivity;
+    const Clock::time_point m_end; // of the whole time
     qsizetype m_bodySent = 0;
     bool m_bodyIsTooLarge = false;
 };
