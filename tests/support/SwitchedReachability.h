@@ -8,5 +8,11 @@ class SwitchedReachability : public NetworkReachabilityManager
 public:
     Status networkReachabilityStatus() const override { return status; }
 
+    void become(Status now)
+    {
+        status = now;
+        Q_EMIT statusChanged();
+    }
+
     Status status = Status::Unknown;
 };

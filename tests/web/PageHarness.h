@@ -5,6 +5,7 @@
 #include "support/ManualMainQueue.h"
 #include "support/NotedUrlOpener.h"
 #include "support/PageServer.h"
+#include "support/SwitchedReachability.h"
 #include "ui/shell/Shell.h"
 #include "web/bridge/WebViewJavascriptBridge.h"
 #include "web/engine/WebView.h"
@@ -44,7 +45,9 @@ public:
     AlertView *alert {shell.alertView()};
     NotedUrlOpener urlOpener;
     LinkHandOver linkHandOver {&urlOpener, &mainQueue, QStringLiteral("4711")};
-    PageHost pageHost {&shell, &mainQueue, &linkHandOver, folder.filePath(QStringLiteral("kept"))};
+    SwitchedReachability reachability;
+    PageHost pageHost {
+        &shell, &mainQueue, &linkHandOver, &reachability, folder.filePath(QStringLiteral("kept"))};
     UserDefaults defaults {folder.filePath(QStringLiteral("settings.ini"))};
     PageProfiles profiles {folder.filePath(QStringLiteral("web")), &cookies, &defaults, &mainQueue};
     WebPageProfile profile;

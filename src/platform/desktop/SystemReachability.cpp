@@ -5,8 +5,10 @@
 SystemReachability::SystemReachability(bool hostIsLoopback)
     : m_hostIsLoopback(hostIsLoopback)
 {
-    if (!m_hostIsLoopback)
-        QNetworkInformation::loadDefaultBackend();
+    if (m_hostIsLoopback || !QNetworkInformation::loadDefaultBackend())
+        return;
+    connect(QNetworkInformation::instance(), &QNetworkInformation::reachabilityChanged, this,
+        &NetworkReachabilityManager::statusChanged);
 }
 
 NetworkReachabilityManager::Status SystemReachability::networkReachabilityStatus() const

@@ -39,6 +39,19 @@ Rectangle {
                 Accessible.name: text
             }
 
+            Text {
+                width: parent.width
+                visible: text !== ""
+                text: page.errorView.reason
+                textFormat: Text.PlainText
+                font.pixelSize: Theme.captionText
+                color: "#666666"
+                horizontalAlignment: Text.AlignHCenter
+                wrapMode: Text.Wrap
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+
             PrimaryButton {
                 anchors.horizontalCenter: parent.horizontalCenter
                 width: Math.min(implicitWidth, parent.width)

@@ -1,6 +1,7 @@
 import QtQuick
 import QtWebChannel
 import QtWebEngine
+import Vant.Ui
 import Vant.Web
 
 // The engine's view behind a WebView: carries out what it asks and reports what happens.
@@ -8,6 +9,8 @@ Item {
     id: root
 
     required property WebView webView
+    //! Of what the shell draws over the page.
+    property color accent: Theme.primary
     signal longPressed(point position)
 
     // The engine does not survive the end of a hidden view's process, and draws what is merely
@@ -46,6 +49,7 @@ Item {
         target: root.webView
         function onLoadRequested(url) { holder.item.url = url }
         function onHtmlRequested(html) { holder.item.loadHtml(html) }
+        function onStopRequested() { holder.item.stop() }
         function onReloadRequested() { holder.item.reload() }
         function onHistoryStepRequested(offset) { holder.item.goBackOrForward(offset) }
         function onScriptRequested(id, script) {
@@ -98,6 +102,7 @@ Item {
             }
 
             onUrlChanged: root.webView.engineUrlChanged(url)
+            onLoadProgressChanged: root.webView.loadProgressed(loadProgress)
             onNavigationRequested: request => {
                 root.webView.navigationRequested(request.url, request.isMainFrame)
                 if (!root.webView.mayFollow(request.url))
@@ -114,8 +119,7 @@ Item {
                     root.webView.loadSucceeded()
                     break
                 case WebEngineView.LoadFailedStatus:
-                    root.webView.loadFailed(info.errorDomain === WebEngineLoadingInfo.HttpStatusCodeDomain,
-                                            info.errorString)
+                    root.webView.loadFailed(info.errorDomain, info.errorCode, info.errorString)
                     break
                 case WebEngineView.LoadStoppedStatus:
                     root.webView.loadStopped()
@@ -146,6 +150,7 @@ Item {
             onActiveChanged: {
                 start = point.position
                 active ? held.restart() : held.stop()
+                root.webView.inputGiven()
             }
             onPointChanged: {
                 const dx = point.position.x - start.x
@@ -154,6 +159,12 @@ Item {
                     held.stop()
             }
         }
+    }
+
+    LoadingStrip {
+        width: parent.width
+        visible: root.webView.loading.slow
+        color: root.accent
     }
 
     Timer {

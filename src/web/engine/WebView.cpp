@@ -5,14 +5,21 @@
 #include "web/engine/EngineNavigation.h"
 #include "web/host/LinkHandOver.h"
 #include "web/host/PageHost.h"
+#include "web/profiles/PageScripts.h"
 
 #include <QQuickWebEngineProfile>
 #include <QWebEngineCertificateError>
 #include <QWebEngineHistory>
+#include <QWebEngineLoadingInfo>
+
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// Before the server's answer the engine guesses no more than this.
+constexpr int progressOfAnswer = 10;
 
 const QWebEngineCertificateError *certificateErrorIn(const QVariant &value)
 {
@@ -29,7 +36,23 @@ WebView::WebView(QQuickWebEngineProfile *profile, QObject *bridge, PageHost *hos
     , m_host(host)
     , m_dialogs(host->alertView(), host->mainQueue())
     , m_downloads(host)
+    , m_loading(host->mainQueue())
+    , m_answers(
+          host->alertView(), host->mainQueue(),
+          [this](const std::function<void()> &answered) {
+              evaluateJavaScript(
+                  PageScripts::nothing(), [answered](const QVariant &) { answered(); });
+          },
+          [this] { return m_dialogs.areShown(); })
 {
+    connect(&m_loading, &LoadWatch::gaveUp, this, [this] {
+        m_loadStarted = false;
+        m_loadAwaited = false;
+        Q_EMIT stopRequested();
+        Q_EMIT loadEnded();
+        fail(LoadProblem::noAnswer(), u"no answer"_s);
+    });
+    connect(&m_answers, &AnswerWatch::givenUp, this, &WebView::endHungPage);
 }
 
 // The engine's own url may be that of a page that is still on its way.
@@ -56,6 +79,7 @@ void WebView::schedule(std::function<void()> load)
 {
     // The engine keeps the page for as long as its dialog is open.
     m_dialogs.documentGone();
+    m_loading.begin();
     const bool scheduled = bool(m_pendingLoad);
     m_pendingLoad = std::move(load);
     m_loadStarted = false;
@@ -83,6 +107,7 @@ void WebView::reload()
     if (m_needsNewView)
         return load(m_url);
     m_dialogs.documentGone();
+    m_loading.begin();
     Q_EMIT reloadRequested();
 }
 
@@ -195,6 +220,33 @@ void WebView::loadStarted()
 {
     m_loadStarted = true;
     m_documentAwaited = true;
+    m_answerAwaited = true;
+    ++m_loads;
+    m_loading.begin();
+}
+
+void WebView::loadProgressed(int progress)
+{
+    if (progress <= progressOfAnswer || !m_loadStarted)
+        return;
+    m_loading.end();
+    // What the page before was asked, nobody answers.
+    if (std::exchange(m_answerAwaited, false))
+        m_answers.documentGone();
+    m_answers.expectAnswer();
+}
+
+void WebView::inputGiven()
+{
+    m_answers.expectAnswer();
+}
+
+void WebView::endHungPage()
+{
+    const auto process = pid_t(m_view ? m_view->property("renderProcessPid").toLongLong() : 0);
+    // Its end is seen to like any other.
+    if (process > 0)
+        ::kill(process, SIGKILL);
 }
 
 // An end that is reported after a newer load was asked for belongs to the one before.
@@ -204,6 +256,7 @@ bool WebView::endLoad()
     if (!std::exchange(m_loadStarted, false))
         return false;
     m_loadAwaited = false;
+    m_loading.end();
     Q_EMIT loadEnded();
     return true;
 }
@@ -217,16 +270,28 @@ void WebView::loadSucceeded()
     Q_EMIT didFinishNavigation();
 }
 
-void WebView::loadFailed(bool isHttpStatus, const QString &error)
+void WebView::loadFailed(int domain, int code, const QString &error)
 {
-    if (isHttpStatus) {
+    if (domain == QWebEngineLoadingInfo::HttpStatusCodeDomain) {
+        if (!m_loadStarted)
+            return;
         loadSucceeded();
+        // With nothing to show the status is all there is to tell.
+        evaluateJavaScript(
+            PageScripts::isEmpty(), [this, code, load = m_loads](const QVariant &empty) {
+                if (load == m_loads && empty.toBool())
+                    fail(LoadProblem::ofStatus(code), u"status %1"_s.arg(code));
+            });
         return;
     }
-    if (!endLoad())
-        return;
-    qCWarning(lcWeb) << "a page could not be loaded:" << error;
-    Q_EMIT didFailNavigation(error);
+    if (endLoad())
+        fail(LoadProblem::ofEngine(domain, code), error);
+}
+
+void WebView::fail(const LoadProblem &problem, const QString &detail)
+{
+    qCWarning(lcWeb) << "a page could not be loaded:" << detail;
+    Q_EMIT didFailNavigation(problem);
 }
 
 void WebView::loadStopped()
@@ -248,8 +313,9 @@ void WebView::renderProcessTerminated(int exitCode)
     Q_EMIT documentGone();
     endEvaluations();
     m_needsNewView = true;
+    m_answers.documentGone();
     if (std::exchange(m_diedSinceLoad, true))
-        Q_EMIT didFailNavigation(u"the page's process ends again and again"_s);
+        fail(LoadProblem::diesAgainAndAgain(), u"its process ends again and again"_s);
     else
         load(m_url);
 }

@@ -2,6 +2,9 @@
 
 #include "web/engine/NavigationPolicy.h"
 #include "web/files/PageDownloads.h"
+#include "web/loading/AnswerWatch.h"
+#include "web/loading/LoadProblem.h"
+#include "web/loading/LoadWatch.h"
 #include "web/questions/PageDialogs.h"
 
 #include <QHash>
@@ -34,6 +37,7 @@ class WebView : public QObject
     Q_PROPERTY(QQuickWebEngineProfile *profile READ profile NOTIFY profileChanged)
     Q_PROPERTY(QObject *bridge READ bridge CONSTANT)
     Q_PROPERTY(PageDialogs *dialogs READ dialogs CONSTANT)
+    Q_PROPERTY(LoadWatch *loading READ loading CONSTANT)
     Q_PROPERTY(QUrl url READ url NOTIFY urlChanged)
 
 public:
@@ -45,6 +49,7 @@ public:
     QQuickWebEngineProfile *profile() const { return m_profile; }
     QObject *bridge() const { return m_bridge; }
     PageDialogs *dialogs() { return &m_dialogs; }
+    LoadWatch *loading() { return &m_loading; }
 
     //! What the view shows or loads; empty before the first load.
     QUrl url() const { return m_url; }
@@ -80,9 +85,13 @@ public:
     Q_INVOKABLE void downloadRequested(QWebEngineDownloadRequest *request);
     Q_INVOKABLE void engineUrlChanged(const QUrl &url);
     Q_INVOKABLE void loadStarted();
+    //! In per cent, as the engine guesses it.
+    Q_INVOKABLE void loadProgressed(int progress);
     Q_INVOKABLE void loadSucceeded();
-    //! An HTTP status is no failure: the server sent a page with it.
-    Q_INVOKABLE void loadFailed(bool isHttpStatus, const QString &error);
+    //! The engine's domain and number. An HTTP status is no failure where a page came with it.
+    Q_INVOKABLE void loadFailed(int domain, int code, const QString &error);
+    //! The user has done something with the page.
+    Q_INVOKABLE void inputGiven();
     Q_INVOKABLE void loadStopped();
     //! What a page writes to its console: for its authors, who switch the category vant.web.page
     //! on.
@@ -99,13 +108,14 @@ Q_SIGNALS:
     void loadRequested(const QUrl &url);
     void htmlRequested(const QString &html);
     void reloadRequested();
+    void stopRequested();
     void historyStepRequested(int offset);
     //! \a id: 0 where nobody waits for the result.
     void scriptRequested(int id, const QString &script);
     void recreateRequested();
     // For the controller.
     void didFinishNavigation();
-    void didFailNavigation(const QString &error);
+    void didFailNavigation(const LoadProblem &problem);
     //! A load has ended in any way, or another has taken its place.
     void loadEnded();
     void documentGone();
@@ -114,6 +124,8 @@ private:
     void schedule(std::function<void()> load);
     void makePendingLoad();
     bool endLoad();
+    void fail(const LoadProblem &problem, const QString &detail);
+    void endHungPage();
     void endEvaluations();
     void applyPolicy(const QUrl &url, NavigationPolicy::Target target);
 
@@ -122,11 +134,15 @@ private:
     PageHost *m_host;
     PageDialogs m_dialogs;
     PageDownloads m_downloads;
+    LoadWatch m_loading;
+    AnswerWatch m_answers;
     QUrl m_url;
     QPointer<QObject> m_view; // the engine's
     std::function<void()> m_pendingLoad; // the last one asked for in this turn
     bool m_loadStarted = false; // of the load asked for last
     bool m_loadAwaited = false; // one was asked for and has not ended
+    bool m_answerAwaited = false; // a load has started, and its server has not answered
+    int m_loads = 0; // that have started
     bool m_documentAwaited = false; // a load has started, and the page is still the one before
     bool m_hasPage = false;
     bool m_needsNewView = false; // the one there is dead, or has a history that must go

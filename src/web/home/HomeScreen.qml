@@ -15,12 +15,14 @@ ScreenFrame {
         id: page
         anchors.fill: parent
         webView: root.controller.webView
+        accent: root.controller.statusBarColor
         onLongPressed: position => root.controller.longPressed(position)
     }
 
     ErrorView {
         anchors.fill: page
         visible: root.controller.errorView.visible
+        reason: root.controller.errorView.reason
         onRetry: root.controller.errorView.retry()
     }
 }

@@ -51,6 +51,7 @@ STHomeViewController::STHomeViewController(const HomeEnvironment &environment)
     , m_bridge(
           [this](const QString &origin) { return m_trust.serves(origin, m_webView.documentUrl()); })
     , m_webView(m_profile->engineProfile(), &m_bridge, &environment.portal->pageHost)
+    , m_errors(&m_webView, &environment.portal->pageHost)
     , m_pushPages(&m_webView, environment.shell->alertView(), &environment.account->loginModel,
           &environment.account->session)
     , m_imageSaver(
@@ -65,10 +66,8 @@ STHomeViewController::STHomeViewController(const HomeEnvironment &environment)
         [this](const QString &result, const QString &document) {
             m_bridge.callHandler(document, u"onSlicingUpload"_s, bridgeResult(result));
         });
-    connect(
-        &m_webView, &WebView::didFailNavigation, this, [this] { m_errorView.setVisible(true); });
-    connect(
-        &m_errorView, &ErrorViewState::retry, this, &STHomeViewController::errorViewButtonDidPress);
+    connect(m_errors.state(), &ErrorViewState::retry, this,
+        &STHomeViewController::errorViewButtonDidPress);
     connect(&m_pushPages, &PushPages::unanswered, this,
         [this](const QVariantMap &userInfo) { m_delegate->keepNotification(userInfo); });
     connect(&environment.account->session, &UserSession::ending, this,
@@ -136,10 +135,10 @@ void STHomeViewController::loadPortal()
     const auto &site = m_account->loginModel.siteInfo;
     const QUrl url(site ? site->redirect_url : QString());
     if (!EngineNavigation::isLoadable(url)) {
-        m_errorView.setVisible(true);
+        m_errors.showNoAddress();
         return;
     }
-    m_errorView.setVisible(false);
+    m_errors.hide();
     m_webView.load(url);
     // After the end of the load whose place this one takes, and before its own beginning.
     m_profile->cookies()->sendWithNextLoad(
@@ -171,7 +170,7 @@ void STHomeViewController::leaveUser()
     m_profile->cookies()->leave();
     m_webView.startAfresh();
     m_shell->actionSheet()->cancel();
-    m_errorView.setVisible(false);
+    m_errors.hide();
     longClickSaveImgAble = false;
     changeStatusColor(shellColor);
 }
@@ -270,14 +269,13 @@ void STHomeViewController::getAppInfo(const WebViewJavascriptBridge::Respond &re
 
 void STHomeViewController::didFinishNavigation()
 {
-    m_errorView.setVisible(false);
     m_webView.evaluateJavaScript(PageScripts::disableUserSelect());
     m_webView.evaluateJavaScript(PageScripts::disableTouchCallout());
 }
 
 void STHomeViewController::errorViewButtonDidPress()
 {
-    m_errorView.setVisible(false);
+    m_errors.hide();
     if (m_webView.hasPage())
         m_webView.reload();
     else

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "ui/feedback/ErrorViewState.h"
 #include "ui/navigation/ViewController.h"
 #include "web/bridge/BridgeTrust.h"
 #include "web/bridge/WebViewJavascriptBridge.h"
+#include "web/engine/PageErrors.h"
 #include "web/engine/WebView.h"
 #include "web/home/HomeEnvironment.h"
 #include "web/portal/ImageSaver.h"
@@ -39,7 +39,7 @@ public:
     WebViewJavascriptBridge *bridge() { return &m_bridge; }
     PageServices *services() const { return m_services; }
     QColor statusBarColor() const;
-    ErrorViewState *errorView() { return &m_errorView; }
+    ErrorViewState *errorView() { return m_errors.state(); }
 
     //! Signs out: saved and live session cookies go, the page is emptied, the login flow takes
     //! over.
@@ -95,9 +95,9 @@ private:
     BridgeTrust m_trust;
     WebViewJavascriptBridge m_bridge;
     WebView m_webView;
+    PageErrors m_errors;
     PushPages m_pushPages;
     QString m_wechatAsker; // the document that asked for an authorisation last
     ImageSaver m_imageSaver;
     std::unique_ptr<Repetition> m_pushTimer;
-    ErrorViewState m_errorView;
 };

@@ -5,11 +5,12 @@
 
 using namespace Qt::StringLiterals;
 
-PageHost::PageHost(
-    Shell *shell, MainQueue *mainQueue, LinkHandOver *links, const QString &downloadDirectory)
+PageHost::PageHost(Shell *shell, MainQueue *mainQueue, LinkHandOver *links,
+    NetworkReachabilityManager *reachability, const QString &downloadDirectory)
     : m_shell(shell)
     , m_mainQueue(mainQueue)
     , m_links(links)
+    , m_reachability(reachability)
     , m_downloadDirectory(downloadDirectory)
 {
 }

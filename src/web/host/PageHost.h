@@ -6,6 +6,7 @@
 class AlertView;
 class LinkHandOver;
 class MainQueue;
+class NetworkReachabilityManager;
 class Shell;
 class ViewController;
 
@@ -16,12 +17,13 @@ class PageHost : public QObject
     Q_OBJECT
 
 public:
-    PageHost(
-        Shell *shell, MainQueue *mainQueue, LinkHandOver *links, const QString &downloadDirectory);
+    PageHost(Shell *shell, MainQueue *mainQueue, LinkHandOver *links,
+        NetworkReachabilityManager *reachability, const QString &downloadDirectory);
 
     AlertView *alertView() const;
     MainQueue *mainQueue() const { return m_mainQueue; }
     LinkHandOver *links() const { return m_links; }
+    NetworkReachabilityManager *reachability() const { return m_reachability; }
     QString downloadDirectory() const { return m_downloadDirectory; }
 
     //! Takes the screen of a page away.
@@ -34,5 +36,6 @@ private:
     Shell *m_shell;
     MainQueue *m_mainQueue;
     LinkHandOver *m_links;
+    NetworkReachabilityManager *m_reachability;
     QString m_downloadDirectory;
 };

@@ -9,7 +9,7 @@
 Portal::Portal(const Device &device, Account *account, Shell *shell,
     const DeploymentConfiguration &configuration)
     : linkHandOver(device.urlOpener, device.mainQueue, configuration.customerServiceAccount)
-    , pageHost(shell, device.mainQueue, &linkHandOver, device.paths.downloads)
+    , pageHost(shell, device.mainQueue, &linkHandOver, device.reachability, device.paths.downloads)
     , pageProfiles(device.paths.web, device.cookieStorage, device.defaults, device.mainQueue)
     , secondaryPages(shell->navigator(), &pageProfiles, &pageHost, device.mainQueue)
     , linkCodeSheet(shell)

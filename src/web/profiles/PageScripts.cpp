@@ -66,3 +66,13 @@ QString PageScripts::imageSourceAt(QPointF point)
 {
     return QString::asprintf("document.elementFromPoint(%f, %f).src", point.x(), point.y());
 }
+
+QString PageScripts::nothing()
+{
+    return u"0"_s;
+}
+
+QString PageScripts::isEmpty()
+{
+    return u"!document.body || (!document.body.childElementCount && !document.body.innerText.trim())"_s;
+}

@@ -23,5 +23,9 @@ QString disableUserSelect();
 QString disableTouchCallout();
 //! Evaluates to the address of the image at a point of the page, in CSS pixels.
 QString imageSourceAt(QPointF point);
+//! Does nothing, for whoever wants to know that the page still runs scripts.
+QString nothing();
+//! Evaluates to whether the document shows nothing at all.
+QString isEmpty();
 
 }

@@ -29,6 +29,8 @@ public:
     Q_INVOKABLE int showPrompt(
         const QUrl &origin, const QString &message, const QString &defaultText);
 
+    //! Whether the page waits for an answer.
+    bool areShown() const { return !m_shown.isEmpty(); }
     //! Refuses what is shown or waits; the next document begins anew.
     void documentGone();
 

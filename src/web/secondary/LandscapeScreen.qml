@@ -32,6 +32,7 @@ ScreenFrame {
         ErrorView {
             anchors.fill: parent
             visible: root.controller.errorView.visible
+            reason: root.controller.errorView.reason
             onRetry: root.controller.errorView.retry()
 
             IconButton {

@@ -73,11 +73,13 @@ ScreenFrame {
         id: page
         anchors { top: header.bottom; left: parent.left; right: parent.right; bottom: parent.bottom }
         webView: root.controller.webView
+        accent: root.controller.statusBarColor
     }
 
     ErrorView {
         anchors.fill: page
         visible: root.controller.errorView.visible
+        reason: root.controller.errorView.reason
         onRetry: root.controller.errorView.retry()
     }
 

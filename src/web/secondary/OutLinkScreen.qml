@@ -22,6 +22,7 @@ ScreenFrame {
         id: page
         anchors { top: bar.bottom; left: parent.left; right: parent.right; bottom: parent.bottom }
         webView: root.controller.webView
+        accent: root.controller.barColor
     }
 
     // Watches alone: the page keeps every touch.
@@ -45,6 +46,7 @@ ScreenFrame {
     ErrorView {
         anchors.fill: page
         visible: root.controller.errorView.visible
+        reason: root.controller.errorView.reason
         onRetry: root.controller.errorView.retry()
     }
 }

@@ -14,12 +14,9 @@ WebPageViewController::WebPageViewController(
               ? std::make_unique<WebViewJavascriptBridge>([](const QString &) { return true; })
               : nullptr)
     , m_webView(m_profile->engineProfile(), m_bridge.get(), host)
+    , m_errors(&m_webView, host)
 {
-    connect(
-        &m_webView, &WebView::didFinishNavigation, this, [this] { m_errorView.setVisible(false); });
-    connect(
-        &m_webView, &WebView::didFailNavigation, this, [this] { m_errorView.setVisible(true); });
-    connect(&m_errorView, &ErrorViewState::retry, this, [this] { load(); });
+    connect(m_errors.state(), &ErrorViewState::retry, this, [this] { load(); });
     if (m_bridge)
         connect(&m_webView, &WebView::documentGone, m_bridge.get(),
             &WebViewJavascriptBridge::documentGone);
@@ -41,10 +38,10 @@ void WebPageViewController::load()
 {
     copyCookies();
     const QUrl url = address();
-    const bool isLoadable = EngineNavigation::isLoadable(url);
-    m_errorView.setVisible(!isLoadable);
-    if (isLoadable)
-        m_webView.load(url);
+    if (!EngineNavigation::isLoadable(url))
+        return m_errors.showNoAddress();
+    m_errors.hide();
+    m_webView.load(url);
 }
 
 void WebPageViewController::copyCookies()

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/feedback/ErrorViewState.h"
 #include "ui/navigation/ViewController.h"
+#include "web/engine/PageErrors.h"
 #include "web/engine/WebView.h"
 
 #include <memory>
@@ -29,7 +29,7 @@ public:
     void viewDidLoad() override;
 
     WebView *webView() { return &m_webView; }
-    ErrorViewState *errorView() { return &m_errorView; }
+    ErrorViewState *errorView() { return m_errors.state(); }
     //! Takes the screen away.
     Q_INVOKABLE void close();
 
@@ -51,5 +51,5 @@ private:
     PageHost *m_host;
     std::unique_ptr<WebViewJavascriptBridge> m_bridge;
     WebView m_webView;
-    ErrorViewState m_errorView;
+    PageErrors m_errors;
 };
