@@ -40,7 +40,7 @@ const QMap<QString, House::Room> &House::rooms()
         {u"src/web"_s,
             {middle + folders("login upload services launch"),
                 folders(
-                    "home portal secondary engine files questions loading host profiles bridge")}},
+                    "home portal secondary engine files questions loading travel host profiles bridge")}},
         {u"src/app"_s,
             {middle + folders("login upload services launch web"),
                 folders("parts start delegate")}},

@@ -25,6 +25,13 @@ Item {
         onActivated: root.shell.back()
     }
 
+    MouseArea {
+        z: 1
+        anchors.fill: parent
+        acceptedButtons: Qt.BackButton
+        onClicked: root.shell.back()
+    }
+
     // The blank placeholder.
     Rectangle { anchors.fill: parent; color: Theme.surface }
 

@@ -12,6 +12,12 @@ PageErrors::PageErrors(WebView *webView, PageHost *host)
         m_state.setReason(problem.text);
         m_state.setVisible(true);
     });
+    connect(webView->travel(), &PageTravel::reloadWanted, this, [this, webView] {
+        if (m_state.isVisible())
+            Q_EMIT m_state.retry();
+        else
+            webView->reload();
+    });
     connect(host->reachability(), &NetworkReachabilityManager::statusChanged, this,
         [this, network = host->reachability()] {
             if (m_state.isVisible() && m_isOfNetwork && network->isReachable())

@@ -36,6 +36,12 @@ Item {
 
         anchors.fill: parent
         sourceComponent: engineView
+        // Escape is the page's first. The engine hands back releases alone.
+        Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Escape
+        Keys.onReleased: event => {
+            if (event.key === Qt.Key_Escape)
+                root.webView.travel.leave()
+        }
         onLoaded: {
             if (root.visible)
                 item.focus = hadFocus
@@ -158,6 +164,15 @@ Item {
                 if (held.running && dx * dx + dy * dy > 100)
                     held.stop()
             }
+        }
+    }
+
+    Loader {
+        anchors.fill: parent
+        active: holder.item !== null
+        sourceComponent: PageKeys {
+            webView: root.webView
+            view: holder.item
         }
     }
 

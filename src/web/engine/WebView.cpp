@@ -115,6 +115,7 @@ void WebView::startAfresh()
 {
     m_hasPage = false;
     m_downloads.withdraw();
+    m_travel.leave();
     // A view that has just been made takes no text.
     load(QUrl(u"about:blank"_s));
     m_needsNewView = bool(m_view);
@@ -137,6 +138,16 @@ void WebView::goBack()
 void WebView::goForward()
 {
     Q_EMIT historyStepRequested(1);
+}
+
+bool WebView::back()
+{
+    if (m_travel.leave())
+        return true;
+    const bool canGoBack = m_view && !m_needsNewView && m_view->property("canGoBack").toBool();
+    if (canGoBack)
+        goBack();
+    return canGoBack;
 }
 
 void WebView::evaluateJavaScript(const QString &script, Evaluated done)

@@ -6,6 +6,7 @@
 #include "web/loading/LoadProblem.h"
 #include "web/loading/LoadWatch.h"
 #include "web/questions/PageDialogs.h"
+#include "web/travel/PageTravel.h"
 
 #include <QHash>
 #include <QObject>
@@ -38,6 +39,7 @@ class WebView : public QObject
     Q_PROPERTY(QObject *bridge READ bridge CONSTANT)
     Q_PROPERTY(PageDialogs *dialogs READ dialogs CONSTANT)
     Q_PROPERTY(LoadWatch *loading READ loading CONSTANT)
+    Q_PROPERTY(PageTravel *travel READ travel CONSTANT)
     Q_PROPERTY(QUrl url READ url NOTIFY urlChanged)
 
 public:
@@ -50,6 +52,7 @@ public:
     QObject *bridge() const { return m_bridge; }
     PageDialogs *dialogs() { return &m_dialogs; }
     LoadWatch *loading() { return &m_loading; }
+    PageTravel *travel() { return &m_travel; }
 
     //! What the view shows or loads; empty before the first load.
     QUrl url() const { return m_url; }
@@ -69,7 +72,9 @@ public:
     void startAfreshIn(QQuickWebEngineProfile *profile);
     //! Steps in the history of the view, where there is one to make.
     void goBack();
-    void goForward();
+    Q_INVOKABLE void goForward();
+    //! Leaves what lies over the page, else goes back in its history. False: there is neither.
+    bool back();
     //! Runs a script in the page; without a page, or when it goes meanwhile, the result is invalid.
     void evaluateJavaScript(const QString &script, Evaluated done = {});
 
@@ -135,6 +140,7 @@ private:
     PageDialogs m_dialogs;
     PageDownloads m_downloads;
     LoadWatch m_loading;
+    PageTravel m_travel;
     AnswerWatch m_answers;
     QUrl m_url;
     QPointer<QObject> m_view; // the engine's

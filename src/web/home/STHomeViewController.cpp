@@ -119,6 +119,15 @@ void STHomeViewController::viewDidAppear()
         m_webView.load(QUrl(urlStr));
 }
 
+bool STHomeViewController::handleBack()
+{
+    const auto &site = m_account->loginModel.siteInfo;
+    const QUrl portal(site ? site->redirect_url : QString());
+    if (!m_webView.back() && m_webView.url() != portal && EngineNavigation::isLoadable(portal))
+        m_webView.load(portal);
+    return true;
+}
+
 QColor STHomeViewController::statusBarColor() const
 {
     return colorWithHexString(statusColor);

@@ -33,6 +33,8 @@ public:
 
     void viewDidLoad() override;
     void viewDidAppear() override;
+    //! Back in the history, else to the portal's first page, and never out of the client.
+    bool handleBack() override;
 
     WebView *webView() { return &m_webView; }
     //! What the pages may call is registered by who makes this.

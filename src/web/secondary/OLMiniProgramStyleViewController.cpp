@@ -73,7 +73,7 @@ bool OLMiniProgramStyleViewController::handleBack()
 {
     const bool menuWasOpen = m_menuVisible;
     setMenuVisible(false);
-    return menuWasOpen;
+    return menuWasOpen || WebPageViewController::handleBack();
 }
 
 void OLMiniProgramStyleViewController::setMenuVisible(bool visible)

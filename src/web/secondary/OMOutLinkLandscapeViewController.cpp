@@ -48,7 +48,8 @@ void OMOutLinkLandscapeViewController::viewDidAppear()
 
 bool OMOutLinkLandscapeViewController::handleBack()
 {
-    backLastVC();
+    if (!WebPageViewController::handleBack())
+        backLastVC();
     return true;
 }
 

@@ -29,6 +29,11 @@ void WebPageViewController::viewDidLoad()
     load();
 }
 
+bool WebPageViewController::handleBack()
+{
+    return m_webView.back();
+}
+
 QUrl WebPageViewController::address() const
 {
     return QUrl(urlStr);

@@ -27,6 +27,7 @@ public:
     QString urlStr;
 
     void viewDidLoad() override;
+    bool handleBack() override;
 
     WebView *webView() { return &m_webView; }
     ErrorViewState *errorView() { return m_errors.state(); }
