@@ -2,6 +2,7 @@
 // prints what the page tells as its result.
 
 #include "platform/storage/HTTPCookieStorage.h"
+#include "platform/storage/UserDefaults.h"
 #include "platform/time/TimerMainQueue.h"
 #include "ui/shell/Shell.h"
 #include "web/bridge/WebViewJavascriptBridge.h"
@@ -9,6 +10,7 @@
 #include "web/engine/WebView.h"
 #include "web/host/LinkHandOver.h"
 #include "web/host/PageHost.h"
+#include "web/permissions/PagePermissions.h"
 #include "web/profiles/HomePageProfile.h"
 #include "web/profiles/WebPageProfile.h"
 
@@ -37,7 +39,9 @@ int main(int argc, char **argv)
     TimerMainQueue mainQueue;
     Shell shell(mainQueue);
     LinkHandOver links(nullptr, &mainQueue, {}); // pages here have no links
-    PageHost host(&shell, &mainQueue, &links, folder.path());
+    UserDefaults defaults(folder.filePath(u"settings.ini"_s));
+    PagePermissions permissions(&defaults, [] { return false; });
+    PageHost host(&shell, &mainQueue, &links, folder.path(), &permissions);
     const auto profile = makeHomePageProfile(folder.filePath(u"web"_s), &cookies);
     WebViewJavascriptBridge bridge([](const QString &) { return true; });
     bridge.registerHandler(

@@ -78,6 +78,7 @@ Item {
             settings.showScrollBars: false
             settings.screenCaptureEnabled: false
             settings.errorPageEnabled: false
+            settings.javascriptCanAccessClipboard: true // to write; reading is another setting
             // Without it links that scripts follow would not be reported at all.
             settings.unknownUrlSchemePolicy: WebEngineSettings.AllowAllUnknownUrlSchemes
 
@@ -86,6 +87,10 @@ Item {
                 view: view
             }
             PageFiles {
+                webView: root.webView
+                view: view
+            }
+            PageScale {
                 webView: root.webView
                 view: view
             }
@@ -99,12 +104,12 @@ Item {
 
             onUrlChanged: root.webView.engineUrlChanged(url)
             onNavigationRequested: request => {
-                root.webView.navigationRequested(request.url, request.isMainFrame)
-                if (!root.webView.mayFollow(request.url))
+                if (!root.webView.navigationRequested(request.url, request.isMainFrame))
                     request.reject()
             }
             onNewWindowRequested: request =>
                 root.webView.newWindowRequested(request.requestedUrl, request.userInitiated)
+            onWindowCloseRequested: root.webView.windowCloseRequested()
             onLoadingChanged: info => {
                 switch (info.status) {
                 case WebEngineView.LoadStartedStatus:

@@ -5,12 +5,13 @@
 
 using namespace Qt::StringLiterals;
 
-PageHost::PageHost(
-    Shell *shell, MainQueue *mainQueue, LinkHandOver *links, const QString &downloadDirectory)
+PageHost::PageHost(Shell *shell, MainQueue *mainQueue, LinkHandOver *links,
+    const QString &downloadDirectory, PagePermissions *permissions)
     : m_shell(shell)
     , m_mainQueue(mainQueue)
     , m_links(links)
     , m_downloadDirectory(downloadDirectory)
+    , m_permissions(permissions)
 {
 }
 

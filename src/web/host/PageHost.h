@@ -6,6 +6,7 @@
 class AlertView;
 class LinkHandOver;
 class MainQueue;
+class PagePermissions;
 class Shell;
 class ViewController;
 
@@ -16,13 +17,14 @@ class PageHost : public QObject
     Q_OBJECT
 
 public:
-    PageHost(
-        Shell *shell, MainQueue *mainQueue, LinkHandOver *links, const QString &downloadDirectory);
+    PageHost(Shell *shell, MainQueue *mainQueue, LinkHandOver *links,
+        const QString &downloadDirectory, PagePermissions *permissions);
 
     AlertView *alertView() const;
     MainQueue *mainQueue() const { return m_mainQueue; }
     LinkHandOver *links() const { return m_links; }
     QString downloadDirectory() const { return m_downloadDirectory; }
+    PagePermissions *permissions() const { return m_permissions; }
 
     //! Takes the screen of a page away.
     void close(ViewController *page);
@@ -35,4 +37,5 @@ private:
     MainQueue *m_mainQueue;
     LinkHandOver *m_links;
     QString m_downloadDirectory;
+    PagePermissions *m_permissions;
 };
