@@ -69,7 +69,7 @@ private Q_SLOTS:
             {"larger text on a desk", 1280, 1.5, {}, 1.5},
             {"larger text on a phone", 400, 2, u"width=device-width"_s, 1.25},
             {"larger text, no room", 300, 2, {}, 1},
-            {"smaller text", 390, 0.8, {}, 0.8},
+            {"smaller text", 390, 0.8, {}, 1},
             {"a page too wide", 375, 1, u"user-scalable=no;WIDTH = 750"_s, 0.5},
             {"a page too wide, larger text", 375, 3, u"width=750"_s, 0.5},
             {"a wide page on a desk", 1500, 1.5, u"width=750"_s, 1.5},

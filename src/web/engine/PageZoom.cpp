@@ -27,5 +27,5 @@ double PageZoom::factor(double width, double textScale, const QString &viewport)
 {
     const double wanted = wantedWidth(viewport);
     const double fitting = wanted > 0 ? width / wanted : std::max(1., width / narrowestPage);
-    return std::clamp(std::min(textScale, fitting), smallest, largest);
+    return std::clamp(std::min(std::max(1., textScale), fitting), smallest, largest);
 }

@@ -59,7 +59,7 @@ void PageNotifications::present(QWebEngineNotification *notification)
     }
     for (const int number : m_shown.keys()) {
         if (m_shown.value(number)->matches(notification))
-            withdraw(number);
+            replace(number);
     }
     const int number = ++m_lastNumber;
     m_shown.insert(number, notification);
@@ -76,6 +76,15 @@ void PageNotifications::withdrawAll()
 {
     for (const int number : m_shown.keys())
         withdraw(number);
+}
+
+// Closing it would close the one that takes its place: to the engine they are the same.
+void PageNotifications::replace(int number)
+{
+    QWebEngineNotification *notification = m_shown.take(number);
+    notification->disconnect(this);
+    notification->deleteLater();
+    m_desktop->close(marked(number));
 }
 
 void PageNotifications::withdraw(int number)

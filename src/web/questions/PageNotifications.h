@@ -32,6 +32,7 @@ Q_SIGNALS:
 
 private:
     void present(QWebEngineNotification *notification);
+    void replace(int number);
     void withdraw(int number);
     void drop(int number);
 

@@ -96,7 +96,8 @@ Item {
         }
         function onAuthenticationDialogRequested(request) {
             request.accepted = true
-            dialogs.await(root.webView.dialogs.showLogin(request.url, request.realm, request.proxyHost), request)
+            dialogs.await(root.webView.dialogs.showLogin(request.url, request.realm,
+                          request.type === AuthenticationDialogRequest.AuthenticationTypeProxy ? request.proxyHost : ""), request)
         }
         function onUrlChanged() {
             root.webView.dialogs.permissions.pageShown(root.view.url)
