@@ -76,6 +76,7 @@ struct DeploymentConfiguration
     Qq qq;
     QString extraCaFile; //!< PEM file of further certificate authorities; empty: the system's alone
     QStringList trustedOrigins; //!< pages the bridge serves; empty: every page of the home view
+    QString foreignPages = QStringLiteral("here"); //!< other pages' place: "here" or "browser"
 
     bool operator==(const DeploymentConfiguration &) const = default;
 };

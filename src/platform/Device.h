@@ -4,6 +4,7 @@
 
 class ApplicationBadge;
 class CaptureDevice;
+class DesktopNotifications;
 class HTTPCookieStorage;
 class KeyChainStore;
 class LocationManager;
@@ -36,4 +37,5 @@ struct Device
     LocationManager *locationManager = nullptr;
     WXApi *wxApi = nullptr;
     PushClient *pushClient = nullptr;
+    DesktopNotifications *pageNotifications = nullptr; //!< nobody's but the pages'
 };

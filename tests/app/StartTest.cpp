@@ -320,6 +320,8 @@ private Q_SLOTS:
         row("boolean", "[app]\npatriarch = \"true\"", u"2: app.patriarch: true or false"_s);
         row("screen", "[app]\nlogin_screen = \"newest\"",
             u"2: app.login_screen: one of these is wanted: current, older"_s);
+        row("place", "[web]\nforeign_pages = \"there\"",
+            u"2: web.foreign_pages: one of these is wanted: here, browser"_s);
         for (const char *address : {"https://rb.example", "rb.example/", "ftp://rb.example/"})
             row(address, "[hosts]\nrb = \"" + QByteArray(address) + '"',
                 u"2: hosts.rb: a base address is wanted"_s);

@@ -39,8 +39,8 @@ const QMap<QString, House::Room> &House::rooms()
         {u"src/launch"_s, {middle, folders("ad guide notices")}},
         {u"src/web"_s,
             {middle + folders("login upload services launch"),
-                folders(
-                    "home portal secondary engine files questions loading travel host profiles bridge")}},
+                folders("home portal secondary engine files questions loading travel host permissions "
+                        "profiles bridge")}},
         {u"src/app"_s,
             {middle + folders("login upload services launch web"),
                 folders("parts start delegate")}},

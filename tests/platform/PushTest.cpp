@@ -1,3 +1,4 @@
+#include "NotificationService.h"
 #include "PrivateBus.h"
 #include "platform/desktop/ApplicationBadge.h"
 #include "platform/push/DesktopNotifications.h"
@@ -6,7 +7,6 @@
 #include "support/Patience.h"
 #include "support/PlatformProcess.h"
 
-#include <QDBusConnection>
 #include <QJsonDocument>
 #include <QWindow>
 
@@ -20,40 +20,6 @@ const QString appId = QStringLiteral("Sb7xQeLw2RkM9tYcVn4HgD");
 const QString appKey = QStringLiteral("Sb3kUyPz8VdN5wJqFa6TsB");
 const QString appSecret = QStringLiteral("Sb9gCmXr4HoL7eKtZi2WvY");
 const QString page = QStringLiteral("https://portal.example/news?id=7");
-
-//! Stands in for the desktop's notification service.
-class NotificationService : public QObject
-{
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
-
-public:
-    NotificationService()
-    {
-        m_bus.registerObject(u"/org/freedesktop/Notifications"_s, this,
-            QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
-        m_bus.registerService(u"org.freedesktop.Notifications"_s);
-    }
-    ~NotificationService() override { QDBusConnection::disconnectFromBus(m_bus.name()); }
-
-    QStringList shown;
-
-public Q_SLOTS:
-    uint Notify(const QString &, uint, const QString &, const QString &title, const QString &body,
-        const QStringList &actions, const QVariantMap &, int)
-    {
-        shown << title + u'|' + body + u'|' + actions.value(0);
-        return uint(shown.size());
-    }
-
-Q_SIGNALS:
-    void ActionInvoked(uint id, const QString &action);
-    void NotificationClosed(uint id, uint reason);
-
-private:
-    QDBusConnection m_bus
-        = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"notification service"_s);
-};
 
 //! One life of the push client, with all that it has reported.
 struct Client

@@ -97,6 +97,8 @@ struct PageServer::Private
                 header.left(colon).toStdString(), header.mid(colon + 2).toStdString());
             if (header.startsWith("Location: "))
                 response.status = 302;
+            if (header.startsWith("WWW-Authenticate: ") && !seen.headers.contains("authorization"))
+                response.status = 401;
         }
         response.set_content(page->content.toStdString(), page->type.constData());
     }

@@ -26,7 +26,7 @@ public:
     ~PageServer();
 
     //! Serves the content under the path from now on. Headers as "name: value"; a Location
-    //! redirects.
+    //! redirects, a WWW-Authenticate asks for a login, whatever it be.
     void setPage(const QByteArray &path, const QByteArray &content,
         const QByteArray &type = "text/html; charset=utf-8", const QList<QByteArray> &headers = {});
 

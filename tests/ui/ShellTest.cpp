@@ -147,6 +147,49 @@ private Q_SLOTS:
         m_ui->click(button);
         QCOMPARE(button->property("clicks"), QVariant(reaches ? 1 : 0));
     }
+
+    void anAlertIsFilledInOnEveryPhone_data()
+    {
+        Table<QSize>::rows({{"usual", QSize(390, 844)}, {"narrow", QSize(320, 568)}});
+    }
+
+    void anAlertIsFilledInOnEveryPhone()
+    {
+        m_ui->view.resize(std::get<0>(Table<QSize>::row()));
+        AlertView *alerts = m_ui->shell.alertView();
+        QStringList colours;
+        for (int i = 0; i < 25; ++i)
+            colours << u"#%1c040"_s.arg(QString::number(i + 16, 16)).left(7);
+        std::optional<Alert> told;
+        const auto answer = [&told](int, const Alert &filled) { told = filled; };
+        alerts->ask({.title = u"h.example"_s,
+                        .message = u"选择颜色"_s,
+                        .buttons = Alert::cancelOrConfirm(),
+                        .input = colours[3],
+                        .inputName = u"颜色值"_s,
+                        .colours = colours},
+            answer);
+        m_ui->click(m_ui->itemWithText(colours.last()));
+        QCOMPARE(m_ui->itemWithText(u"颜色值"_s)->property("text"), QVariant(colours.last()));
+        m_ui->click(m_ui->itemWithText(Alert::confirm));
+        QVERIFY(told);
+        QCOMPARE(told->input, colours.last());
+
+        alerts->ask({.title = u"h.example"_s,
+                        .message = u"此网站需要登录：“Class 3”\n连接未加密，密码可能被他人看到。"_s,
+                        .buttons = {Alert::cancel, u"登录"_s},
+                        .input = QString(),
+                        .inputName = u"用户名"_s,
+                        .password = QString()},
+            answer);
+        told.reset();
+        // By the keyboard alone.
+        for (const Qt::Key key : {Qt::Key_A, Qt::Key_Return, Qt::Key_B, Qt::Key_Return})
+            QTest::keyClick(&m_ui->view, key);
+        QVERIFY(told);
+        QCOMPARE(told->input, u"a"_s);
+        QCOMPARE(told->password, u"b"_s);
+    }
 };
 
 QTEST_MAIN(ShellTest)

@@ -11,17 +11,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-DeploymentConfiguration trusting(const QStringList &origins)
+DeploymentConfiguration trusting(const QStringList &origins, const QString &foreignPages)
 {
     DeploymentConfiguration configuration;
+    configuration.foreignPages = foreignPages;
     configuration.trustedOrigins = origins;
     return configuration;
 }
 
 }
 
-HomeHarness::HomeHarness(const QStringList &trustedOrigins)
-    : stage(trusting(trustedOrigins))
+HomeHarness::HomeHarness(const QStringList &trustedOrigins, const QString &foreignPages)
+    : stage(trusting(trustedOrigins, foreignPages))
     , controller(stage.environment(&delegate))
 {
     QObject::connect(&stage.portal.slicingUpload, &SlicingUpload::loginNeeded, &controller,

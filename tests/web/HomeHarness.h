@@ -34,8 +34,10 @@ public:
 class HomeHarness
 {
 public:
-    //! \a trustedOrigins: whom the bridge serves; empty: everybody.
-    explicit HomeHarness(const QStringList &trustedOrigins = {});
+    //! \a trustedOrigins: whom the bridge serves; empty: everybody. \a foreignPages: where the rest
+    //! is shown.
+    explicit HomeHarness(const QStringList &trustedOrigins = {},
+        const QString &foreignPages = QStringLiteral("here"));
 
     void setPortal(const QString &redirectUrl);
     void addCookie(const char *name, const char *value, const QString &domain);

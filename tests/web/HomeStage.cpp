@@ -12,6 +12,7 @@ Device completed(HomeStage &stage)
     device.locationManager = &stage.locationManager;
     device.badge = &stage.badge;
     device.pushClient = &stage.pushClient;
+    device.pageNotifications = &stage.pageNotifications;
     return device;
 }
 

@@ -45,6 +45,7 @@ public:
     PositioningLocationManager locationManager {&mainQueue, &session.network, {}};
     ApplicationBadge badge {QStringLiteral("vant-student.desktop")};
     DesktopNotifications desktopNotifications {{}, {}};
+    DesktopNotifications pageNotifications {{}, {}};
     MqttPushClient pushClient;
     const Device device; //!< the session's, and the rest of it
     Shell shell {mainQueue};

@@ -11,6 +11,7 @@
 #include "web/engine/WebView.h"
 #include "web/host/LinkHandOver.h"
 #include "web/host/PageHost.h"
+#include "web/permissions/PagePermissions.h"
 #include "web/profiles/PageProfiles.h"
 
 #include <QQmlEngine>
@@ -44,11 +45,15 @@ public:
     Shell shell {mainQueue};
     AlertView *alert {shell.alertView()};
     NotedUrlOpener urlOpener;
-    LinkHandOver linkHandOver {&urlOpener, &mainQueue, QStringLiteral("4711")};
+    QString foreignHost; //!< for the browser
+    LinkHandOver linkHandOver {&urlOpener, &mainQueue, QStringLiteral("4711"),
+        [this](const QUrl &page) { return page.host() == foreignHost; }};
     SwitchedReachability reachability;
-    PageHost pageHost {
-        &shell, &mainQueue, &linkHandOver, &reachability, folder.filePath(QStringLiteral("kept"))};
     UserDefaults defaults {folder.filePath(QStringLiteral("settings.ini"))};
+    bool isSignedIn = true;
+    PagePermissions permissions {&defaults, [this] { return isSignedIn; }};
+    PageHost pageHost {&shell, &mainQueue, &linkHandOver, &reachability,
+        folder.filePath(QStringLiteral("kept")), &permissions};
     PageProfiles profiles {folder.filePath(QStringLiteral("web")), &cookies, &defaults, &mainQueue};
     WebPageProfile profile;
     WebViewJavascriptBridge bridge;

@@ -1,6 +1,8 @@
+#include "support/Table.h"
 #include "web/bridge/BridgeTrust.h"
 #include "web/engine/EngineNavigation.h"
 #include "web/engine/NavigationPolicy.h"
+#include "web/engine/PageZoom.h"
 #include "web/secondary/PageAddress.h"
 
 #include <QTest>
@@ -58,6 +60,30 @@ private Q_SLOTS:
         QTEST(links.join(u' '), "opened");
         QCOMPARE(policy.loadInThisView, loadedHere);
         QTEST(EngineNavigation::mayFollow(QUrl(url)), "followed");
+    }
+
+    void pagesAreAsLargeAsTheyFit_data()
+    {
+        Table<double, double, QString, double>::rows({
+            {"as it is", 390, 1, {}, 1},
+            {"larger text on a desk", 1280, 1.5, {}, 1.5},
+            {"larger text on a phone", 400, 2, u"width=device-width"_s, 1.25},
+            {"larger text, no room", 300, 2, {}, 1},
+            {"smaller text", 390, 0.8, {}, 1},
+            {"a page too wide", 375, 1, u"user-scalable=no;WIDTH = 750"_s, 0.5},
+            {"a page too wide, larger text", 375, 3, u"width=750"_s, 0.5},
+            {"a wide page on a desk", 1500, 1.5, u"width=750"_s, 1.5},
+            {"a narrow page", 390, 1, u"width=320,initial-scale=1"_s, 1},
+            {"wider than the engine can", 390, 1, u"width=99999"_s, 0.25},
+            {"no width", 390, 1, u"width=0, min-width=750"_s, 1},
+        });
+    }
+
+    void pagesAreAsLargeAsTheyFit()
+    {
+        const auto [width, textScale, viewport, factor]
+            = Table<double, double, QString, double>::row();
+        QCOMPARE(PageZoom::factor(width, textScale, viewport), factor);
     }
 
     void trustIsByOrigin()

@@ -36,6 +36,8 @@ StudentApplication::StudentApplication(const DeploymentConfiguration &configurat
         &SecondaryPages::openOutLinkPage);
     connect(m_device.pushClient, &PushClient::didReceiveNotification, this,
         [this] { m_window.activate(); });
+    connect(&m_portal.pageNotifications, &PageNotifications::activated, this,
+        [this] { m_window.activate(); });
 }
 
 StudentApplication::~StudentApplication()

@@ -41,6 +41,7 @@ SystemDevice::SystemDevice(const DeploymentConfiguration &configuration, const P
     , m_locationManager(&m_mainQueue, &m_network, configuration.location.regeocodeUrl)
     , m_badge(desktopEntry + u".desktop"_s)
     , m_desktopNotifications(configuration.app.displayName, desktopEntry)
+    , m_pageNotifications(configuration.app.displayName, desktopEntry)
     , m_pushClient({.broker = configuration.push.broker,
                        .extraCaFile = configuration.extraCaFile,
                        .storeFile = paths.data + u"/push.ini"_s},
@@ -67,5 +68,6 @@ Device SystemDevice::device()
         .camera = m_camera.get(),
         .locationManager = &m_locationManager,
         .wxApi = &m_wxApi,
-        .pushClient = &m_pushClient};
+        .pushClient = &m_pushClient,
+        .pageNotifications = &m_pageNotifications};
 }

@@ -45,6 +45,7 @@ private:
     PositioningLocationManager m_locationManager;
     ApplicationBadge m_badge;
     DesktopNotifications m_desktopNotifications;
+    DesktopNotifications m_pageNotifications;
     MqttPushClient m_pushClient;
     UrlSchemeHandler m_callbacks;
     BrowserWXApi m_wxApi;

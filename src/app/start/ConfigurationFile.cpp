@@ -114,6 +114,7 @@ std::map<std::string, Table, std::less<>> readers(DeploymentConfiguration &c)
                 {"share_url", text(&c.qq.shareUrl)}}},
         {"tls", {{"extra_ca_file", text(&c.extraCaFile)}}},
         {"bridge", {{"trusted_origins", origins(&c.trustedOrigins)}}},
+        {"web", {{"foreign_pages", choice(&c.foreignPages, {u"here"_s, u"browser"_s})}}},
     };
 }
 

@@ -18,6 +18,14 @@ constexpr int answerTimeoutMs = 5'000;
 constexpr int desktopDecidesHowLong = -1;
 constexpr uint replacesNothing = 0;
 
+void closeOnDesktop(uint id)
+{
+    QDBusMessage close = QDBusMessage::createMethodCall(
+        notificationService, path, notificationService, u"CloseNotification"_s);
+    close << id;
+    QDBusConnection::sessionBus().send(close);
+}
+
 }
 
 DesktopNotifications::DesktopNotifications(
@@ -46,6 +54,7 @@ void DesktopNotifications::post(const Content &content, const QVariantMap &userI
            << (content.title.isEmpty() ? m_applicationName : content.title)
            << content.body.toHtmlEscaped() << QStringList {defaultAction, u"查看"_s} << hints
            << desktopDecidesHowLong;
+    m_awaited << userInfo;
     auto *watcher = new QDBusPendingCallWatcher(
         QDBusConnection::sessionBus().asyncCall(notify, answerTimeoutMs), this);
     const auto answered
@@ -62,12 +71,25 @@ void DesktopNotifications::onAnswer(QDBusPendingCallWatcher *watcher, const QVar
 {
     watcher->deleteLater();
     const QDBusPendingReply<uint> reply = *watcher;
+    const bool isWanted = m_awaited.removeOne(userInfo);
     if (reply.isError()) {
         qCInfo(lcPlatform) << "no notification service:" << reply.error().message();
-        Q_EMIT unavailable(userInfo);
-        return;
+        if (isWanted)
+            Q_EMIT unavailable(userInfo);
+    } else if (isWanted) {
+        m_shown[reply.value()] = userInfo;
+    } else {
+        closeOnDesktop(reply.value());
     }
-    m_shown[reply.value()] = userInfo;
+}
+
+void DesktopNotifications::close(const QVariantMap &userInfo)
+{
+    m_awaited.removeOne(userInfo);
+    for (const uint id : m_shown.keys(userInfo)) {
+        m_shown.remove(id);
+        closeOnDesktop(id);
+    }
 }
 
 void DesktopNotifications::onActionInvoked(uint id, const QString &action)
@@ -79,7 +101,8 @@ void DesktopNotifications::onActionInvoked(uint id, const QString &action)
 
 void DesktopNotifications::onNotificationClosed(uint id, uint)
 {
-    m_shown.remove(id);
+    if (const QVariantMap userInfo = m_shown.take(id); !userInfo.isEmpty())
+        Q_EMIT closed(userInfo);
 }
 
 // The desktop's leave to come to the front, which the toolkit takes from there.

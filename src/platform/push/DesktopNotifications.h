@@ -25,10 +25,14 @@ public:
     //! Shows a notification that stands for the user info. Ends in unavailable() where no service
     //! takes it, never from inside this call.
     void post(const Content &content, const QVariantMap &userInfo);
+    //! Takes away the notification that stands for the user info, which is told no more.
+    void close(const QVariantMap &userInfo);
 
 Q_SIGNALS:
     //! The user tapped the notification; comes once for each.
     void activated(const QVariantMap &userInfo);
+    //! It is shown no more, and the user has not tapped it.
+    void closed(const QVariantMap &userInfo);
     void unavailable(const QVariantMap &userInfo);
 
 private Q_SLOTS:
@@ -42,4 +46,5 @@ private:
     QString m_applicationName;
     QString m_desktopEntry;
     QHash<uint, QVariantMap> m_shown;
+    QList<QVariantMap> m_awaited; // posted, and the desktop has not said under which number
 };

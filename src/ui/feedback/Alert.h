@@ -26,6 +26,12 @@ struct Alert
     QStringList buttons {};
     //! The first text of a line that the user may fill in. Not in FullScreen.
     std::optional<QString> input {};
+    //! Names the line where the message does not.
+    QString inputName {};
+    //! The first text of a second line below it, whose content is hidden.
+    std::optional<QString> password {};
+    //! Colours to choose from, each a text for the line of input.
+    QStringList colours {};
     //! The caller's own mark.
     int tag = 0;
     //! The button that the back key presses; none: the user has to touch one. FullScreen: always

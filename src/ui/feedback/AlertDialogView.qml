@@ -19,9 +19,13 @@ FocusScope {
         readonly property int buttonCount: view.alertView.buttons.length
         readonly property bool sideBySide: buttonCount === 2
 
-        anchors.centerIn: parent
+        readonly property real room: parent.height
+            - (Qt.inputMethod.visible ? Qt.inputMethod.keyboardRectangle.height : 0)
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: Math.round((room - height) / 2)
         width: Math.min(parent.width - 48, 300 * Math.max(1, Theme.fontScale))
-        height: Math.min(parent.height - 48, message.implicitHeight + buttons.height)
+        height: Math.min(room - 48, message.implicitHeight + buttons.height)
         radius: Theme.radius
         color: Theme.surface
 
@@ -71,14 +75,36 @@ FocusScope {
                     Accessible.name: text
                 }
 
+                ColourGrid {
+                    id: grid
+                    width: parent.width - 40
+                    visible: colours.length > 0
+                    colours: view.alertView.colours
+                    chosen: view.alertView.input
+                    onChose: colour => view.alertView.input = colour
+                }
+
                 IconTextField {
                     id: input
                     width: parent.width - 40
                     visible: view.alertView.hasInput
                     focus: visible
                     text: view.alertView.input
-                    Accessible.name: view.alertView.message
+                    placeholderText: view.alertView.hasPassword ? view.alertView.inputName : ""
+                    Accessible.name: view.alertView.inputName
                     onTextEdited: view.alertView.input = text
+                    onAccepted: view.alertView.hasPassword
+                        ? password.forceActiveFocus() : view.alertView.press(box.buttonCount - 1)
+                }
+
+                IconTextField {
+                    id: password
+                    width: parent.width - 40
+                    visible: view.alertView.hasPassword
+                    password: true
+                    text: view.alertView.password
+                    placeholderText: qsTr("密码")
+                    onTextEdited: view.alertView.password = text
                     onAccepted: view.alertView.press(box.buttonCount - 1)
                 }
             }

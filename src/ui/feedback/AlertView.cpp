@@ -9,7 +9,7 @@ AlertView::AlertView(QObject *parent)
 
 int AlertView::show(const Alert &alert, Answer answer)
 {
-    return ask(alert, [answer = std::move(answer)](int buttonIndex, const QString &) {
+    return ask(alert, [answer = std::move(answer)](int buttonIndex, const Alert &) {
         if (answer)
             answer(buttonIndex);
     });
@@ -22,7 +22,7 @@ int AlertView::ask(const Alert &alert, InputAnswer answer)
         pending.alert.buttons = {Alert::confirm};
     m_queue.enqueue(std::move(pending));
     if (m_queue.size() == 1)
-        Q_EMIT changed();
+        announce();
     return m_lastNumber;
 }
 
@@ -36,13 +36,28 @@ void AlertView::withdraw(int number)
         return finish(cancelled);
     const Pending withdrawn = *it;
     m_queue.erase(it);
-    withdrawn.answer(cancelled, {});
+    withdrawn.answer(cancelled, withdrawn.alert);
 }
 
 void AlertView::setInput(const QString &input)
 {
-    if (hasInput())
-        m_queue.head().alert.input = input;
+    if (!hasInput() || this->input() == input)
+        return;
+    m_queue.head().alert.input = input;
+    Q_EMIT inputChanged();
+}
+
+void AlertView::setPassword(const QString &password)
+{
+    if (!hasPassword() || this->password() == password)
+        return;
+    m_queue.head().alert.password = password;
+    Q_EMIT inputChanged();
+}
+
+QString AlertView::inputName() const
+{
+    return current().inputName.isEmpty() ? message() : current().inputName;
 }
 
 void AlertView::press(int buttonIndex)
@@ -65,10 +80,16 @@ const Alert &AlertView::current() const
     return m_queue.isEmpty() ? none : m_queue.head().alert;
 }
 
+void AlertView::announce()
+{
+    Q_EMIT changed();
+    Q_EMIT inputChanged();
+}
+
 void AlertView::finish(int buttonIndex)
 {
     // The answer may show the next alert, so this one is out of the queue before.
     const Pending answered = m_queue.dequeue();
-    Q_EMIT changed();
-    answered.answer(buttonIndex, answered.alert.input.value_or(QString()));
+    announce();
+    answered.answer(buttonIndex, answered.alert);
 }

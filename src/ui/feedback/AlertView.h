@@ -21,14 +21,19 @@ class AlertView : public QObject
     Q_PROPERTY(QString message READ message NOTIFY changed)
     Q_PROPERTY(QStringList buttons READ buttons NOTIFY changed)
     Q_PROPERTY(bool hasInput READ hasInput NOTIFY changed)
-    Q_PROPERTY(QString input READ input WRITE setInput NOTIFY changed)
+    Q_PROPERTY(QString input READ input WRITE setInput NOTIFY inputChanged)
+    Q_PROPERTY(QString inputName READ inputName NOTIFY changed)
+    Q_PROPERTY(bool hasPassword READ hasPassword NOTIFY changed)
+    Q_PROPERTY(QString password READ password WRITE setPassword NOTIFY inputChanged)
+    Q_PROPERTY(QStringList colours READ colours NOTIFY changed)
     Q_PROPERTY(int tag READ tag NOTIFY changed)
     Q_PROPERTY(bool fullScreen READ isFullScreen NOTIFY changed)
 
 public:
     //! The button's index from 0, or cancelled.
     using Answer = std::function<void(int buttonIndex)>;
-    using InputAnswer = std::function<void(int buttonIndex, const QString &input)>;
+    //! \a filled: the alert with what the user has put into its lines.
+    using InputAnswer = std::function<void(int buttonIndex, const Alert &filled)>;
     static constexpr int cancelled = -1;
 
     explicit AlertView(QObject *parent = nullptr);
@@ -56,12 +61,18 @@ public:
     QString input() const { return current().input.value_or(QString()); }
     //! For the view: what the user has typed so far.
     void setInput(const QString &input);
+    QString inputName() const;
+    bool hasPassword() const { return current().password.has_value(); }
+    QString password() const { return current().password.value_or(QString()); }
+    void setPassword(const QString &password);
+    QStringList colours() const { return current().colours; }
     int tag() const { return current().tag; }
     bool isFullScreen() const { return current().style == Alert::Style::FullScreen; }
 
 Q_SIGNALS:
     //! Another alert is shown, or none.
     void changed();
+    void inputChanged();
 
 private:
     struct Pending
@@ -72,6 +83,7 @@ private:
     };
 
     const Alert &current() const;
+    void announce();
     void finish(int buttonIndex);
 
     QQueue<Pending> m_queue;

@@ -13,6 +13,13 @@ constexpr double largestOrdinarySize = 12;
 constexpr double unitSize = 10;
 constexpr double smallestScale = 0.5;
 constexpr double largestScale = 3;
+
+QString firstOf(const QStringList &known, const QStringList &available)
+{
+    const auto found = std::find_if(known.begin(), known.end(),
+        [&](const QString &family) { return available.contains(family, Qt::CaseInsensitive); });
+    return found != known.end() ? *found : QString();
+}
 } // namespace
 
 QString FontChooser::chineseFamily(
@@ -24,11 +31,17 @@ QString FontChooser::chineseFamily(
         QStringLiteral("Microsoft YaHei"), QStringLiteral("HarmonyOS Sans SC"),
         QStringLiteral("WenQuanYi Micro Hei"), QStringLiteral("WenQuanYi Zen Hei"),
         QStringLiteral("Droid Sans Fallback")};
-    const auto found = std::find_if(known.begin(), known.end(),
-        [&](const QString &family) { return available.contains(family, Qt::CaseInsensitive); });
-    if (found != known.end())
-        return *found;
-    return simplifiedChinese.value(0);
+    const QString found = firstOf(known, available);
+    return found.isEmpty() ? simplifiedChinese.value(0) : found;
+}
+
+QString FontChooser::chineseSerifFamily(const QStringList &available)
+{
+    static const QStringList known {QStringLiteral("Noto Serif CJK SC"),
+        QStringLiteral("Noto Serif SC"), QStringLiteral("Source Han Serif SC"),
+        QStringLiteral("Source Han Serif CN"), QStringLiteral("Songti SC"),
+        QStringLiteral("SimSun"), QStringLiteral("AR PL UMing CN")};
+    return firstOf(known, available);
 }
 
 double FontChooser::textScale(double systemPointSize, const QString &environment)

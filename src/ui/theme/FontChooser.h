@@ -18,6 +18,9 @@ constexpr int bodyPixelSize = 16;
 //! Chinese, else empty.
 QString chineseFamily(const QStringList &available, const QStringList &simplifiedChinese);
 
+//! The first known Chinese family with serifs among the available ones, else empty.
+QString chineseSerifFamily(const QStringList &available);
+
 //! \a environment: the value of VANT_FONT_SCALE, null when not set.
 double textScale(double systemPointSize, const QString &environment);
 

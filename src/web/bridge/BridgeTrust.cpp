@@ -1,10 +1,6 @@
 #include "web/bridge/BridgeTrust.h"
 
-#include <QUrl>
-
-namespace {
-
-QString originOf(QUrl url)
+QString BridgeTrust::originOf(QUrl url)
 {
     const int usualPort = url.scheme() == u"https" ? 443 : 80;
     if (url.port() == usualPort)
@@ -13,8 +9,6 @@ QString originOf(QUrl url)
         .adjusted(
             QUrl::RemovePath | QUrl::RemoveQuery | QUrl::RemoveFragment | QUrl::RemoveUserInfo)
         .toString(QUrl::FullyEncoded);
-}
-
 }
 
 BridgeTrust::BridgeTrust(const QStringList &trustedOrigins)

@@ -35,6 +35,7 @@ Item {
         }
 
         anchors.fill: parent
+        anchors.topMargin: keys.item ? keys.item.barHeight : 0
         sourceComponent: engineView
         // Escape is the page's first. The engine hands back releases alone.
         Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Escape
@@ -88,6 +89,7 @@ Item {
             settings.showScrollBars: false
             settings.screenCaptureEnabled: false
             settings.errorPageEnabled: false
+            settings.javascriptCanAccessClipboard: true // to write; reading is another setting
             // Without it links that scripts follow would not be reported at all.
             settings.unknownUrlSchemePolicy: WebEngineSettings.AllowAllUnknownUrlSchemes
 
@@ -96,6 +98,10 @@ Item {
                 view: view
             }
             PageFiles {
+                webView: root.webView
+                view: view
+            }
+            PageScale {
                 webView: root.webView
                 view: view
             }
@@ -110,12 +116,12 @@ Item {
             onUrlChanged: root.webView.engineUrlChanged(url)
             onLoadProgressChanged: root.webView.loadProgressed(loadProgress)
             onNavigationRequested: request => {
-                root.webView.navigationRequested(request.url, request.isMainFrame)
-                if (!root.webView.mayFollow(request.url))
+                if (!root.webView.navigationRequested(request.url, request.isMainFrame))
                     request.reject()
             }
             onNewWindowRequested: request =>
                 root.webView.newWindowRequested(request.requestedUrl, request.userInitiated)
+            onWindowCloseRequested: root.webView.windowCloseRequested()
             onLoadingChanged: info => {
                 switch (info.status) {
                 case WebEngineView.LoadStartedStatus:
@@ -168,6 +174,7 @@ Item {
     }
 
     Loader {
+        id: keys
         anchors.fill: parent
         active: holder.item !== null
         sourceComponent: PageKeys {
@@ -186,6 +193,6 @@ Item {
         id: held
         interval: 600
         onTriggered: root.longPressed(Qt.point(press.start.x / holder.item.zoomFactor,
-                                               press.start.y / holder.item.zoomFactor))
+                                               (press.start.y - holder.anchors.topMargin) / holder.item.zoomFactor))
     }
 }

@@ -3,6 +3,7 @@
 #include "platform/transport/ServerTrust.h"
 #include "web/Logging.h"
 #include "web/engine/EngineNavigation.h"
+#include "web/engine/PageZoom.h"
 #include "web/host/LinkHandOver.h"
 #include "web/host/PageHost.h"
 #include "web/profiles/PageScripts.h"
@@ -34,7 +35,7 @@ WebView::WebView(QQuickWebEngineProfile *profile, QObject *bridge, PageHost *hos
     : m_profile(profile)
     , m_bridge(bridge)
     , m_host(host)
-    , m_dialogs(host->alertView(), host->mainQueue())
+    , m_dialogs(host->alertView(), host->mainQueue(), host->permissions())
     , m_downloads(host)
     , m_loading(host->mainQueue())
     , m_answers(
@@ -58,13 +59,23 @@ WebView::WebView(QQuickWebEngineProfile *profile, QObject *bridge, PageHost *hos
 // The engine's own url may be that of a page that is still on its way.
 QUrl WebView::documentUrl() const
 {
-    const auto *history
-        = m_view ? m_view->property("history").value<QWebEngineHistory *>() : nullptr;
-    return history ? history->currentItem().url() : QUrl();
+    return history() ? history()->currentItem().url() : QUrl();
+}
+
+QWebEngineHistory *WebView::history() const
+{
+    return m_view ? m_view->property("history").value<QWebEngineHistory *>() : nullptr;
+}
+
+int WebView::historyIndex() const
+{
+    return history() ? history()->currentItemIndex() : 0;
 }
 
 void WebView::load(const QUrl &url)
 {
+    if (m_host->links()->openForeign(url))
+        return;
     schedule([this, url] { Q_EMIT loadRequested(url); });
 }
 
@@ -80,6 +91,7 @@ void WebView::schedule(std::function<void()> load)
     // The engine keeps the page for as long as its dialog is open.
     m_dialogs.documentGone();
     m_loading.begin();
+    m_windows.superseded();
     const bool scheduled = bool(m_pendingLoad);
     m_pendingLoad = std::move(load);
     m_loadStarted = false;
@@ -116,6 +128,7 @@ void WebView::startAfresh()
     m_hasPage = false;
     m_downloads.withdraw();
     m_travel.leave();
+    m_windows.clear();
     // A view that has just been made takes no text.
     load(QUrl(u"about:blank"_s));
     m_needsNewView = bool(m_view);
@@ -184,15 +197,33 @@ void WebView::endEvaluations()
         done({});
 }
 
-void WebView::navigationRequested(const QUrl &url, bool isMainFrame)
+bool WebView::navigationRequested(const QUrl &url, bool isMainFrame)
 {
     using Target = NavigationPolicy::Target;
     applyPolicy(url, isMainFrame ? Target::MainFrame : Target::Subframe);
+    const bool isElsewhere = isMainFrame && m_host->links()->openForeign(url);
+    return !isElsewhere && EngineNavigation::mayFollow(url);
 }
 
-bool WebView::mayFollow(const QUrl &url) const
+void WebView::windowCloseRequested()
 {
-    return EngineNavigation::mayFollow(url);
+    if (const auto opener = m_windows.openerOf(historyIndex()))
+        Q_EMIT historyStepRequested(*opener - historyIndex());
+}
+
+double WebView::zoomFactor(double width, double textScale) const
+{
+    return PageZoom::factor(width, textScale, m_viewport);
+}
+
+void WebView::readViewport()
+{
+    evaluateJavaScript(PageScripts::viewport(), [self = QPointer(this)](const QVariant &viewport) {
+        if (!self)
+            return;
+        self->m_viewport = viewport.toString();
+        Q_EMIT self->viewportRead();
+    });
 }
 
 void WebView::newWindowRequested(const QUrl &url, bool userInitiated)
@@ -208,8 +239,10 @@ void WebView::applyPolicy(const QUrl &url, NavigationPolicy::Target target)
     links->openFirst(policy.openInSystem);
     // A page that opens windows in a loop must not keep the view from what was asked for.
     const bool isInTheWay = target == NavigationPolicy::Target::UnaskedWindow && m_loadAwaited;
-    if (policy.loadInThisView && !isInTheWay && EngineNavigation::isLoadable(url))
+    if (policy.loadInThisView && !isInTheWay && EngineNavigation::isLoadable(url)) {
         load(url);
+        m_windows.asked(historyIndex());
+    }
 }
 
 void WebView::downloadRequested(QWebEngineDownloadRequest *request)
@@ -278,6 +311,8 @@ void WebView::loadSucceeded()
     if (!endLoad())
         return;
     m_hasPage = m_url.scheme() != u"about" && m_url.scheme() != u"data";
+    m_windows.shown(historyIndex());
+    readViewport();
     Q_EMIT didFinishNavigation();
 }
 

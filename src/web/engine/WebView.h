@@ -1,6 +1,7 @@
 #pragma once
 
 #include "web/engine/NavigationPolicy.h"
+#include "web/engine/OpenedWindows.h"
 #include "web/files/PageDownloads.h"
 #include "web/loading/AnswerWatch.h"
 #include "web/loading/LoadProblem.h"
@@ -20,6 +21,7 @@
 class PageHost;
 class QQuickWebEngineProfile;
 class QWebEngineDownloadRequest;
+class QWebEngineHistory;
 
 //! A web view as the controllers see it: what it shows, and what becomes of each load.
 //!
@@ -81,12 +83,15 @@ public:
     // Reports of the view.
     Q_INVOKABLE void viewCreated(QObject *view);
     Q_INVOKABLE void scriptFinished(int id, const QVariant &result);
-    //! A frame of the page is about to go to the address; links for other programs go to them.
-    Q_INVOKABLE void navigationRequested(const QUrl &url, bool isMainFrame);
-    //! Whether the engine may follow that navigation itself.
-    Q_INVOKABLE bool mayFollow(const QUrl &url) const;
+    //! A frame of the page is about to go to the address; links for other programs go to them, and
+    //! pages for the browser there. False: the engine may not follow it itself.
+    Q_INVOKABLE bool navigationRequested(const QUrl &url, bool isMainFrame);
     //! A window of its own is asked for; \a userInitiated: by a touch.
     Q_INVOKABLE void newWindowRequested(const QUrl &url, bool userInitiated);
+    //! The page wants to be gone: nothing, unless another page has opened it.
+    Q_INVOKABLE void windowCloseRequested();
+    //! How large the page is to be drawn in a view of that width.
+    Q_INVOKABLE double zoomFactor(double width, double textScale) const;
     Q_INVOKABLE void downloadRequested(QWebEngineDownloadRequest *request);
     Q_INVOKABLE void engineUrlChanged(const QUrl &url);
     Q_INVOKABLE void loadStarted();
@@ -118,6 +123,7 @@ Q_SIGNALS:
     //! \a id: 0 where nobody waits for the result.
     void scriptRequested(int id, const QString &script);
     void recreateRequested();
+    void viewportRead();
     // For the controller.
     void didFinishNavigation();
     void didFailNavigation(const LoadProblem &problem);
@@ -132,6 +138,9 @@ private:
     void fail(const LoadProblem &problem, const QString &detail);
     void endHungPage();
     void endEvaluations();
+    QWebEngineHistory *history() const;
+    int historyIndex() const;
+    void readViewport();
     void applyPolicy(const QUrl &url, NavigationPolicy::Target target);
 
     QQuickWebEngineProfile *m_profile;
@@ -153,6 +162,8 @@ private:
     bool m_hasPage = false;
     bool m_needsNewView = false; // the one there is dead, or has a history that must go
     bool m_profileIsNew = false;
+    QString m_viewport; // what the page says of its width
+    OpenedWindows m_windows;
     QHash<int, Evaluated> m_evaluations;
     int m_lastEvaluation = 0;
     bool m_diedSinceLoad = false;

@@ -14,11 +14,12 @@ constexpr auto rest = 1s;
 
 }
 
-LinkHandOver::LinkHandOver(
-    UrlOpener *urlOpener, MainQueue *mainQueue, const QString &customerServiceAccount)
+LinkHandOver::LinkHandOver(UrlOpener *urlOpener, MainQueue *mainQueue,
+    const QString &customerServiceAccount, IsForeign isForeign)
     : m_urlOpener(urlOpener)
     , m_mainQueue(mainQueue)
     , m_customerServiceAccount(customerServiceAccount)
+    , m_isForeign(std::move(isForeign))
 {
 }
 
@@ -36,4 +37,13 @@ void LinkHandOver::openFirst(const QList<QUrl> &addresses)
     m_resting = true;
     m_mainQueue->after(rest, this, [this] { m_resting = false; });
     m_urlOpener->openURL(*link);
+}
+
+bool LinkHandOver::openForeign(const QUrl &page)
+{
+    const bool isPage = page.scheme() == u"https" || page.scheme() == u"http";
+    if (!isPage || !m_isForeign(page))
+        return false;
+    openFirst({page});
+    return true;
 }

@@ -2,6 +2,8 @@
 
 #include <QList>
 #include <QObject>
+
+#include <functional>
 #include <QUrl>
 
 class MainQueue;
@@ -15,7 +17,12 @@ class LinkHandOver : public QObject
     Q_OBJECT
 
 public:
-    LinkHandOver(UrlOpener *urlOpener, MainQueue *mainQueue, const QString &customerServiceAccount);
+    using IsForeign = std::function<bool(const QUrl &page)>;
+
+    //! \a isForeign: pages that the deployment wants to be opened in the system's browser.
+    LinkHandOver(
+        UrlOpener *urlOpener, MainQueue *mainQueue, const QString &customerServiceAccount,
+        IsForeign isForeign = [](const QUrl &) { return false; });
 
     //! Of the chat that links with "mqq" open.
     QString customerServiceAccount() const { return m_customerServiceAccount; }
@@ -23,10 +30,13 @@ public:
     //! Opens the first address that a program is registered for. Nothing within a second of the
     //! last one.
     void openFirst(const QList<QUrl> &addresses);
+    //! Whether this address is not for our views. The browser has it then, unless it came too soon.
+    bool openForeign(const QUrl &page);
 
 private:
     UrlOpener *m_urlOpener;
     MainQueue *m_mainQueue;
     QString m_customerServiceAccount;
+    IsForeign m_isForeign;
     bool m_resting = false;
 };

@@ -6,12 +6,14 @@
 using namespace Qt::StringLiterals;
 
 PageHost::PageHost(Shell *shell, MainQueue *mainQueue, LinkHandOver *links,
-    NetworkReachabilityManager *reachability, const QString &downloadDirectory)
+    NetworkReachabilityManager *reachability, const QString &downloadDirectory,
+    PagePermissions *permissions)
     : m_shell(shell)
     , m_mainQueue(mainQueue)
     , m_links(links)
     , m_reachability(reachability)
     , m_downloadDirectory(downloadDirectory)
+    , m_permissions(permissions)
 {
 }
 

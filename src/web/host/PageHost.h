@@ -7,6 +7,7 @@ class AlertView;
 class LinkHandOver;
 class MainQueue;
 class NetworkReachabilityManager;
+class PagePermissions;
 class Shell;
 class ViewController;
 
@@ -18,13 +19,15 @@ class PageHost : public QObject
 
 public:
     PageHost(Shell *shell, MainQueue *mainQueue, LinkHandOver *links,
-        NetworkReachabilityManager *reachability, const QString &downloadDirectory);
+        NetworkReachabilityManager *reachability, const QString &downloadDirectory,
+        PagePermissions *permissions);
 
     AlertView *alertView() const;
     MainQueue *mainQueue() const { return m_mainQueue; }
     LinkHandOver *links() const { return m_links; }
     NetworkReachabilityManager *reachability() const { return m_reachability; }
     QString downloadDirectory() const { return m_downloadDirectory; }
+    PagePermissions *permissions() const { return m_permissions; }
 
     //! Takes the screen of a page away.
     void close(ViewController *page);
@@ -38,4 +41,5 @@ private:
     LinkHandOver *m_links;
     NetworkReachabilityManager *m_reachability;
     QString m_downloadDirectory;
+    PagePermissions *m_permissions;
 };

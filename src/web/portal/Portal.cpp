@@ -5,11 +5,31 @@
 #include "platform/http/HTTPNetwork.h"
 #include "session/Account.h"
 #include "ui/shell/Shell.h"
+#include "web/bridge/BridgeTrust.h"
+
+#include <QQuickWebEngineProfile>
+
+namespace {
+
+LinkHandOver::IsForeign foreignPages(const DeploymentConfiguration &configuration)
+{
+    if (configuration.foreignPages != u"browser" || configuration.trustedOrigins.isEmpty())
+        return [](const QUrl &) { return false; };
+    return [own = BridgeTrust(configuration.trustedOrigins)](
+               const QUrl &page) { return !own.serves(page.toString(QUrl::FullyEncoded), page); };
+}
+
+}
 
 Portal::Portal(const Device &device, Account *account, Shell *shell,
     const DeploymentConfiguration &configuration)
-    : linkHandOver(device.urlOpener, device.mainQueue, configuration.customerServiceAccount)
-    , pageHost(shell, device.mainQueue, &linkHandOver, device.reachability, device.paths.downloads)
+    : linkHandOver(device.urlOpener, device.mainQueue, configuration.customerServiceAccount,
+        foreignPages(configuration))
+    , pagePermissions(
+          device.defaults, [session = &account->session] { return session->isActive(); })
+    , pageNotifications(device.pageNotifications, &pagePermissions)
+    , pageHost(shell, device.mainQueue, &linkHandOver, device.reachability, device.paths.downloads,
+          &pagePermissions)
     , pageProfiles(device.paths.web, device.cookieStorage, device.defaults, device.mainQueue)
     , secondaryPages(shell->navigator(), &pageProfiles, &pageHost, device.mainQueue)
     , linkCodeSheet(shell)
@@ -19,9 +39,13 @@ Portal::Portal(const Device &device, Account *account, Shell *shell,
     , pushRegistration(device.pushClient, configuration.push, &account->loginModel, device.defaults,
           device.notifications, &account->session)
 {
+    connect(&pageProfiles, &PageProfiles::made, &pageNotifications, &PageNotifications::listenTo);
+    connect(&account->session, &UserSession::ending, &pageNotifications,
+        &PageNotifications::withdrawAll);
     // Before a view of the portal looks for its profile anew: it connects later.
     connect(&account->session, &UserSession::userChanging, this, [this, device] {
         pageProfiles.renew();
+        pagePermissions.clear();
         if (HTTPCache *pictures = device.network->cache())
             pictures->clear();
     });

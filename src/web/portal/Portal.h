@@ -6,8 +6,10 @@
 #include "upload/SlicingUpload.h"
 #include "web/host/LinkHandOver.h"
 #include "web/host/PageHost.h"
+#include "web/permissions/PagePermissions.h"
 #include "web/portal/StudentPageServices.h"
 #include "web/profiles/PageProfiles.h"
+#include "web/questions/PageNotifications.h"
 #include "web/secondary/SecondaryPages.h"
 
 class Account;
@@ -27,6 +29,8 @@ public:
         const DeploymentConfiguration &configuration);
 
     LinkHandOver linkHandOver;
+    PagePermissions pagePermissions;
+    PageNotifications pageNotifications;
     PageHost pageHost;
     PageProfiles pageProfiles;
     SecondaryPages secondaryPages;

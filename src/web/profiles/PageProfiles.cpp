@@ -58,7 +58,7 @@ void PageProfiles::renew()
         profile->reset();
 }
 
-PageProfiles::Shared PageProfiles::made(Shared &profile, Make make, const QString &name)
+PageProfiles::Shared PageProfiles::existing(Shared &profile, Make make, const QString &name)
 {
     if (profile)
         return profile;
@@ -69,6 +69,7 @@ PageProfiles::Shared PageProfiles::made(Shared &profile, Make make, const QStrin
             delete unused;
     };
     profile.reset(make(folder() + u'/' + name, m_storage).release(), retireOrDelete);
+    Q_EMIT made(profile->engineProfile());
     return profile;
 }
 
@@ -97,20 +98,20 @@ void PageProfiles::removeFormerFolders()
 
 PageProfiles::Shared PageProfiles::home()
 {
-    return made(m_home, makeHomePageProfile, u"home"_s);
+    return existing(m_home, makeHomePageProfile, u"home"_s);
 }
 
 PageProfiles::Shared PageProfiles::miniProgram()
 {
-    return made(m_miniProgram, SecondaryPageProfiles::miniProgram, u"miniprogram"_s);
+    return existing(m_miniProgram, SecondaryPageProfiles::miniProgram, u"miniprogram"_s);
 }
 
 PageProfiles::Shared PageProfiles::landscape()
 {
-    return made(m_landscape, SecondaryPageProfiles::landscape, u"landscape"_s);
+    return existing(m_landscape, SecondaryPageProfiles::landscape, u"landscape"_s);
 }
 
 PageProfiles::Shared PageProfiles::outLink()
 {
-    return made(m_outLink, SecondaryPageProfiles::outLink, u"outlink"_s);
+    return existing(m_outLink, SecondaryPageProfiles::outLink, u"outlink"_s);
 }

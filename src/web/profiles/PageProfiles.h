@@ -7,6 +7,7 @@
 #include <vector>
 
 class MainQueue;
+class QQuickWebEngineProfile;
 class UserDefaults;
 
 //! The engine's profiles, one for each class of pages, each made when it is first wanted. Owned by
@@ -36,11 +37,14 @@ public:
     //! From now on new profiles are given out.
     void renew();
 
+Q_SIGNALS:
+    void made(QQuickWebEngineProfile *profile);
+
 private:
     using Make
         = std::unique_ptr<WebPageProfile> (*)(const QString &folder, HTTPCookieStorage *storage);
 
-    Shared made(Shared &profile, Make make, const QString &name);
+    Shared existing(Shared &profile, Make make, const QString &name);
     int folderNumber() const;
     QString folder() const;
     void retire(WebPageProfile *profile);

@@ -62,6 +62,11 @@ QString PageScripts::disableTouchCallout()
     return u"document.documentElement.style.webkitTouchCallout='none'"_s;
 }
 
+QString PageScripts::viewport()
+{
+    return u"document.querySelector('meta[name=viewport i]')?.content"_s;
+}
+
 QString PageScripts::imageSourceAt(QPointF point)
 {
     return QString::asprintf("document.elementFromPoint(%f, %f).src", point.x(), point.y());

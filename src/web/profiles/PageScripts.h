@@ -21,6 +21,8 @@ QString fixDocument();
 QString setJumpUrl();
 QString disableUserSelect();
 QString disableTouchCallout();
+//! Evaluates to what the page says of the width it wants.
+QString viewport();
 //! Evaluates to the address of the image at a point of the page, in CSS pixels.
 QString imageSourceAt(QPointF point);
 //! Does nothing, for whoever wants to know that the page still runs scripts.

@@ -1,5 +1,6 @@
 #include "web/profiles/WebPageProfile.h"
 
+#include "web/profiles/PageFonts.h"
 #include "web/profiles/PageScripts.h"
 
 #include <QQuickWebEngineProfile>
@@ -7,9 +8,21 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+const QString languages = QStringLiteral("zh-CN,zh;q=0.9,en;q=0.8");
+
+std::unique_ptr<QQuickWebEngineProfile> makeEngineProfile()
+{
+    PageFonts::choose();
+    return std::make_unique<QQuickWebEngineProfile>();
+}
+
+}
+
 WebPageProfile::WebPageProfile(const QString &name, const QString &folder,
     const QString &applicationName, HTTPCookieStorage *storage, WebCookieStore::Direction direction)
-    : m_profile(std::make_unique<QQuickWebEngineProfile>())
+    : m_profile(makeEngineProfile())
     , m_cookies(std::make_unique<WebCookieStore>(storage, m_profile->cookieStore(), direction))
 {
     // The folders first: each further setting opens those that stand, the usual ones of the user
@@ -21,6 +34,7 @@ WebPageProfile::WebPageProfile(const QString &name, const QString &folder,
     // The shell's storage owns the session: the engine writes its own file seconds late, and a kill
     // would lose it.
     m_profile->setPersistentCookiesPolicy(QQuickWebEngineProfile::NoPersistentCookies);
+    m_profile->setHttpAcceptLanguage(languages);
     m_profile->setHttpUserAgent(m_profile->httpUserAgent() + u' ' + applicationName);
 }
 

@@ -3,10 +3,13 @@
 #include "ui/navigation/NavigationController.h"
 #include "ui/navigation/Navigator.h"
 #include "web/Logging.h"
+#include "web/host/LinkHandOver.h"
+#include "web/host/PageHost.h"
 #include "web/profiles/PageProfiles.h"
 #include "web/secondary/OLMiniProgramStyleViewController.h"
 #include "web/secondary/OMOutLinkLandscapeViewController.h"
 #include "web/secondary/OMOutLinkViewController.h"
+#include "web/secondary/PageAddress.h"
 
 using namespace Qt::StringLiterals;
 
@@ -33,7 +36,7 @@ bool SecondaryPages::isThere(const QPointer<ViewController> &page) const
 
 void SecondaryPages::jump2Outlink(const QString &url, const QString &title, const QString &color)
 {
-    if (isThere(m_pageOfPortal))
+    if (isThere(m_pageOfPortal) || m_host->links()->openForeign(PageAddress::escaped(url)))
         return;
     auto *page = new OLMiniProgramStyleViewController(m_profiles->miniProgram(), m_host);
     page->urlStr = url;
@@ -45,7 +48,8 @@ void SecondaryPages::jump2Outlink(const QString &url, const QString &title, cons
 
 void SecondaryPages::jump2OutlinkLandscape(const QString &url)
 {
-    if (isThere(m_pageOfPortal))
+    if (isThere(m_pageOfPortal)
+        || m_host->links()->openForeign(PageAddress::withFourteenEscaped(url)))
         return;
     auto *page = new OMOutLinkLandscapeViewController(m_profiles->landscape(), m_host, m_mainQueue,
         [this](bool landscape) { Q_EMIT landscapeScreenWanted(landscape); });
@@ -56,7 +60,7 @@ void SecondaryPages::jump2OutlinkLandscape(const QString &url)
 
 void SecondaryPages::openOutLinkPage(const QString &url, const QString &title)
 {
-    if (isThere(m_pageOfShell))
+    if (isThere(m_pageOfShell) || m_host->links()->openForeign(QUrl(url)))
         return;
     auto *page = new OMOutLinkViewController(m_profiles->outLink(), m_host);
     page->urlStr = url;

@@ -55,7 +55,7 @@ Rectangle {
     Text {
         id: places
         anchors { right: buttons.left; verticalCenter: parent.verticalCenter }
-        width: Math.max(implicitWidth, 52)
+        width: Math.max(implicitWidth + 8, 44)
         text: field.text === "" ? "" : "%1/%2".arg(bar.current).arg(bar.count)
         textFormat: Text.PlainText
         font.pixelSize: Theme.captionText
@@ -69,20 +69,18 @@ Rectangle {
         id: buttons
         anchors { right: parent.right; verticalCenter: parent.verticalCenter }
 
-        IconButton {
+        TextLink {
             text: qsTr("上一处")
-            source: "qrc:/assets/icon_back_btn_normal.png"
-            sourceSize: Qt.size(18, 18)
-            rotation: 90
+            font.pixelSize: Theme.captionText
             enabled: bar.count > 0
+            opacity: enabled ? 1 : 0.4
             onClicked: bar.find(WebEngineView.FindBackward)
         }
-        IconButton {
+        TextLink {
             text: qsTr("下一处")
-            source: "qrc:/assets/icon_back_btn_normal.png"
-            sourceSize: Qt.size(18, 18)
-            rotation: -90
+            font.pixelSize: Theme.captionText
             enabled: bar.count > 0
+            opacity: enabled ? 1 : 0.4
             onClicked: bar.find(0)
         }
         IconButton {

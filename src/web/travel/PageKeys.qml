@@ -10,6 +10,8 @@ Item {
     required property WebEngineView view
     readonly property bool isOnTop: visible && enabled
     readonly property PageTravel travel: webView.travel
+    //! What the page leaves free at its top.
+    readonly property real barHeight: bar.height
 
     Shortcut {
         enabled: root.isOnTop
@@ -40,6 +42,7 @@ Item {
     Loader {
         id: bar
         width: parent.width
+        height: item ? item.height : 0
         active: root.travel.finding
         sourceComponent: FindBar {
             view: root.view
