@@ -39,7 +39,8 @@ private Q_SLOTS:
         QVERIFY(m_page->load(first));
         QVERIFY(!m_page->webView.back());
         // Pages that a user has not touched are passed over on the way back.
-        QTest::mouseClick(&m_page->window, Qt::LeftButton, {}, {50, 50});
+        TRY_VERIFY((QTest::mouseClick(&m_page->window, Qt::LeftButton, {}, {50, 50}),
+            m_page->evaluate(u"navigator.userActivation.hasBeenActive"_s).toBool()));
         m_page->evaluate(u"location.href = '/second.html'; 0"_s);
         QVERIFY(waitForTitle(m_page->webView, u"second"_s));
         QVERIFY(m_page->webView.back());
