@@ -1,7 +1,9 @@
 // bench_bridge URL: shows the page in the client's own web view, with an echo on the bridge, and
 // prints what the page tells as its result.
 
+#include "platform/desktop/SystemReachability.h"
 #include "platform/storage/HTTPCookieStorage.h"
+#include "platform/storage/UserDefaults.h"
 #include "platform/time/TimerMainQueue.h"
 #include "ui/shell/Shell.h"
 #include "web/bridge/WebViewJavascriptBridge.h"
@@ -9,6 +11,7 @@
 #include "web/engine/WebView.h"
 #include "web/host/LinkHandOver.h"
 #include "web/host/PageHost.h"
+#include "web/permissions/PagePermissions.h"
 #include "web/profiles/HomePageProfile.h"
 #include "web/profiles/WebPageProfile.h"
 
@@ -37,7 +40,10 @@ int main(int argc, char **argv)
     TimerMainQueue mainQueue;
     Shell shell(mainQueue);
     LinkHandOver links(nullptr, &mainQueue, {}); // pages here have no links
-    PageHost host(&shell, &mainQueue, &links, folder.path());
+    UserDefaults defaults(folder.filePath(u"settings.ini"_s));
+    SystemReachability reachability(true);
+    PagePermissions permissions(&defaults, [] { return false; });
+    PageHost host(&shell, &mainQueue, &links, &reachability, folder.path(), &permissions);
     const auto profile = makeHomePageProfile(folder.filePath(u"web"_s), &cookies);
     WebViewJavascriptBridge bridge([](const QString &) { return true; });
     bridge.registerHandler(
